@@ -1,0 +1,18 @@
+#include "support/platform/hooks.h"
+
+namespace VOR2_LOADER::platform {
+
+OUTPUT_REDIRECTION* output_redirection = nullptr;
+std::optional<UTC_TIME> fixed_time;
+std::optional<std::string> fixed_account_name;
+void (*print_line_hook)(std::string_view line) = nullptr;
+ANSWER (*ask_yes_no_hook)(const char* words, const char* caption) = nullptr;
+
+void print_line(std::string_view line) {
+    if (print_line_hook != nullptr) return print_line_hook(line);
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+}
+
+} // namespace VOR2_LOADER::platform

@@ -1,0 +1,161 @@
+#include "support/platform/hooks.h"
+#include "support/platform/platform.h"
+#include "support/text/unicode.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <ctime>
+#include <vector>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <spawn.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+extern char** environ; // NOLINT(readability-redundant-declaration): POSIX asks programs to declare it
+
+namespace VOR2_LOADER::platform {
+
+void* aligned_allocate(std::size_t size, std::size_t alignment) noexcept {
+    if (alignment <= alignof(std::max_align_t)) return std::malloc(size);
+    void* block = nullptr;
+    return posix_memalign(&block, alignment, size) == 0 ? block : nullptr;
+}
+
+void aligned_free(void* block) noexcept {
+    std::free(block);
+}
+
+void* allocate_pages(std::size_t size) noexcept {
+    void* pages = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return pages == MAP_FAILED ? nullptr : pages;
+}
+
+void free_pages(void* pages, std::size_t size) noexcept {
+    munmap(pages, size);
+}
+
+std::string native_file_name(std::u16string_view name) {
+    std::string native;
+    native.reserve(name.size());
+    for (std::size_t i = 0; i < name.size();) {
+        const std::size_t bytes = widened_utf8_sequence_length(name.substr(i));
+        if (bytes > 0) {
+            for (const std::size_t stop = i + bytes; i < stop; ++i) {
+                native.push_back(name[i] == u'\\' ? '/' : static_cast<char>(name[i]));
+            }
+        } else {
+            append_utf8(native, next_code_point(name, i));
+        }
+    }
+    return native;
+}
+
+namespace {
+
+/// Opens without ever waiting, as a pipe without a partner would make it; the flag goes again once
+/// the file is open.
+std::FILE* open_stream(const std::string& name, int flags, const char* mode, bool regular_only, i32& error) {
+    const int file = open(name.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
+    if (file < 0) {
+        error = errno;
+        return nullptr;
+    }
+    struct stat facts {};
+    if (fstat(file, &facts) != 0 || (regular_only && !S_ISREG(facts.st_mode))) {
+        error = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
+        close(file);
+        return nullptr;
+    }
+    fcntl(file, F_SETFL, fcntl(file, F_GETFL) & ~O_NONBLOCK);
+    posix_fadvise(file, 0, 0, POSIX_FADV_SEQUENTIAL);
+    std::FILE* stream = fdopen(file, mode);
+    if (stream == nullptr) {
+        error = errno;
+        close(file);
+        return nullptr;
+    }
+    error = 0;
+    return stream;
+}
+
+} // namespace
+
+std::FILE* open_for_reading(std::u16string_view name, i32& error) {
+    return open_stream(native_file_name(name), O_RDONLY, "rb", true, error);
+}
+
+std::FILE* open_for_writing(std::u16string_view name, bool append, i32& error) {
+    std::string native = native_file_name(name);
+    if (output_redirection != nullptr) {
+        std::optional<std::string> other = output_redirection->redirect(native);
+        if (!other) {
+            error = EACCES;
+            return nullptr;
+        }
+        native = std::move(*other);
+    }
+    const int flags = O_WRONLY | O_CREAT | (append ? O_APPEND : O_TRUNC);
+    return open_stream(native, flags, append ? "ab" : "wb", false, error);
+}
+
+bool file_exists(std::u16string_view name) {
+    struct stat facts {};
+    return stat(native_file_name(name).c_str(), &facts) == 0;
+}
+
+bool create_directory(std::u16string_view name) {
+    const std::string native = native_file_name(name);
+    if (mkdir(native.c_str(), 0777) == 0) return true;
+    struct stat facts {};
+    return stat(native.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
+void make_writable(std::u16string_view name) {
+    const std::string native = native_file_name(name);
+    struct stat facts {};
+    if (stat(native.c_str(), &facts) == 0) chmod(native.c_str(), (facts.st_mode & 07777U) | S_IWUSR);
+}
+
+UTC_TIME utc_now() {
+    if (fixed_time) return *fixed_time;
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    gmtime_r(&now, &parts);
+    return {static_cast<u16>(parts.tm_year + 1900), static_cast<u16>(parts.tm_mon + 1), static_cast<u16>(parts.tm_mday),
+            static_cast<u16>(parts.tm_hour),        static_cast<u16>(parts.tm_min),     static_cast<u16>(parts.tm_sec)};
+}
+
+std::optional<std::string> account_name(std::size_t capacity) {
+    std::string name;
+    if (fixed_account_name) {
+        name = *fixed_account_name;
+    } else {
+        std::vector<char> space(16384);
+        passwd entry{};
+        passwd* found = nullptr;
+        if (getpwuid_r(geteuid(), &entry, space.data(), space.size(), &found) != 0 || found == nullptr) return {};
+        name = found->pw_name;
+    }
+    if (name.empty() || name.size() >= capacity) return {};
+    return name;
+}
+
+ANSWER ask_yes_no(void* /*owner*/, const char* words, const char* caption) {
+    if (ask_yes_no_hook != nullptr) return ask_yes_no_hook(words, caption);
+    if (isatty(STDIN_FILENO) == 0) return ANSWER::YES;
+    std::fprintf(stderr, "%s\n%s [yes/no] ", caption, words);
+    char line[64] = {};
+    if (std::fgets(line, sizeof line, stdin) == nullptr) return ANSWER::YES;
+    return line[0] == 'n' || line[0] == 'N' ? ANSWER::NO : ANSWER::YES;
+}
+
+void start_program(const char* program, const char* argument) {
+    char* const arguments[] = {const_cast<char*>(program), const_cast<char*>(argument), nullptr};
+    pid_t child = 0;
+    posix_spawnp(&child, program, nullptr, nullptr, arguments, environ);
+}
+
+} // namespace VOR2_LOADER::platform
