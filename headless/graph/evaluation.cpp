@@ -1,0 +1,127 @@
+#include "headless/graph/evaluation.h"
+
+#include "headless/graph/scene.h"
+
+namespace headless {
+namespace {
+
+// Plain connections that one question follows; more can only be a ring.
+constexpr int max_connection_hops = 4096;
+
+// What is connected to the plug, or to the compound that holds it, at the same place within.
+Plug source_feeding(const Plug& plug) {
+    const Node& node = *plug.node;
+    if (node.inputs().empty()) return {};
+    if (const Plug direct = node.source_of(plug.key)) return direct;
+    const Plug around = plug.parent();
+    if (!around) return {};
+    const Plug source = node.source_of(around.key);
+    if (!source) return {};
+    const auto& children = around.attribute().children;
+    for (std::size_t i = 0; i < children.size(); ++i) {
+        if (children[i] == plug.key.attribute) return source.child(static_cast<int>(i));
+    }
+    return {};
+}
+
+// One for the whole array of worldMatrix means its first element.
+Plug first_of_output_array(const Plug& plug) {
+    return plug.attribute().output && plug.is_array() ? plug.element(0) : plug;
+}
+
+} // namespace
+
+double EvaluationContext::time() const {
+    return scene_.current_time();
+}
+
+void EvaluationContext::report(const Plug& plug, std::string_view what) {
+    scene_.report_evaluation_error(std::string(what) + " '" + plug.name() + "'");
+}
+
+Plug EvaluationContext::origin(Plug plug) {
+    const Plug start = plug;
+    for (int hops = 0; hops < max_connection_hops; ++hops) {
+        const Plug source = source_feeding(plug);
+        if (!source || scene_.is_overridden(plug)) return first_of_output_array(plug);
+        plug = source;
+    }
+    report(start, "Cycle of connections at");
+    return start;
+}
+
+Value EvaluationContext::evaluate(const Plug& plug) {
+    const Plug from = origin(plug);
+    const Attribute& attribute = from.attribute();
+    if (attribute.output) return compute(from);
+    const bool triple = attribute.children.size() == 3 && !from.is_array() && !from.node->inputs().empty();
+    if (!triple) return from.node->get(from.key);
+    Vector3 out;
+    for (int i = 0; i < 3; ++i) {
+        const Plug child = from.child(i);
+        if (child.is_compound() || child.is_array()) return from.node->get(from.key);
+        const Plug at = origin(child);
+        out[i] = at.is_compound() ? 0.0 : at.attribute().output ? compute(at).number() : at.node->get(at.key).number();
+    }
+    return out;
+}
+
+Matrix EvaluationContext::matrix(const Plug& plug) {
+    const Plug from = origin(plug);
+    if (from.attribute().output && from.key.attribute == TransformAttributes::ids().world_matrix &&
+        from.node->type().is_dag() && from.key.index[0] == 0)
+        return world_matrix(*from.node);
+    return evaluate(from).matrix();
+}
+
+Value EvaluationContext::builtin_output(const Plug& plug) {
+    const TransformAttributes& ids = TransformAttributes::ids();
+    Node& node = *plug.node;
+    const AttributeId id = plug.key.attribute;
+    if (id == ids.matrix) return local_matrix(node);
+    if (id == ids.inverse_matrix) return inverse(local_matrix(node));
+    const int instance = plug.key.index[0];
+    Matrix world, parent;
+    if (instance == 0) {
+        world = world_matrix(node);
+        parent = parent_matrix(node);
+    } else {
+        const std::vector<DagPath> paths = scene_.paths_to(node);
+        if (instance < 0 || instance >= static_cast<int>(paths.size())) return Matrix();
+        world = world_matrix(paths[instance]);
+        parent = parent_matrix(paths[instance]);
+    }
+    if (id == ids.world_matrix) return world;
+    if (id == ids.world_inverse_matrix) return inverse(world);
+    return id == ids.parent_matrix ? parent : inverse(parent);
+}
+
+Value EvaluationContext::compute(const Plug& plug) {
+    Node& node = *plug.node;
+    if (&node == &scene_.time_node()) return time();
+    if (node.type().is_dag() && plug.key.attribute <= TransformAttributes::ids().parent_inverse_matrix)
+        return builtin_output(plug);
+    if (!node.type().compute) return node.get(plug.key);
+
+    std::size_t at = 0;
+    while (at < node.cache_.size() && node.cache_[at].key != plug.key) ++at;
+    if (at == node.cache_.size()) node.cache_.push_back({plug.key, 0, false, {}});
+    if (node.cache_[at].generation == scene_.generation()) return node.cache_[at].value;
+    if (node.cache_[at].computing || scene_.evaluation_depth_ >= max_evaluation_depth) {
+        report(plug, node.cache_[at].computing ? "Cycle at" : "Evaluation goes too deep at");
+        return node.get(plug.key);
+    }
+    node.cache_[at].computing = true;
+    ++scene_.evaluation_depth_;
+    const std::uint64_t generation = scene_.generation();
+    Value value = node.type().compute(*this, node, plug);
+    --scene_.evaluation_depth_;
+    // The function may have asked for further outputs of this node, and so moved the cache.
+    Node::CachedOutput& entry = node.cache_[at];
+    entry.computing = false;
+    entry.generation = generation;
+    entry.value = value;
+    return value;
+}
+
+} // namespace headless

@@ -1,0 +1,1 @@
+#include "headless/graph/scene.h"
