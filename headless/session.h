@@ -24,6 +24,7 @@ struct CommandResult {
     std::vector<double> numbers;
     std::vector<std::int64_t> integers;
 
+    std::vector<std::string> pieces() const; ///< each value as text
     /// As a script shows it: values with blanks between them.
     std::string text() const;
 };
@@ -93,6 +94,10 @@ public:
 
 private:
     Session();
+    Result<void> read(const std::string& path, const std::string& type, bool import);
+    void warn_of_unevaluated_drivers();
+    void forget_plugin(const std::string& name);
+
     std::unique_ptr<Scene> scene_;
     Sink sink_;
     std::map<std::string, SceneReader, std::less<>> readers_;

@@ -13,12 +13,14 @@ class DagPath {
 public:
     DagPath() = default;
     explicit DagPath(NodeHandle leaf) : leaf_(leaf) {}
-    /// `ways` from the top-level node to the leaf, both included.
+    /// `way` from the top-level node to the leaf, both included.
     explicit DagPath(std::vector<NodeHandle> way);
+    DagPath(NodeHandle leaf, std::shared_ptr<const std::vector<NodeHandle>> way) : leaf_(leaf), way_(std::move(way)) {}
 
     NodeHandle leaf() const { return leaf_; }
     bool is_explicit() const { return way_ != nullptr; }
     const std::vector<NodeHandle>& way() const { return *way_; }
+    const std::shared_ptr<const std::vector<NodeHandle>>& shared_way() const { return way_; }
     explicit operator bool() const { return static_cast<bool>(leaf_); }
     bool operator==(const DagPath& other) const;
 

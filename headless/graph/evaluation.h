@@ -26,7 +26,8 @@ public:
     /// The plug that feeds this one through any number of plain connections; the plug itself when nothing does.
     Plug origin(Plug plug);
 
-    TransformValues transform_values(Node& transform);
+    TransformValues transform_values(Node& transform) { return current_values(transform); }
+    const TransformValues& current_values(Node& transform); ///< without the copy; holds until the next question
     const Matrix& local_matrix(Node& transform);
     /// Of the node's first path; a shape's is its transform's, the world's the identity. The reference holds
     /// until the scene's time or contents change.

@@ -168,7 +168,7 @@ void EvaluationContext::refresh_values(Node& node, TransformState& state) {
     state.values_generation = generation;
 }
 
-TransformValues EvaluationContext::transform_values(Node& transform) {
+const TransformValues& EvaluationContext::current_values(Node& transform) {
     TransformState& state = state_of(transform);
     refresh_values(transform, state);
     return state.values;

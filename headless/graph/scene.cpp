@@ -2,7 +2,7 @@
 
 #include "headless/graph/transform_state.h"
 
-#include <algorithm>
+#include <cmath>
 #include <numbers>
 
 namespace headless {
@@ -134,6 +134,7 @@ void Scene::drop_connections(Node& node) {
 }
 
 void Scene::set_current_time(double seconds) {
+    if (!std::isfinite(seconds)) return;
     time_ = seconds;
     ++clock_moves_;
     touch();

@@ -63,6 +63,8 @@ public:
     Result<void> remove_parent(Node& child, Node& parent); ///< refused for the last one
     DagPath path_to(const Node& node) const;               ///< the first of its paths
     std::vector<DagPath> paths_to(const Node& node) const;
+    /// The path that goes on from a path's leaf to a child of it.
+    DagPath extended(const DagPath& path, const Node& child) const;
     /// The nodes from the top level to the leaf; empty when the path no longer exists.
     std::vector<Node*> nodes_on(const DagPath& path) const;
     std::string full_name(const DagPath& path) const;    ///< "|a|b"; "" for the world
@@ -98,7 +100,7 @@ public:
 
     // Time, in seconds.
     double current_time() const { return time_; }
-    void set_current_time(double seconds);
+    void set_current_time(double seconds); ///< a time that isn't finite changes nothing
     /// Rises with each move of the clock, also to where it is.
     std::uint64_t clock_moves() const { return clock_moves_; }
     struct Playback {

@@ -153,6 +153,14 @@ DagPath Scene::path_to(const Node& node) const {
     return DagPath(std::move(way));
 }
 
+DagPath Scene::extended(const DagPath& path, const Node& child) const {
+    if (!has_instances() || (!path.is_explicit() && child.parents_.size() == 1)) return DagPath(child.handle());
+    std::vector<NodeHandle> way;
+    for (const Node* node : nodes_on(path)) way.push_back(node->handle());
+    way.push_back(child.handle());
+    return DagPath(std::move(way));
+}
+
 std::vector<DagPath> Scene::paths_to(const Node& node) const {
     if (!has_instances() || &node == world_) return {DagPath(node.handle())};
     // Ways from the node upward, each a list from the leaf; `which` counts the parents tried at each step.

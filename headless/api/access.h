@@ -1,0 +1,100 @@
+#pragma once
+
+#include "headless/graph/scene.h"
+#include "headless/session.h"
+
+#include <maya/MArgList.h>
+#include <maya/MDagPath.h>
+#include <maya/MObject.h>
+#include <maya/MPlug.h>
+#include <maya/MPxCommand.h>
+#include <maya/MSelectionList.h>
+#include <maya/MSyntax.h>
+#include <maya/MTransformationMatrix.h>
+
+namespace headless {
+
+struct SyntaxTable;
+
+/// Between the public API's objects and the graph's.
+struct Access {
+    static Scene& scene() { return Session::current().scene(); }
+
+    static Node* node(const MObject& object) { return scene().find({object.slot_, object.serial_}); }
+    static NodeHandle handle(const MObject& object) { return {object.slot_, object.serial_}; }
+    static MObject object(NodeHandle handle) {
+        MObject out;
+        out.slot_ = handle.slot;
+        out.serial_ = handle.serial;
+        return out;
+    }
+    static MObject object(const Node* node) { return node ? object(node->handle()) : MObject(); }
+    static MObject plugin_object();
+
+    /// A time that isn't finite is refused.
+    static MStatus set_playback(double Scene::Playback::*which, double seconds);
+
+    static NodeHandle leaf(const MDagPath& path) { return {path.slot_, path.serial_}; }
+    static DagPath path(const MDagPath& path);
+    static MDagPath path(const DagPath& path);
+    static Node* node(const MDagPath& path) { return scene().find(leaf(path)); }
+
+    static Plug plug(const MPlug& plug); ///< null when the node is gone
+    static MPlug plug(const Plug& plug);
+
+    static SelectionList& list(MSelectionList& list) { return *list.list_; }
+    static const SelectionList& list(const MSelectionList& list) { return *list.list_; }
+
+    static const SyntaxTable& syntax(const MSyntax& syntax) { return *syntax.table_; }
+    static std::vector<MString>& words(MArgList& list) { return list.words_; }
+    static const std::vector<MString>& words(const MArgList& list) { return list.words_; }
+    static const std::string& text(const MString& text) { return text.text_; }
+    static void set_syntax(MPxCommand& command, const MSyntax& syntax) {
+        command.syntax_ = syntax;
+        command.has_syntax_ = true;
+    }
+
+    /// A transformation that gives the matrix as it is, and takes its parts apart by these values.
+    static MTransformationMatrix transformation(const Matrix& matrix, const TransformValues& values);
+};
+
+inline MString text(const std::string& s) {
+    return MString(s.c_str(), static_cast<int>(s.size()));
+}
+inline Vector3 vector(const MVector& v) {
+    return {v.x, v.y, v.z};
+}
+inline MVector vector(const Vector3& v) {
+    return {v.x, v.y, v.z};
+}
+inline Matrix matrix(const MMatrix& m) {
+    Matrix out;
+    std::copy(&m.matrix[0][0], &m.matrix[0][0] + 16, &out.m[0][0]);
+    return out;
+}
+inline MMatrix matrix(const Matrix& m) {
+    return MMatrix(m.m);
+}
+inline Quaternion quaternion(const MQuaternion& q) {
+    return {q.x, q.y, q.z, q.w};
+}
+inline MQuaternion quaternion(const Quaternion& q) {
+    return {q.x, q.y, q.z, q.w};
+}
+
+inline void put(MStatus* status, MStatus value) {
+    if (status) *status = value;
+}
+/// For calls that give an object's value: the status told, the fallback given.
+template<typename T>
+T fail(MStatus* status, T fallback, MStatus::MStatusCode code = MStatus::kFailure) {
+    put(status, code);
+    return fallback;
+}
+template<typename T>
+T succeed(MStatus* status, T value) {
+    put(status, MStatus::kSuccess);
+    return value;
+}
+
+} // namespace headless

@@ -1,0 +1,242 @@
+#include "headless/api/arguments.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace headless {
+
+int SyntaxTable::find(std::string_view name) const {
+    if (name.starts_with('-')) name.remove_prefix(1);
+    if (name.empty()) return -1;
+    for (std::size_t i = 0; i < flags.size(); ++i) {
+        if (flags[i].short_name == name || flags[i].long_name == name) return static_cast<int>(i);
+    }
+    return -1;
+}
+
+const ParsedArguments::Use* ParsedArguments::use_of(const char* flag, int which) const {
+    const int wanted = syntax.find(flag ? flag : "");
+    const Use* found = nullptr;
+    for (const Use& use : uses) {
+        if (wanted < 0 || use.flag != wanted) continue;
+        found = &use;
+        if (which-- == 0) return found;
+    }
+    return which < 0 ? found : nullptr;
+}
+
+std::optional<bool> as_boolean(const MString& word) {
+    const MString lower = MString(word).toLowerCase();
+    for (const char* yes : {"1", "true", "on", "yes"}) {
+        if (lower == yes) return true;
+    }
+    for (const char* no : {"0", "false", "off", "no"}) {
+        if (lower == no) return false;
+    }
+    return {};
+}
+
+namespace {
+
+// The number at the front of a word, and what stands behind it.
+struct NumberAndRest {
+    double number;
+    std::string_view rest;
+};
+
+std::optional<NumberAndRest> leading_number(std::string_view word) {
+    if (word.starts_with('+')) word.remove_prefix(1);
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (error != std::errc() || !std::isfinite(number)) return {};
+    return NumberAndRest{number, word.substr(end - word.data())};
+}
+
+template<typename Unit>
+std::optional<double> measured(const MString& word, double plain_size, double Unit::*size) {
+    const auto found = leading_number(Access::text(word));
+    if (!found) return {};
+    if (found->rest.empty()) return found->number * plain_size;
+    const std::optional<Unit> unit = Unit::by_name(found->rest);
+    if (!unit) return {};
+    return found->number * ((*unit).*size);
+}
+
+} // namespace
+
+std::optional<double> as_number(const MString& word) {
+    const auto found = leading_number(Access::text(word));
+    if (!found || !found->rest.empty()) return {};
+    return found->number;
+}
+
+std::optional<int> as_integer(const MString& word) {
+    const auto number = as_number(word);
+    if (!number || *number != std::trunc(*number) || std::abs(*number) > 2147483647.0) return {};
+    return static_cast<int>(*number);
+}
+
+std::optional<double> as_centimetres(const MString& word) {
+    return measured(word, Access::scene().linear_unit.centimetres, &LinearUnit::centimetres);
+}
+
+std::optional<double> as_radians(const MString& word) {
+    return measured(word, Access::scene().angle_unit.radians, &AngleUnit::radians);
+}
+
+std::optional<double> as_seconds(const MString& word) {
+    const auto found = leading_number(Access::text(word));
+    if (!found) return {};
+    if (found->rest.empty()) return Access::scene().time_unit.to_seconds(found->number);
+    const auto unit = TimeUnit::by_name(found->rest);
+    if (!unit) return {};
+    return unit->to_seconds(found->number);
+}
+
+namespace {
+
+const char* kind_name(MSyntax::MArgType type) {
+    switch (type) {
+    case MSyntax::kBoolean:
+        return "boolean";
+    case MSyntax::kLong:
+        return "int";
+    case MSyntax::kUnsigned:
+        return "unsigned int";
+    case MSyntax::kDouble:
+        return "double";
+    case MSyntax::kDistance:
+        return "distance";
+    case MSyntax::kAngle:
+        return "angle";
+    case MSyntax::kTime:
+        return "time";
+    case MSyntax::kSelectionItem:
+        return "object";
+    default:
+        return "string";
+    }
+}
+
+bool is_of_kind(const MString& word, MSyntax::MArgType type) {
+    switch (type) {
+    case MSyntax::kBoolean:
+        return as_boolean(word).has_value();
+    case MSyntax::kLong:
+        return as_integer(word).has_value();
+    case MSyntax::kUnsigned:
+        return as_integer(word).value_or(-1) >= 0;
+    case MSyntax::kDouble:
+        return as_number(word).has_value();
+    case MSyntax::kDistance:
+        return as_centimetres(word).has_value();
+    case MSyntax::kAngle:
+        return as_radians(word).has_value();
+    case MSyntax::kTime:
+        return as_seconds(word).has_value();
+    case MSyntax::kSelectionItem:
+        return static_cast<bool>(Access::scene().resolve(Access::text(word)));
+    default:
+        return true;
+    }
+}
+
+bool looks_like_flag(const MString& word) {
+    const std::string& text = Access::text(word);
+    if (text.size() < 2 || text[0] != '-') return false;
+    const char c = text[1];
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+// One walk over the words.
+class Sorter {
+public:
+    Sorter(const SyntaxTable& syntax, const std::vector<MString>& words) : words_(words) { out_.syntax = syntax; }
+
+    Result<ParsedArguments> sort() {
+        while (at_ < words_.size()) {
+            const Result<void> taken = looks_like_flag(words_[at_]) ? take_flag() : take_plain();
+            if (!taken) return taken.error();
+        }
+        if (Result<void> complete = check_plain(); !complete) return complete.error();
+        return std::move(out_);
+    }
+
+private:
+    Result<void> take_flag() {
+        const MString& word = words_[at_++];
+        if (out_.syntax.query && (word == "-q" || word == "-query")) {
+            out_.query = true;
+            return {};
+        }
+        if (out_.syntax.edit && (word == "-e" || word == "-edit")) {
+            out_.edit = true;
+            return {};
+        }
+        const int flag = out_.syntax.find(Access::text(word));
+        if (flag < 0) return Error{"Invalid flag '" + Access::text(word) + "'"};
+        const FlagRule& rule = out_.syntax.flags[flag];
+        ParsedArguments::Use use{flag, static_cast<unsigned int>(at_), {}};
+        if (!out_.query || rule.full_query) {
+            for (const MSyntax::MArgType type : rule.arguments) {
+                if (!word_fits(type))
+                    return Error{"Flag '" + Access::text(word) + "' must be passed a " + kind_name(type) + " argument"};
+                use.arguments.push_back(words_[at_++]);
+            }
+        }
+        if (!rule.multi_use) std::erase_if(out_.uses, [flag](const auto& earlier) { return earlier.flag == flag; });
+        out_.uses.push_back(std::move(use));
+        return {};
+    }
+
+    bool word_fits(MSyntax::MArgType type) const {
+        if (at_ >= words_.size()) return false;
+        const MString& word = words_[at_];
+        if (looks_like_flag(word) && out_.syntax.find(Access::text(word)) >= 0) return false;
+        return is_of_kind(word, type);
+    }
+
+    Result<void> take_plain() {
+        const MString& word = words_[at_++];
+        if (out_.arguments.size() < out_.syntax.arguments.size())
+            out_.arguments.push_back(word);
+        else
+            out_.objects.push_back(word);
+        return {};
+    }
+
+    Result<void> check_plain() const {
+        const SyntaxTable& syntax = out_.syntax;
+        if (out_.arguments.size() < syntax.arguments.size()) return Error{"Wrong number of arguments on call"};
+        for (std::size_t i = 0; i < out_.arguments.size(); ++i) {
+            if (!is_of_kind(out_.arguments[i], syntax.arguments[i]))
+                return Error{"Argument " + std::to_string(i + 1) + " must be a " + kind_name(syntax.arguments[i])};
+        }
+        const bool takes_objects =
+            syntax.object_format == MSyntax::kStringObjects || syntax.object_format == MSyntax::kSelectionList;
+        if (out_.objects.size() > (takes_objects ? syntax.max_objects : 0u))
+            return Error{"Too many arguments: '" + Access::text(out_.objects.back()) + "'"};
+        if (takes_objects && out_.objects.size() < syntax.min_objects && !syntax.selection_as_default)
+            return Error{"Too few objects named"};
+        if (syntax.object_format == MSyntax::kSelectionList) {
+            for (const MString& name : out_.objects) {
+                const auto found = Access::scene().resolve(Access::text(name));
+                if (!found) return found.error();
+            }
+        }
+        return {};
+    }
+
+    const std::vector<MString>& words_;
+    std::size_t at_ = 0;
+    ParsedArguments out_;
+};
+
+} // namespace
+
+Result<ParsedArguments> parse_arguments(const SyntaxTable& syntax, const std::vector<MString>& words) {
+    return Sorter(syntax, words).sort();
+}
+
+} // namespace headless

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <maya/MTime.h>
+
+/// The clock and the playback range.
+class MAnimControl {
+public:
+    static MTime currentTime();
+    static MStatus setCurrentTime(const MTime& time);
+    static MTime minTime();
+    static MTime maxTime();
+    static MTime animationStartTime();
+    static MTime animationEndTime();
+    static MStatus setMinTime(MTime time);
+    static MStatus setMaxTime(MTime time);
+    static MStatus setAnimationStartTime(MTime time);
+    static MStatus setAnimationEndTime(MTime time);
+    static MStatus setMinMaxTime(MTime min, MTime max);
+    static MStatus setAnimationStartEndTime(MTime start, MTime end);
+};

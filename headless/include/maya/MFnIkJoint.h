@@ -1,0 +1,21 @@
+#pragma once
+
+#include <maya/MFnTransform.h>
+
+/// Operations on a joint.
+class MFnIkJoint : public MFnTransform {
+public:
+    MFnIkJoint() = default;
+    MFnIkJoint(MObject& object, MStatus* status = NULL) { attach(object, status); }
+    MFnIkJoint(const MObject& object, MStatus* status = NULL) { attach(object, status); }
+    MFnIkJoint(const MDagPath& path, MStatus* status = NULL) { MFnDagNode::attach(path, status); }
+    MFn::Type type() const override { return MFn::kJoint; }
+
+    /// Makes a joint under a parent, or under the world, and selects it alone.
+    MObject create(MObject parent = MObject::kNullObj, MStatus* status = NULL);
+    MStatus getOrientation(MQuaternion& orientation) const;
+    MStatus setOrientation(const MQuaternion& orientation);
+    MStatus getOrientation(MEulerRotation& orientation) const;
+    MStatus setOrientation(const MEulerRotation& orientation);
+    MStatus getSegmentScale(double scale[3]) const;
+};

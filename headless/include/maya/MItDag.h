@@ -1,0 +1,40 @@
+#pragma once
+
+#include <maya/MDagPath.h>
+#include <maya/MDagPathArray.h>
+#include <maya/MObject.h>
+
+#include <memory>
+
+/// Walks the DAG from the world, or from a given node, over every way to every node: the default cameras and
+/// the shapes too. A whole walk takes time in proportion to the nodes it visits. Nodes that come or go during
+/// the walk are visited or not, but never harm it.
+class MItDag {
+public:
+    enum TraversalType { kInvalidType, kDepthFirst, kBreadthFirst };
+
+    MItDag(TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid, MStatus* status = NULL);
+    ~MItDag();
+    MItDag(const MItDag&) = delete;
+    MItDag& operator=(const MItDag&) = delete;
+
+    MStatus reset();
+    MStatus reset(const MObject& root, TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid);
+    MStatus reset(const MDagPath& root, TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid);
+    bool isDone(MStatus* status = NULL) const;
+    MStatus next();
+    MStatus prune(); ///< leaves out what stands under the current node
+    MObject currentItem(MStatus* status = NULL) const;
+    MObject item(MStatus* status = NULL) const { return currentItem(status); }
+    MStatus getPath(MDagPath& path) const;
+    MStatus getAllPaths(MDagPathArray& paths) const;
+    MString fullPathName(MStatus* status = NULL) const;
+    MString partialPathName(MStatus* status = NULL) const;
+    unsigned int depth(MStatus* status = NULL) const; ///< below where the walk began
+    unsigned int instanceCount(bool total, MStatus* status = NULL) const;
+    bool isInstanced(bool indirect = true, MStatus* status = NULL) const;
+
+private:
+    struct Walk;
+    std::unique_ptr<Walk> walk_;
+};

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <maya/MAngle.h>
+#include <maya/MDistance.h>
+#include <maya/MObject.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+#include <maya/MTime.h>
+
+class MPlugArray;
+
+/// An attribute of a node, or an element or child of one. Numbers are in the host's own units: centimetres,
+/// radians; a plain number set on a time attribute counts in the scene's unit.
+class MPlug {
+public:
+    MPlug() = default;
+
+    bool isNull(MStatus* status = NULL) const;
+    MString name(MStatus* status = NULL) const; ///< "node.attribute"
+    MString info(MStatus* status = NULL) const { return name(status); }
+    MString partialName(bool includeNodeName = false, bool includeNonMandatoryIndices = false,
+                        bool includeInstancedIndices = false, bool useAlias = false, bool useFullAttributePath = false,
+                        bool useLongNames = false, MStatus* status = NULL) const;
+    MObject node(MStatus* status = NULL) const;
+
+    bool isArray(MStatus* status = NULL) const;
+    bool isElement(MStatus* status = NULL) const;
+    bool isCompound(MStatus* status = NULL) const;
+    bool isChild(MStatus* status = NULL) const;
+    bool isDynamic(MStatus* status = NULL) const;
+    unsigned int numElements(MStatus* status = NULL) const;
+    unsigned int evaluateNumElements(MStatus* status = NULL) { return numElements(status); }
+    unsigned int numChildren(MStatus* status = NULL) const;
+    unsigned int logicalIndex(MStatus* status = NULL) const;
+    MPlug elementByLogicalIndex(unsigned int i, MStatus* status = NULL) const;
+    MPlug elementByPhysicalIndex(unsigned int i, MStatus* status = NULL) const;
+    MPlug operator[](unsigned int i) const { return elementByPhysicalIndex(i); }
+    MPlug child(unsigned int i, MStatus* status = NULL) const;
+    MPlug parent(MStatus* status = NULL) const;
+    MPlug array(MStatus* status = NULL) const;
+
+    bool isConnected(MStatus* status = NULL) const;
+    bool connectedTo(MPlugArray& plugs, bool asDestination, bool asSource, MStatus* status = NULL) const;
+    bool isLocked(MStatus* status = NULL) const;
+    MStatus setLocked(bool locked);
+    bool isKeyable(MStatus* status = NULL) const;
+    MStatus setKeyable(bool keyable);
+
+    MStatus setValue(bool value);
+    MStatus setValue(short value);
+    MStatus setValue(int value);
+    MStatus setValue(float value);
+    MStatus setValue(double value);
+    MStatus setValue(const MTime& value);
+    MStatus setValue(const MAngle& value);
+    MStatus setValue(const MDistance& value);
+    MStatus setValue(const MString& value);
+    MStatus setValue(const char* value);
+    MStatus setBool(bool value) { return setValue(value); }
+    MStatus setInt(int value) { return setValue(value); }
+    MStatus setDouble(double value) { return setValue(value); }
+    MStatus setFloat(float value) { return setValue(value); }
+    MStatus setString(const MString& value) { return setValue(value); }
+    MStatus setMTime(const MTime& value) { return setValue(value); }
+    bool asBool(MStatus* status = NULL) const;
+    short asShort(MStatus* status = NULL) const;
+    int asInt(MStatus* status = NULL) const;
+    float asFloat(MStatus* status = NULL) const;
+    double asDouble(MStatus* status = NULL) const;
+    MTime asMTime(MStatus* status = NULL) const;
+    MAngle asMAngle(MStatus* status = NULL) const;
+    MDistance asMDistance(MStatus* status = NULL) const;
+    MString asString(MStatus* status = NULL) const;
+    MStatus getValue(bool& value) const;
+    MStatus getValue(int& value) const;
+    MStatus getValue(float& value) const;
+    MStatus getValue(double& value) const;
+    MStatus getValue(MTime& value) const;
+    MStatus getValue(MString& value) const;
+
+    bool operator==(const MPlug& other) const;
+    bool operator!=(const MPlug& other) const { return !(*this == other); }
+
+private:
+    friend struct headless::Access;
+    MObject node_;
+    std::uint32_t attribute_ = 0;
+    std::uint32_t depth_ = 0;
+    std::int32_t index_[4] = {0, 0, 0, 0};
+};
+
+ostream& operator<<(ostream& out, const MPlug& plug);

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+
+#include <memory>
+
+namespace headless {
+struct SyntaxTable;
+}
+
+/// Which flags and arguments a command takes.
+class MSyntax {
+public:
+    enum MArgType {
+        kInvalidArgType,
+        kNoArg,
+        kBoolean,
+        kLong,
+        kDouble,
+        kString,
+        kUnsigned,
+        kDistance,
+        kAngle,
+        kTime,
+        kSelectionItem,
+        kLastArgType
+    };
+    enum MObjectFormat { kInvalidObjectFormat, kNone, kStringObjects, kSelectionList, kLastObjectFormat };
+
+    MSyntax();
+    MSyntax(const MSyntax& other);
+    MSyntax& operator=(const MSyntax& other);
+    ~MSyntax();
+
+    /// A flag with up to six arguments. Names may come with or without their "-"; a name that is taken is refused.
+    MStatus addFlag(const char* shortName, const char* longName, MArgType argType1 = kNoArg, MArgType argType2 = kNoArg,
+                    MArgType argType3 = kNoArg, MArgType argType4 = kNoArg, MArgType argType5 = kNoArg,
+                    MArgType argType6 = kNoArg);
+    MStatus makeFlagMultiUse(const char* flag);
+    MStatus makeFlagQueryWithFullArgs(const char* flag, bool optional);
+    MStatus addArg(MArgType type);
+    MStatus setObjectType(MObjectFormat format, unsigned int minimum = 0);
+    MStatus setObjectType(MObjectFormat format, unsigned int minimum, unsigned int maximum);
+    void setMinObjects(unsigned int minimum);
+    void setMaxObjects(unsigned int maximum);
+    void useSelectionAsDefault(bool use);
+    void enableQuery(bool enable);
+    void enableEdit(bool enable);
+    bool canQuery() const;
+    bool canEdit() const;
+
+private:
+    friend struct headless::Access;
+    std::unique_ptr<headless::SyntaxTable> table_;
+};
+
+typedef MSyntax (*MCreateSyntaxFunction)();
