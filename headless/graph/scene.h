@@ -133,6 +133,7 @@ private:
     void add_matching_paths(Node& node, const std::vector<std::string_view>& names,
                             std::vector<SelectionItem>& out) const;
     std::vector<SelectionItem> match(std::string_view path) const;
+    std::vector<SelectionItem> match_from_top(const std::vector<std::string_view>& names) const;
     void note_namespaces(std::string_view name);
     Result<void> check_settable(const Plug& plug) const;
     void hold_until_clock_moves(const Plug& plug);

@@ -29,6 +29,16 @@ int levels(const Node& from, Next next, const Node* looked_for, bool& found) {
     }
 }
 
+// The same upward where every node has one parent at most: a walk along a chain.
+int levels_above(const Node& from, const Node* looked_for, bool& found) {
+    int depth = 0;
+    for (const Node* at = &from; at; at = at->parent()) {
+        found |= at == looked_for;
+        if (at->parent()) ++depth;
+    }
+    return depth;
+}
+
 // Sums a count over a graph without cycles: a node's is `own` plus its neighbours', each worked out once.
 template<typename Next>
 std::int64_t count_ways(const Node& from, Next next, std::int64_t own, std::int64_t at_end) {
@@ -66,7 +76,8 @@ Result<void> Scene::check_parenting(const Node& child, const Node& parent) const
     if (&parent == world_ && child.type().is_shape())
         return Error{"'" + child.name() + "' is a shape and can't stand under the world"};
     bool cycle = false, unused = false;
-    const int above = levels(parent, up, child.children().empty() ? nullptr : &child, cycle);
+    const Node* looked_for = child.children().empty() ? nullptr : &child;
+    const int above = has_instances() ? levels(parent, up, looked_for, cycle) : levels_above(parent, looked_for, cycle);
     if (cycle || &child == &parent) return Error{"'" + parent.name() + "' stands under '" + child.name() + "'"};
     const int below = child.children().empty() ? 0 : levels(child, down, nullptr, unused);
     if (above + 1 + below > max_dag_depth)

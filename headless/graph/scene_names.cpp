@@ -65,7 +65,7 @@ void Scene::make_name_fit(Node& child, Node& parent) {
     give_name(child, names_.unique_name(child.name_, parents, &child));
 }
 
-// Whether a path has these names at its end, or, for a full path, from end to end.
+// Whether the end of a path has these names, the world counting as the name before a full path's first.
 bool Scene::path_fits(const std::vector<Node*>& nodes, const std::vector<std::string_view>& names) const {
     const bool full = names.front().empty();
     const std::size_t count = names.size() - (full ? 1 : 0);
@@ -83,9 +83,27 @@ void Scene::add_matching_paths(Node& node, const std::vector<std::string_view>& 
         out.push_back(item(node));
         return;
     }
+    // Most candidates are ruled out by the parent's name, before any path is built.
+    const std::string_view above = names[names.size() - 2];
+    const bool possible = std::ranges::any_of(node.parents_, [&](const Node* parent) {
+        return above.empty() ? parent == world_ : fits(above, parent->name_);
+    });
+    if (!possible) return;
     for (const DagPath& path : paths_to(node)) {
         if (path_fits(nodes_on(path), names)) out.push_back({path, node.handle_, {}, {}});
     }
+}
+
+// A full path without wildcards is walked from the top, a step a name.
+std::vector<SelectionItem> Scene::match_from_top(const std::vector<std::string_view>& names) const {
+    Node* at = world_;
+    DagPath path;
+    for (std::size_t i = 1; i < names.size(); ++i) {
+        at = names_.find_child(*at, names[i]);
+        if (!at) return {};
+        path = extended(path, *at);
+    }
+    return {{path, at->handle_, {}, {}}};
 }
 
 std::vector<SelectionItem> Scene::match(std::string_view path) const {
@@ -93,6 +111,7 @@ std::vector<SelectionItem> Scene::match(std::string_view path) const {
     const std::vector<std::string_view> names = split_path(path);
     const std::string_view last = names.back();
     if (last.empty()) return out;
+    if (names.front().empty() && std::ranges::none_of(names, is_pattern)) return match_from_top(names);
     if (!is_pattern(last)) {
         if (Node* node = names_.find_outside_dag(last); node && names.size() == 1) out.push_back(item(*node));
         for (Node* node : names_.find_in_dag(last)) add_matching_paths(*node, names, out);

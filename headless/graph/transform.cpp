@@ -74,11 +74,20 @@ Vector3 unit_or(const Vector3& v, double size, const Vector3& otherwise) {
     return size > 0.0 ? v * (1.0 / size) : otherwise;
 }
 
-// Some direction at right angles to a unit vector.
+// A direction at right angles to a unit vector.
 Vector3 any_perpendicular(const Vector3& v) {
     const Vector3 axis = std::abs(v.x) < 0.9 ? Vector3{1, 0, 0} : Vector3{0, 1, 0};
     const Vector3 out = cross(v, axis);
     return out * (1.0 / length(out));
+}
+
+// A direction at right angles to both, as far as they are directions at all.
+Vector3 across(const Vector3& a, const Vector3& b) {
+    const Vector3 normal = cross(a, b);
+    if (const double size = length(normal); size > 0.0) return normal * (1.0 / size);
+    const Vector3& longer = length(a) > 0.0 ? a : b;
+    const double size = length(longer);
+    return size > 0.0 ? any_perpendicular(longer * (1.0 / size)) : Vector3{1, 0, 0};
 }
 
 // Splits the upper block of `a` into scale, shear and an orthonormal right-handed rotation by taking from each
@@ -92,9 +101,7 @@ Factors factor(const Matrix& a) {
     Factors out;
     const Vector3 r0 = a.row(0), r1 = a.row(1), r2 = a.row(2);
     out.scale.x = length(r0);
-    const Vector3 fallback = length(r1) > 0.0   ? any_perpendicular(r1 * (1.0 / length(r1)))
-                             : length(r2) > 0.0 ? any_perpendicular(r2 * (1.0 / length(r2)))
-                                                : Vector3{1, 0, 0};
+    const Vector3 fallback = across(r1, r2);
     const Vector3 q0 = unit_or(r0, out.scale.x, fallback);
 
     const double along01 = dot(r1, q0);

@@ -23,8 +23,9 @@ struct TransformValues {
 Matrix local_matrix(const TransformValues& values);
 
 /// Changes translate, rotate, scale and shear so that `local_matrix` gives `matrix`; pivots, rotate axis, joint
-/// orient and rotate order stay. A joint has no shear: what the matrix shears is lost there. A mirroring matrix
-/// gets three negative scales. A row of zeros gets scale 0 along an axis that completes the others.
+/// orient and rotate order stay. A joint has no shear: what the matrix, freed of the compensation, shears is lost
+/// there. A mirroring matrix gets three negative scales. A row of zeros gets scale 0 along an axis that completes the
+/// others.
 void set_from_matrix(TransformValues& values, const Matrix& matrix);
 
 /// The ids, common to all transforms, of the attributes behind `TransformValues`.

@@ -1,0 +1,208 @@
+#include "headless/graph/evaluation.h"
+
+#include "headless/graph/scene.h"
+
+#include <gtest/gtest.h>
+
+namespace headless {
+namespace {
+
+int times_computed = 0;
+
+// A stand-in for a curve: its output is the time, in seconds, times its "pre" attribute.
+Value ramp(EvaluationContext& context, Node& node, const Plug&) {
+    ++times_computed;
+    return context.time() * context.number(node.find_plug("pre"));
+}
+
+// Passes its input on, one more.
+Value one_more(EvaluationContext& context, Node& node, const Plug&) {
+    return context.number(node.find_plug("input")) + 1.0;
+}
+
+class Evaluation : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        NodeType& curve = NodeTypes::all().add("testRamp", "animCurveTL", MFn::kAnimCurve);
+        curve.compute = ramp;
+        NodeTypes::all().add("testStep", "unitConversion", MFn::kUnitConversion).compute = one_more;
+    }
+
+    Node& make(const char* type, const char* name, Node* parent = nullptr) {
+        return **scene.create_node(type, name, parent);
+    }
+    void connect(const char* from, const char* to) {
+        const auto done = scene.connect(*scene.find_plug(from), *scene.find_plug(to));
+        ASSERT_TRUE(done) << from << " to " << to;
+    }
+    void set(const char* plug, const Value& value) { ASSERT_TRUE(scene.set(*scene.find_plug(plug), value)) << plug; }
+    double number(const char* plug) { return scene.evaluate(*scene.find_plug(plug)).number(); }
+    Node& ramp_node(const char* name, int slope) {
+        Node& node = make("testRamp", name);
+        node.set(node.find_plug("pre").key, slope);
+        return node;
+    }
+
+    Scene scene;
+};
+
+TEST_F(Evaluation, follows_connections_of_plugs_and_of_the_compounds_around_them) {
+    make("joint", "a");
+    make("joint", "b");
+    make("joint", "c");
+    connect("a.t", "b.t");
+    connect("b.ty", "c.tx");
+    set("a.t", Vector3{1, 2, 3});
+    EXPECT_EQ(number("c.tx"), 2.0);
+    EXPECT_EQ(scene.evaluate(*scene.find_plug("b.t")).vector(), (Vector3{1, 2, 3}));
+    EXPECT_EQ(scene.evaluate(*scene.find_plug("c.t")).vector(), (Vector3{2, 0, 0}));
+    EXPECT_EQ(scene.local_matrix(**scene.find_node("c")).translation(), (Vector3{2, 0, 0}));
+}
+
+TEST_F(Evaluation, a_node_computes_once_a_time_and_again_when_time_or_an_input_changes) {
+    ramp_node("r", 10);
+    make("joint", "a");
+    connect("r.o", "a.tx");
+    connect("r.o", "a.ty");
+    Node& a = **scene.find_node("a");
+    scene.set_current_time(2.0);
+    times_computed = 0;
+    EXPECT_EQ(scene.local_matrix(a).translation(), (Vector3{20, 20, 0}));
+    EXPECT_EQ(scene.world_matrix(a).translation(), (Vector3{20, 20, 0}));
+    EXPECT_EQ(times_computed, 1);
+    scene.set_current_time(3.0);
+    EXPECT_EQ(scene.world_matrix(a).translation(), (Vector3{30, 30, 0}));
+    set("r.pre", 100);
+    EXPECT_EQ(scene.world_matrix(a).translation(), (Vector3{300, 300, 0}));
+    EXPECT_EQ(number("time1.outTime"), 3.0);
+}
+
+TEST_F(Evaluation, a_value_set_on_a_curve_driven_plug_holds_until_the_clock_moves) {
+    ramp_node("r", 10);
+    Node& a = make("joint", "a");
+    connect("r.o", "a.tx");
+    scene.set_current_time(1.0);
+    set("a.t", Vector3{7, 8, 9});
+    EXPECT_EQ(scene.local_matrix(a).translation(), (Vector3{7, 8, 9}));
+    EXPECT_EQ(number("a.tx"), 7.0);
+    scene.set_current_time(1.0);
+    EXPECT_EQ(scene.local_matrix(a).translation(), (Vector3{10, 8, 9}));
+    EXPECT_EQ(number("a.tx"), 10.0);
+}
+
+TEST_F(Evaluation, a_plug_that_is_locked_or_driven_by_another_node_is_not_set) {
+    make("joint", "a");
+    make("joint", "b");
+    connect("a.tx", "b.tx");
+    EXPECT_FALSE(scene.set(*scene.find_plug("b.tx"), 1.0));
+    EXPECT_FALSE(scene.set(*scene.find_plug("b.t"), Vector3{1, 1, 1}));
+    const auto locked = scene.find_plug("a.t");
+    locked->node->set_flags(locked->key.attribute, {true, {}, {}});
+    const auto refused = scene.set(*scene.find_plug("a.ty"), 1.0);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().message,
+              "The attribute 'a.translate.translateY' is locked or connected and cannot be modified");
+    EXPECT_FALSE(scene.set(*scene.find_plug("a.wm"), Matrix()));
+    set("time1.outTime", 4.0);
+    EXPECT_EQ(scene.current_time(), 4.0);
+}
+
+TEST_F(Evaluation, cycles_are_reported_once_and_answered_with_what_is_stored) {
+    make("joint", "a");
+    make("joint", "b");
+    connect("a.tx", "b.tx");
+    connect("b.tx", "a.tx");
+    EXPECT_EQ(number("a.tx"), 0.0);
+    EXPECT_EQ(scene.local_matrix(**scene.find_node("a")), Matrix());
+    make("testStep", "s");
+    make("testStep", "t");
+    connect("s.o", "t.i");
+    connect("t.o", "s.i");
+    EXPECT_EQ(number("s.o"), 2.0); // the innermost question is answered with the stored 0
+    const auto errors = scene.take_evaluation_errors();
+    EXPECT_GE(errors.size(), 2u);
+    EXPECT_EQ(number("s.o"), 2.0);
+    EXPECT_TRUE(scene.take_evaluation_errors().empty());
+}
+
+TEST_F(Evaluation, a_chain_beyond_the_limit_is_reported_and_ends) {
+    const auto step = [](int i) { return "s" + std::to_string(i); };
+    const int count = 3 * max_evaluation_depth;
+    for (int i = 0; i < count; ++i) {
+        make("testStep", step(i).c_str());
+        if (i > 0) connect((step(i - 1) + ".o").c_str(), (step(i) + ".i").c_str());
+    }
+    EXPECT_EQ(number((step(max_evaluation_depth - 1) + ".o").c_str()), max_evaluation_depth);
+    EXPECT_TRUE(scene.take_evaluation_errors().empty());
+    scene.touch();
+    number((step(count - 1) + ".o").c_str());
+    EXPECT_EQ(scene.take_evaluation_errors().size(), 1u);
+}
+
+TEST_F(Evaluation, world_matrices_compose_and_can_refuse_to_inherit) {
+    Node& a = make("transform", "a");
+    Node& b = make("joint", "b", &a);
+    Node& shape = make("locator", "shape", &b);
+    set("a.t", Vector3{1, 0, 0});
+    set("a.s", Vector3{2, 2, 2});
+    set("b.t", Vector3{0, 5, 0});
+    EXPECT_EQ(scene.world_matrix(b).translation(), (Vector3{1, 10, 0}));
+    EXPECT_EQ(scene.world_matrix(shape), scene.world_matrix(b));
+    EXPECT_EQ(scene.evaluate(b.find_plug("pm")).matrix(), scene.world_matrix(a));
+    EXPECT_EQ(scene.evaluate(b.find_plug("wim[0]")).matrix(), inverse(scene.world_matrix(b)));
+    set("b.it", false);
+    EXPECT_EQ(scene.world_matrix(b).translation(), (Vector3{0, 5, 0}));
+    EXPECT_EQ(scene.evaluate(b.find_plug("pim[0]")).matrix(), Matrix());
+}
+
+TEST_F(Evaluation, a_joint_takes_out_its_parent_joints_scale_with_or_without_the_connection) {
+    Node& a = make("joint", "a");
+    Node& b = make("joint", "b", &a);
+    Node& group = make("transform", "g");
+    ramp_node("r", 1);
+    connect("r.o", "a.sx");
+    scene.set_current_time(4.0);
+    set("a.sy", 2.0);
+    const auto scale_of = [&](Node& joint) {
+        const Matrix m = scene.local_matrix(joint);
+        return Vector3{m.m[0][0], m.m[1][1], m.m[2][2]};
+    };
+    EXPECT_EQ(scale_of(b), (Vector3{0.25, 0.5, 1}));
+    connect("a.s", "b.is");
+    EXPECT_EQ(scale_of(b), (Vector3{0.25, 0.5, 1}));
+    scene.set_current_time(8.0);
+    EXPECT_EQ(scale_of(b), (Vector3{0.125, 0.5, 1}));
+    set("b.ssc", false);
+    EXPECT_EQ(scale_of(b), (Vector3{1, 1, 1}));
+    set("b.ssc", true);
+    scene.disconnect(*scene.find_plug("b.is"));
+    ASSERT_TRUE(scene.reparent(b, &group));
+    EXPECT_EQ(scale_of(b), (Vector3{1, 1, 1}));
+}
+
+TEST_F(Evaluation, what_moves_a_transform_unevaluated_is_named) {
+    make("joint", "a");
+    make("joint", "b");
+    make("expression", "e");
+    make("unitConversion", "u");
+    make("vendorSolver", "v");
+    make("vendorSolver", "bystander");
+    make("aimConstraint", "aim");
+    make("ikHandle", "ik");
+    make("ikHandle", "idle");
+    (*scene.find_node("v"))->find_or_add_plug("out");
+    (*scene.find_node("bystander"))->find_or_add_plug("out");
+    connect("e.out[0]", "u.i");
+    connect("u.o", "a.rx");
+    connect("v.out", "b.tx");
+    connect("bystander.out", "b.radi");
+    connect("aim.message", "ik.hsj"); // anything that says it solves for something
+    connect("v.out", "aim.tx");
+    connect("aim.tx", "a.ty");
+    std::vector<std::string> names;
+    for (const Node* node : scene.unevaluated_drivers()) names.push_back(node->name());
+    EXPECT_EQ(names, (std::vector<std::string>{"e", "v", "aim", "ik"}));
+}
+
+} // namespace
+} // namespace headless
