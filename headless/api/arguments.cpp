@@ -99,23 +99,23 @@ namespace {
 const char* kind_name(MSyntax::MArgType type) {
     switch (type) {
     case MSyntax::kBoolean:
-        return "boolean";
+        return "a boolean";
     case MSyntax::kLong:
-        return "int";
+        return "an int";
     case MSyntax::kUnsigned:
-        return "unsigned int";
+        return "an unsigned int";
     case MSyntax::kDouble:
-        return "double";
+        return "a double";
     case MSyntax::kDistance:
-        return "distance";
+        return "a distance";
     case MSyntax::kAngle:
-        return "angle";
+        return "an angle";
     case MSyntax::kTime:
-        return "time";
+        return "a time";
     case MSyntax::kSelectionItem:
-        return "object";
+        return "an object";
     default:
-        return "string";
+        return "a string";
     }
 }
 
@@ -181,7 +181,7 @@ private:
         if (!out_.query || rule.full_query) {
             for (const MSyntax::MArgType type : rule.arguments) {
                 if (!word_fits(type))
-                    return Error{"Flag '" + Access::text(word) + "' must be passed a " + kind_name(type) + " argument"};
+                    return Error{"Flag '" + Access::text(word) + "' must be passed " + kind_name(type) + " argument"};
                 use.arguments.push_back(words_[at_++]);
             }
         }
@@ -211,7 +211,7 @@ private:
         if (out_.arguments.size() < syntax.arguments.size()) return Error{"Wrong number of arguments on call"};
         for (std::size_t i = 0; i < out_.arguments.size(); ++i) {
             if (!is_of_kind(out_.arguments[i], syntax.arguments[i]))
-                return Error{"Argument " + std::to_string(i + 1) + " must be a " + kind_name(syntax.arguments[i])};
+                return Error{"Argument " + std::to_string(i + 1) + " must be " + kind_name(syntax.arguments[i])};
         }
         const bool takes_objects =
             syntax.object_format == MSyntax::kStringObjects || syntax.object_format == MSyntax::kSelectionList;
