@@ -1,6 +1,7 @@
 #include "headless/session.h"
 
 #include "headless/api/translators.h"
+#include "headless/files/formats.h"
 
 #include <algorithm>
 #include <charconv>
@@ -54,7 +55,9 @@ std::string CommandResult::text() const {
     return out;
 }
 
-Session::Session() : scene_(std::make_unique<Scene>()), sink_(print) {}
+Session::Session() : scene_(std::make_unique<Scene>()), sink_(print) {
+    register_file_formats(*this);
+}
 
 Session& Session::current() {
     static Session session;

@@ -1,0 +1,145 @@
+#include "headless/files/bvh_reader.h"
+
+#include "headless/files/bvh_file.h"
+#include "headless/files/frame_rate.h"
+#include "headless/files/text_file.h"
+
+#include <algorithm>
+#include <numbers>
+
+namespace headless {
+namespace {
+
+using Channel = BvhJoint::Channel;
+
+bool is_rotation(Channel channel) {
+    return channel >= Channel::x_rotation;
+}
+
+int axis_of(Channel channel) {
+    return static_cast<int>(channel) % 3;
+}
+
+// The first channel listed is the outermost rotation, so it acts last; axes that have no channel may act anywhere.
+RotateOrder rotate_order_of(const BvhJoint& joint) {
+    std::string letters;
+    for (const Channel channel : joint.channels) {
+        if (is_rotation(channel)) letters.insert(letters.begin(), "xyz"[axis_of(channel)]);
+    }
+    for (const char axis : {'x', 'y', 'z'}) {
+        if (letters.find(axis) == std::string::npos) letters += axis;
+    }
+    constexpr std::string_view orders[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
+    return rotate_order(std::ranges::find(orders, letters) - std::begin(orders));
+}
+
+class BvhBuilder {
+public:
+    BvhBuilder(Scene& scene, const BvhFile& file, const BvhOptions& options)
+        : scene_(scene), file_(file), options_(options), rate_(frame_rate(file.frame_time, file.frame_time_step)) {}
+
+    Result<void> build();
+
+private:
+    Result<void> add_joint(const BvhJoint& joint);
+    Result<void> add_curve(Node& node, const BvhJoint& joint, std::size_t channel);
+    double converted(Channel channel, double value) const;
+    void set_time_and_range();
+    void remove_what_was_made();
+
+    Scene& scene_;
+    const BvhFile& file_;
+    const BvhOptions& options_;
+    FrameRate rate_;
+    std::vector<Node*> joints_, curves_;
+    std::vector<double> times_, values_; // of the curve that is being made; the times are all curves'
+};
+
+Result<void> BvhBuilder::build() {
+    const bool fresh = std::ranges::all_of(scene_.nodes(), [](const Node* node) { return node->default_node(); });
+    for (std::size_t i = 0; i < file_.frame_count; ++i) times_.push_back(static_cast<double>(i) / rate_.per_second);
+    values_.resize(file_.frame_count);
+    for (const BvhJoint& joint : file_.joints) {
+        Result<void> done = add_joint(joint);
+        if (done) continue;
+        remove_what_was_made();
+        return done;
+    }
+    if (fresh) set_time_and_range();
+    return {};
+}
+
+Result<void> BvhBuilder::add_joint(const BvhJoint& joint) {
+    Node* parent = joint.parent < 0 ? nullptr : joints_[static_cast<std::size_t>(joint.parent)];
+    const Result<Node*> made = scene_.create_node("joint", legal_name(joint.name), parent);
+    if (!made) return made.error();
+    Node& node = **made;
+    joints_.push_back(&node);
+    const TransformAttributes& ids = TransformAttributes::ids();
+    node.set(node.plug(ids.translate).key, joint.offset * options_.unit_in_centimetres);
+    const RotateOrder order = rotate_order_of(joint);
+    if (order != RotateOrder::xyz) node.set(node.plug(ids.rotate_order).key, static_cast<int>(order));
+    if (file_.frame_count == 0) return {};
+    for (std::size_t i = 0; i < joint.channels.size(); ++i) {
+        if (Result<void> done = add_curve(node, joint, i); !done) return done;
+    }
+    return {};
+}
+
+double BvhBuilder::converted(Channel channel, double value) const {
+    return is_rotation(channel) ? value * (std::numbers::pi / 180.0) : value * options_.unit_in_centimetres;
+}
+
+Result<void> BvhBuilder::add_curve(Node& node, const BvhJoint& joint, std::size_t channel) {
+    const Channel kind = joint.channels[channel];
+    const TransformAttributes& ids = TransformAttributes::ids();
+    const AttributeId vector = is_rotation(kind) ? ids.rotate : ids.translate;
+    const AttributeId id = node.attribute(vector).children[static_cast<std::size_t>(axis_of(kind))];
+    const Result<Node*> made = scene_.create_node(is_rotation(kind) ? "animCurveTA" : "animCurveTL",
+                                                  node.name() + "_" + node.attribute(id).long_name);
+    if (!made) return made.error();
+    Node& curve = **made;
+    curves_.push_back(&curve);
+    const double* value = file_.values.data() + joint.first_channel + channel;
+    for (double& out : values_) {
+        out = converted(kind, *value);
+        value += file_.channel_count;
+    }
+    constexpr int linear = 2;
+    curve.set(curve.find_plug(".tan").key, linear);
+    const Plug keys = curve.find_plug(".ktv");
+    for (std::size_t i = 0; i < times_.size(); ++i) {
+        const Plug key = keys.element(static_cast<int>(i));
+        curve.set(key.child(0).key, times_[i]);
+        curve.set(key.child(1).key, values_[i]);
+    }
+    return scene_.connect(curve.find_plug(".output"), node.plug(id));
+}
+
+void BvhBuilder::set_time_and_range() {
+    scene_.time_unit = rate_.unit;
+    const double last = times_.empty() ? 0.0 : times_.back();
+    scene_.playback = {0.0, last, 0.0, last};
+    scene_.set_current_time(0.0);
+}
+
+void BvhBuilder::remove_what_was_made() {
+    for (Node* curve : curves_) scene_.remove_node(*curve);
+    for (std::size_t i = joints_.size(); i-- > 0;) scene_.remove_node(*joints_[i]);
+}
+
+} // namespace
+
+Result<void> read_bvh_text(Scene& scene, std::string_view text, const std::string& path, const BvhOptions& options) {
+    const Result<BvhFile> file = parse_bvh(text, path);
+    if (!file) return file.error();
+    return BvhBuilder(scene, *file, options).build();
+}
+
+Result<void> read_bvh(Scene& scene, const std::string& path, const BvhOptions& options) {
+    const Result<std::string> text = read_text_file(path);
+    if (!text) return text.error();
+    return read_bvh_text(scene, *text, path, options);
+}
+
+} // namespace headless

@@ -1,0 +1,49 @@
+#include "headless/files/frame_rate.h"
+
+#include <array>
+#include <cmath>
+
+namespace headless {
+namespace {
+
+// The rates that every version of the host has a time unit for.
+constexpr std::array<int, 38> host_rates = {2,   3,   4,   5,   6,   8,   10,  12,   15,   16,   20,   24,  25,
+                                            30,  40,  48,  50,  60,  75,  80,  100,  120,  125,  150,  200, 240,
+                                            250, 300, 375, 400, 500, 600, 750, 1200, 1500, 2000, 3000, 6000};
+
+TimeUnit whole_unit(double rate) {
+    const std::string name = rate == 1.0      ? "sec"
+                             : rate == 1000.0 ? "millisec"
+                                              : std::to_string(static_cast<int>(rate)) + "fps";
+    return TimeUnit::by_name(name).value_or(TimeUnit{});
+}
+
+TimeUnit nearest_unit(double rate) {
+    const auto distance = [rate](int known) { return std::abs(std::log(rate / known)); };
+    int best = host_rates.front();
+    for (const int known : host_rates) {
+        if (distance(known) < distance(best)) best = known;
+    }
+    return whole_unit(best);
+}
+
+} // namespace
+
+FrameRate frame_rate(double frame_time, double last_digit) {
+    if (!(frame_time > 0.0)) return {};
+    const auto stands_for = [&](double rate, double digits) {
+        const double off = std::abs(1.0 / rate - frame_time);
+        return off <= digits * last_digit * (1.0 + 1e-6) && off <= 1.5e-3 * frame_time;
+    };
+    const double whole = std::round(1.0 / frame_time);
+    const bool whole_known = whole >= 1.0 && whole <= 1e6;
+    if (whole_known && stands_for(whole, 0.5)) return {whole_unit(whole), whole};
+    for (const char* name : {"23.976fps", "29.97fps", "47.952fps", "59.94fps"}) {
+        const TimeUnit unit = TimeUnit::by_name(name).value_or(TimeUnit{});
+        if (stands_for(unit.per_second, 0.5)) return {unit, unit.per_second};
+    }
+    if (whole_known && stands_for(whole, 1.0)) return {whole_unit(whole), whole};
+    return {nearest_unit(1.0 / frame_time), 1.0 / frame_time};
+}
+
+} // namespace headless
