@@ -1,0 +1,74 @@
+#include "headless/files/ma_names.h"
+
+#include <algorithm>
+
+namespace headless {
+namespace {
+
+// Cuts the last name off a path; both views of it.
+std::string_view take_last(std::string_view& path) {
+    const std::size_t bar = path.rfind('|');
+    const std::string_view last = bar == std::string_view::npos ? path : path.substr(bar + 1);
+    path = bar == std::string_view::npos ? std::string_view() : path.substr(0, bar);
+    return last;
+}
+
+bool equals(std::string_view name, std::string_view prefix, std::string_view rest) {
+    return name.size() == prefix.size() + rest.size() && name.starts_with(prefix) && name.ends_with(rest);
+}
+
+} // namespace
+
+void MaNames::add(Node& node, std::string_view file_name) {
+    const auto at = made_.find(file_name);
+    (at == made_.end() ? made_[std::string(file_name)] : at->second).push_back(&node);
+    if (node.name() != file_name) renamed_[&node] = file_name;
+}
+
+std::string_view MaNames::file_name_of(const Node& node) const {
+    const auto at = renamed_.find(&node);
+    return at == renamed_.end() ? std::string_view(node.name()) : std::string_view(at->second);
+}
+
+bool MaNames::stands_under(const Node& node, std::string_view path, std::string_view prefix) const {
+    std::vector<const Node*> level{&node}, above;
+    const bool full = path.empty() || path.front() == '|';
+    while (!path.empty()) {
+        const std::string_view name = take_last(path);
+        if (name.empty()) break;
+        above.clear();
+        for (const Node* at : level) {
+            for (const Node* parent : at->parents()) {
+                if (equals(file_name_of(*parent), prefix, name)) above.push_back(parent);
+            }
+        }
+        if (above.empty()) return false;
+        level.swap(above);
+    }
+    const auto at_top = [](const Node* at) { return at->parent() && at->parent()->is_world(); };
+    return !full || std::ranges::any_of(level, at_top);
+}
+
+Node* MaNames::find(std::string_view name, std::string_view prefix) const {
+    std::string_view path = name;
+    const bool plain = name.find('|') == std::string_view::npos;
+    std::string_view last = take_last(path);
+    if (last.starts_with(':')) {
+        last.remove_prefix(1);
+        prefix = {};
+    }
+    const auto at = prefix.empty() ? made_.find(last) : made_.find(std::string(prefix) + std::string(last));
+    if (at != made_.end()) {
+        const std::vector<Node*>& found = at->second;
+        if (found.size() == 1) return found.front();
+        if (plain) return nullptr;
+        const auto fits = [&](const Node* node) { return stands_under(*node, path, prefix); };
+        const auto first = std::ranges::find_if(found, fits);
+        if (first == found.end()) return nullptr;
+        return std::find_if(first + 1, found.end(), fits) == found.end() ? *first : nullptr;
+    }
+    const Result<Node*> of_scene = scene_.find_node(plain ? last : name);
+    return of_scene ? *of_scene : nullptr;
+}
+
+} // namespace headless

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "headless/graph/scene.h"
+
+namespace headless {
+
+/// What the names in a file stand for: nodes that the file made, whatever they came to be called in the scene, and
+/// else nodes of the scene itself.
+class MaNames {
+public:
+    explicit MaNames(Scene& scene) : scene_(scene) {}
+
+    /// Notes a node under the name that the file gives it.
+    void add(Node& node, std::string_view file_name);
+    /// By name ("a", "ns:a") or path ("|a|b", "b|c"), each name of it behind `prefix`; null when there is none or
+    /// more than one. A name with ":" in front means the scene's root namespace.
+    Node* find(std::string_view name, std::string_view prefix) const;
+
+private:
+    std::string_view file_name_of(const Node& node) const;
+    bool stands_under(const Node& node, std::string_view path, std::string_view prefix) const;
+
+    Scene& scene_;
+    NameMap<std::vector<Node*>> made_;
+    std::unordered_map<const Node*, std::string> renamed_;
+};
+
+} // namespace headless

@@ -1,0 +1,278 @@
+#include "headless/script/set_attribute.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+
+namespace headless {
+
+std::optional<double> number_of(std::string_view word) {
+    if (word.starts_with('+')) word.remove_prefix(1);
+    double out = 0.0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), out);
+    if (error == std::errc::invalid_argument || end != word.data() + word.size()) return {};
+    // Beyond what a double holds: the nearest there is.
+    if (error == std::errc::result_out_of_range) out = std::strtod(std::string(word).c_str(), nullptr);
+    return out;
+}
+
+std::optional<bool> truth_of(std::string_view word) {
+    for (const std::string_view yes : {"yes", "on", "true", "1"}) {
+        if (word == yes) return true;
+    }
+    for (const std::string_view no : {"no", "off", "false", "0"}) {
+        if (word == no) return false;
+    }
+    return {};
+}
+
+namespace {
+
+// Flags of setAttr: by either name, and what stands behind them.
+enum class Flag { none, locked, keyable, channel_box, type, bare, skipped_value };
+
+Flag flag_of(std::string_view word) {
+    static constexpr std::pair<std::string_view, Flag> table[] = {
+        {"-k", Flag::keyable},           {"-keyable", Flag::keyable},
+        {"-l", Flag::locked},            {"-lock", Flag::locked},
+        {"-cb", Flag::channel_box},      {"-channelBox", Flag::channel_box},
+        {"-s", Flag::skipped_value},     {"-size", Flag::skipped_value},
+        {"-ch", Flag::skipped_value},    {"-capacityHint", Flag::skipped_value},
+        {"-ca", Flag::skipped_value},    {"-caching", Flag::skipped_value},
+        {"-av", Flag::bare},             {"-alteredValue", Flag::bare},
+        {"-c", Flag::bare},              {"-clamp", Flag::bare},
+        {"-typ", Flag::type},            {"-type", Flag::type}};
+    for (const auto& [name, flag] : table) {
+        if (word == name) return flag;
+    }
+    return Flag::none;
+}
+
+bool looks_like_flag(std::string_view word) {
+    return word.size() > 1 && word[0] == '-' && starts_identifier(word[1]) && !number_of(word);
+}
+
+} // namespace
+
+Result<void> parse_attribute_setting(std::span<const Word> words, AttributeSetting& out) {
+    out.name = out.type = {};
+    out.locked = out.keyable = out.channel_box = {};
+    out.values.clear();
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const Word& word = words[i];
+        // Strings may look like flags; behind "-type" they are what they seem, texts.
+        if (!looks_like_flag(word.text) || (word.quoted && !out.type.empty())) {
+            if (out.name.empty())
+                out.name = word.text;
+            else
+                out.values.push_back(word);
+            continue;
+        }
+        const Flag flag = flag_of(word.text);
+        if (flag == Flag::none) return Error{"Invalid flag '" + std::string(word.text) + "'"};
+        if (flag == Flag::bare) continue;
+        if (++i == words.size()) return Error{"Flag '" + std::string(word.text) + "' needs an argument"};
+        const std::string_view value = words[i].text;
+        if (flag == Flag::type) out.type = value;
+        if (flag == Flag::type || flag == Flag::skipped_value) continue;
+        const auto truth = truth_of(value);
+        if (!truth) return Error{"Flag '" + std::string(word.text) + "' must be passed a boolean argument"};
+        (flag == Flag::locked ? out.locked : flag == Flag::keyable ? out.keyable : out.channel_box) = truth;
+    }
+    if (out.name.empty()) return Error{"setAttr needs the name of an attribute"};
+    return {};
+}
+
+void apply_marks(const Plug& plug, const AttributeSetting& setting) {
+    if (!setting.locked && !setting.keyable && !setting.channel_box) return;
+    AttributeFlags flags = plug.node->flags(plug.key.attribute);
+    if (setting.locked) flags.locked = *setting.locked;
+    if (setting.keyable) flags.keyable = setting.keyable;
+    if (setting.channel_box) flags.channel_box = setting.channel_box;
+    plug.node->set_flags(plug.key.attribute, flags);
+}
+
+std::int64_t element_count(std::string_view path) {
+    if (!path.ends_with(']')) return 1;
+    const std::size_t bracket = path.rfind('[');
+    const std::size_t colon = path.find(':', bracket == std::string_view::npos ? path.size() : bracket);
+    if (colon == std::string_view::npos) return 1;
+    const auto first = number_of(path.substr(bracket + 1, colon - bracket - 1));
+    const auto last = number_of(path.substr(colon + 1, path.size() - colon - 2));
+    return first && last && *last >= *first ? static_cast<std::int64_t>(*last - *first) + 1 : 1;
+}
+
+namespace {
+
+Error bad_word(const Word& word, const Plug& plug) {
+    return Error{"'" + std::string(word.text) + "' can't be a value of '" + plug.name() + "'"};
+}
+
+Error bad_count(const Plug& plug, std::size_t found) {
+    return Error{"Error reading data element: '" + plug.name() + "' doesn't take " + std::to_string(found) +
+                 (found == 1 ? " value" : " values")};
+}
+
+double scale_of(AttributeKind kind, const ValueUnits& units) {
+    switch (kind) {
+    case AttributeKind::distance:
+        return units.centimetres;
+    case AttributeKind::angle:
+        return units.radians;
+    default:
+        return 1.0;
+    }
+}
+
+// A number as an attribute of that kind keeps it. Words of truth are numbers too.
+std::optional<double> number_in(AttributeKind kind, std::string_view word, const ValueUnits& units) {
+    auto number = number_of(word);
+    if (!number) {
+        const auto truth = truth_of(word);
+        if (!truth) return {};
+        number = *truth ? 1.0 : 0.0;
+    }
+    if (kind == AttributeKind::time) return *number / units.per_second;
+    return *number * scale_of(kind, units);
+}
+
+// One plug and its words.
+class PlugWords {
+public:
+    PlugWords(const Plug& plug, std::string_view type, std::span<const Word> words, const ValueUnits& units)
+        : plug_(plug), attribute_(plug.attribute()), type_(type), words_(words), units_(units) {}
+
+    Result<Value> value() const {
+        switch (attribute_.kind) {
+        case AttributeKind::compound:
+            return compound();
+        case AttributeKind::matrix:
+            return matrix();
+        case AttributeKind::text:
+            return words_.size() == 1 ? Result<Value>(std::string(words_[0].text)) : bad_count(plug_, words_.size());
+        case AttributeKind::untyped:
+        case AttributeKind::message:
+            return untyped();
+        default:
+            return scalar();
+        }
+    }
+
+private:
+    Result<Value> scalar() const {
+        if (words_.size() != 1) return bad_count(plug_, words_.size());
+        const auto number = number_in(attribute_.kind, words_[0].text, units_);
+        if (!number) return bad_word(words_[0], plug_);
+        return Value(*number);
+    }
+
+    Result<Value> compound() const {
+        const auto& children = attribute_.children;
+        if (words_.size() != children.size()) return bad_count(plug_, words_.size());
+        Value::Doubles numbers(words_.size());
+        for (std::size_t i = 0; i < words_.size(); ++i) {
+            const auto number = number_in(plug_.node->attribute(children[i]).kind, words_[i].text, units_);
+            if (!number) return bad_word(words_[i], plug_);
+            numbers[i] = *number;
+        }
+        return list(std::move(numbers));
+    }
+
+    static Value list(Value::Doubles numbers) {
+        if (numbers.size() == 3) return Vector3{numbers[0], numbers[1], numbers[2]};
+        return numbers;
+    }
+
+    std::optional<Value::Doubles> numbers() const {
+        Value::Doubles out;
+        out.reserve(words_.size());
+        for (const Word& word : words_) {
+            const auto number = word.quoted ? std::nullopt : number_of(word.text);
+            if (!number) return {};
+            out.push_back(*number);
+        }
+        return out;
+    }
+
+    Result<Value> matrix() const {
+        auto found = numbers();
+        if (!found || found->size() != 16) return bad_count(plug_, words_.size());
+        Matrix out;
+        std::ranges::copy(*found, &out.m[0][0]);
+        return Value(out);
+    }
+
+    Result<Value> untyped() const {
+        if (type_ == "string" && words_.size() == 1) return Value(std::string(words_[0].text));
+        if (type_ == "matrix" && words_.size() == 16) return matrix();
+        if (type_.empty() && words_.size() == 1) return bare_word();
+        if (type_.empty() || is_tuple(type_)) {
+            if (auto found = numbers()) return list(std::move(*found));
+        }
+        return raw();
+    }
+
+    // Two, three or four numbers: what any attribute of that many takes without being told the type.
+    static bool is_tuple(std::string_view type) {
+        if (type.empty() || type.back() < '2' || type.back() > '4') return false;
+        const std::string_view stem = type.substr(0, type.size() - 1);
+        return stem == "double" || stem == "float" || stem == "long" || stem == "short";
+    }
+
+    // Counts stay counts and truth stays truth, so that a file written again holds the same words.
+    Value bare_word() const {
+        const std::string_view word = words_[0].text;
+        if (words_[0].quoted) return std::string(word);
+        std::int64_t count = 0;
+        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), count);
+        if (error == std::errc() && end == word.data() + word.size()) return count;
+        if (const auto number = number_of(word)) return *number;
+        if (const auto truth = truth_of(word)) return *truth;
+        return raw();
+    }
+
+    Value raw() const {
+        RawTokens out;
+        out.type = type_;
+        out.tokens.reserve(words_.size());
+        for (const Word& word : words_) out.tokens.push_back(word.quoted ? quoted(word.text) : std::string(word.text));
+        return out;
+    }
+
+    const Plug& plug_;
+    const Attribute& attribute_;
+    std::string_view type_;
+    std::span<const Word> words_;
+    const ValueUnits& units_;
+};
+
+// Each face of "polyFaces" begins with "f" and runs to the next.
+std::size_t face_length(std::span<const Word> words) {
+    std::size_t end = 1;
+    while (end < words.size() && words[end].text != "f") ++end;
+    return std::min(end, words.size());
+}
+
+} // namespace
+
+Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view type, std::span<const Word> words,
+                         const ValueUnits& units, StoreValue store) {
+    if (words.empty()) return {};
+    const bool faces = type == "polyFaces";
+    const auto available = static_cast<std::int64_t>(words.size());
+    // A lone element takes every word; more than there are words can't be filled.
+    if (count > 1 && !faces && (count > available || available % count != 0)) return bad_count(plug, words.size());
+    const std::size_t share = count > 1 && !faces ? words.size() / static_cast<std::size_t>(count) : words.size();
+    Plug element = plug;
+    while (!words.empty()) {
+        const std::size_t length = faces ? face_length(words) : share;
+        const Result<Value> value = PlugWords(element, type, words.first(length), units).value();
+        if (!value) return value.error();
+        if (Result<void> stored = store(element, *value); !stored) return stored;
+        words = words.subspan(length);
+        if (element.key.depth > 0) ++element.key.index[element.key.depth - 1];
+    }
+    return {};
+}
+
+} // namespace headless

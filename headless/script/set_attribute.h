@@ -1,0 +1,49 @@
+#pragma once
+
+#include "headless/graph/scene.h"
+#include "headless/script/statement_reader.h"
+
+namespace headless {
+
+/// What lengths, angles and times in a text are counted in.
+struct ValueUnits {
+    double centimetres = 1.0;
+    double radians = AngleUnit{}.radians;
+    double per_second = 24.0;
+
+    static ValueUnits of(const Scene& scene) {
+        return {scene.linear_unit.centimetres, scene.angle_unit.radians, scene.time_unit.per_second};
+    }
+};
+
+/// `setAttr` taken apart. Words behind the attribute's name are values, but for flags among them.
+struct AttributeSetting {
+    std::string_view name; ///< ".t", "node.t", "node.t[0:3]"
+    std::string_view type; ///< of "-type"; empty without
+    std::optional<bool> locked, keyable, channel_box;
+    std::vector<Word> values;
+};
+
+/// Takes the words behind "setAttr" into `out`, whose storage is used again. Size hints and the flags that mean
+/// nothing here are passed over. The error says which flag is unknown or lacks its value.
+Result<void> parse_attribute_setting(std::span<const Word> words, AttributeSetting& out);
+
+/// Applies the marks of a setting (locked, keyable, in the channel box) to the attribute, and a lock to what is in it.
+void apply_marks(const Plug& plug, const AttributeSetting& setting);
+
+using StoreValue = Result<void> (*)(const Plug& plug, const Value& value);
+
+/// Stores words as the value of a plug or, for `count` over 1, as those of so many elements that begin at it, each
+/// taking an equal share of the words. Words are read by what the attribute holds, in `units`; for an untyped one,
+/// by `type`, and what isn't understood is kept as RawTokens with strings still in quotes. An error says what was
+/// wrong with the words and leaves the elements before them set.
+Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view type, std::span<const Word> words,
+                         const ValueUnits& units, StoreValue store);
+
+/// The elements that a path names with its last brackets: 5 for ".ktv[2:6]", 1 without a range.
+std::int64_t element_count(std::string_view path);
+
+std::optional<double> number_of(std::string_view word); ///< all of the word, finite or not; hexadecimal isn't one
+std::optional<bool> truth_of(std::string_view word);    ///< on, off, yes, no, true, false, 1, 0
+
+} // namespace headless
