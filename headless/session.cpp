@@ -107,7 +107,10 @@ Result<void> Session::open_file(const std::string& path) {
         return Error{"Unrecognized file type", path};
     new_scene();
     const Result<void> done = read(path, "", false);
-    if (!done) return done;
+    if (!done) {
+        new_scene();
+        return done;
+    }
     scene_->file_name = full_name(path);
     scene_->modified = false;
     return {};

@@ -54,6 +54,8 @@ public:
     // Scene files, by extension in lower case and without a dot.
     void register_reader(std::string extension, SceneReader reader);
     void register_writer(std::string extension, SceneWriter writer);
+    /// In place of the scene. A file that isn't there, or that nothing here reads, leaves the scene as it is; one
+    /// that can't be read to its end leaves a new one.
     Result<void> open_file(const std::string& path);
     Result<void> save_as(const std::string& path);
     /// Through the plug-in translator of that type; an empty type picks a translator or reader by the file.

@@ -1,12 +1,14 @@
 #include "headless/files/formats.h"
 
 #include "headless/files/bvh_reader.h"
+#include "headless/files/ma_reader.h"
 #include "headless/session.h"
 
 namespace headless {
 
 void register_file_formats(Session& session) {
     session.register_reader("bvh", [](Scene& scene, const std::string& path) { return read_bvh(scene, path); });
+    session.register_reader("ma", [](Scene& scene, const std::string& path) { return read_maya_ascii(scene, path); });
 }
 
 } // namespace headless

@@ -3,30 +3,58 @@
 namespace headless {
 namespace {
 
-enum class Flag { long_name, short_name, parent, kind, data_type, default_value, enum_names, multi, keyable, one, none };
+enum class Flag {
+    long_name,
+    short_name,
+    parent,
+    kind,
+    data_type,
+    default_value,
+    enum_names,
+    multi,
+    keyable,
+    one,
+    none
+};
 
 Flag flag_of(std::string_view word) {
     static constexpr std::pair<std::string_view, Flag> table[] = {
-        {"-ln", Flag::long_name},      {"-longName", Flag::long_name},
-        {"-sn", Flag::short_name},     {"-shortName", Flag::short_name},
-        {"-p", Flag::parent},          {"-parent", Flag::parent},
-        {"-at", Flag::kind},           {"-attributeType", Flag::kind},
-        {"-dt", Flag::data_type},      {"-dataType", Flag::data_type},
-        {"-dv", Flag::default_value},  {"-defaultValue", Flag::default_value},
-        {"-en", Flag::enum_names},     {"-enumName", Flag::enum_names},
-        {"-m", Flag::multi},           {"-multi", Flag::multi},
-        {"-k", Flag::keyable},         {"-keyable", Flag::keyable},
-        {"-uac", Flag::multi},         {"-usedAsColor", Flag::multi},
-        {"-uap", Flag::multi},         {"-usedAsProxy", Flag::multi}};
+        {"-ln", Flag::long_name},     {"-longName", Flag::long_name},
+        {"-sn", Flag::short_name},    {"-shortName", Flag::short_name},
+        {"-p", Flag::parent},         {"-parent", Flag::parent},
+        {"-at", Flag::kind},          {"-attributeType", Flag::kind},
+        {"-dt", Flag::data_type},     {"-dataType", Flag::data_type},
+        {"-dv", Flag::default_value}, {"-defaultValue", Flag::default_value},
+        {"-en", Flag::enum_names},    {"-enumName", Flag::enum_names},
+        {"-m", Flag::multi},          {"-multi", Flag::multi},
+        {"-k", Flag::keyable},        {"-keyable", Flag::keyable},
+        {"-uac", Flag::multi},        {"-usedAsColor", Flag::multi},
+        {"-uap", Flag::multi},        {"-usedAsProxy", Flag::multi}};
     for (const auto& [name, flag] : table) {
         if (word == name) return flag;
     }
-    for (const std::string_view name :
-         {"-ci", "-cachedInternally", "-h", "-hidden", "-is", "-internalSet", "-s", "-storable", "-r", "-readable",
-          "-w", "-writable", "-min", "-minValue", "-max", "-maxValue", "-hnv", "-hasMinValue", "-hxv", "-hasMaxValue",
-          "-smn", "-softMinValue", "-smx", "-softMaxValue", "-hsn", "-hasSoftMinValue", "-hsx", "-hasSoftMaxValue",
-          "-nc", "-numberOfChildren", "-nn", "-niceName", "-ct", "-category", "-im", "-indexMatters", "-dcb",
-          "-disconnectBehaviour", "-pxy", "-proxy", "-bt", "-binaryTag", "-uaf", "-usedAsFilename"}) {
+    for (const std::string_view name : {"-ci",  "-cachedInternally",
+                                        "-h",   "-hidden",
+                                        "-is",  "-internalSet",
+                                        "-s",   "-storable",
+                                        "-r",   "-readable",
+                                        "-w",   "-writable",
+                                        "-min", "-minValue",
+                                        "-max", "-maxValue",
+                                        "-hnv", "-hasMinValue",
+                                        "-hxv", "-hasMaxValue",
+                                        "-smn", "-softMinValue",
+                                        "-smx", "-softMaxValue",
+                                        "-hsn", "-hasSoftMinValue",
+                                        "-hsx", "-hasSoftMaxValue",
+                                        "-nc",  "-numberOfChildren",
+                                        "-nn",  "-niceName",
+                                        "-ct",  "-category",
+                                        "-im",  "-indexMatters",
+                                        "-dcb", "-disconnectBehaviour",
+                                        "-pxy", "-proxy",
+                                        "-bt",  "-binaryTag",
+                                        "-uaf", "-usedAsFilename"}) {
         if (word == name) return Flag::one;
     }
     return Flag::none;
@@ -34,19 +62,19 @@ Flag flag_of(std::string_view word) {
 
 AttributeKind kind_of(std::string_view type) {
     static constexpr std::pair<std::string_view, AttributeKind> table[] = {
-        {"bool", AttributeKind::boolean},       {"long", AttributeKind::integer},
-        {"short", AttributeKind::integer},      {"byte", AttributeKind::integer},
-        {"char", AttributeKind::integer},       {"int", AttributeKind::integer},
-        {"enum", AttributeKind::enumeration},   {"float", AttributeKind::number},
-        {"double", AttributeKind::number},      {"doubleLinear", AttributeKind::distance},
+        {"bool", AttributeKind::boolean},         {"long", AttributeKind::integer},
+        {"short", AttributeKind::integer},        {"byte", AttributeKind::integer},
+        {"char", AttributeKind::integer},         {"int", AttributeKind::integer},
+        {"enum", AttributeKind::enumeration},     {"float", AttributeKind::number},
+        {"double", AttributeKind::number},        {"doubleLinear", AttributeKind::distance},
         {"floatLinear", AttributeKind::distance}, {"doubleAngle", AttributeKind::angle},
-        {"floatAngle", AttributeKind::angle},   {"time", AttributeKind::time},
-        {"message", AttributeKind::message},    {"matrix", AttributeKind::matrix},
-        {"fltMatrix", AttributeKind::matrix},   {"compound", AttributeKind::compound},
-        {"double2", AttributeKind::compound},   {"double3", AttributeKind::compound},
-        {"float2", AttributeKind::compound},    {"float3", AttributeKind::compound},
-        {"long2", AttributeKind::compound},     {"long3", AttributeKind::compound},
-        {"short2", AttributeKind::compound},    {"short3", AttributeKind::compound},
+        {"floatAngle", AttributeKind::angle},     {"time", AttributeKind::time},
+        {"message", AttributeKind::message},      {"matrix", AttributeKind::matrix},
+        {"fltMatrix", AttributeKind::matrix},     {"compound", AttributeKind::compound},
+        {"double2", AttributeKind::compound},     {"double3", AttributeKind::compound},
+        {"float2", AttributeKind::compound},      {"float3", AttributeKind::compound},
+        {"long2", AttributeKind::compound},       {"long3", AttributeKind::compound},
+        {"short2", AttributeKind::compound},      {"short3", AttributeKind::compound},
         {"reflectance", AttributeKind::compound}, {"spectrum", AttributeKind::compound},
         {"string", AttributeKind::text}};
     for (const auto& [name, kind] : table) {

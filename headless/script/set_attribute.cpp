@@ -33,15 +33,15 @@ enum class Flag { none, locked, keyable, channel_box, type, bare, skipped_value 
 
 Flag flag_of(std::string_view word) {
     static constexpr std::pair<std::string_view, Flag> table[] = {
-        {"-k", Flag::keyable},           {"-keyable", Flag::keyable},
-        {"-l", Flag::locked},            {"-lock", Flag::locked},
-        {"-cb", Flag::channel_box},      {"-channelBox", Flag::channel_box},
-        {"-s", Flag::skipped_value},     {"-size", Flag::skipped_value},
-        {"-ch", Flag::skipped_value},    {"-capacityHint", Flag::skipped_value},
-        {"-ca", Flag::skipped_value},    {"-caching", Flag::skipped_value},
-        {"-av", Flag::bare},             {"-alteredValue", Flag::bare},
-        {"-c", Flag::bare},              {"-clamp", Flag::bare},
-        {"-typ", Flag::type},            {"-type", Flag::type}};
+        {"-k", Flag::keyable},        {"-keyable", Flag::keyable},
+        {"-l", Flag::locked},         {"-lock", Flag::locked},
+        {"-cb", Flag::channel_box},   {"-channelBox", Flag::channel_box},
+        {"-s", Flag::skipped_value},  {"-size", Flag::skipped_value},
+        {"-ch", Flag::skipped_value}, {"-capacityHint", Flag::skipped_value},
+        {"-ca", Flag::skipped_value}, {"-caching", Flag::skipped_value},
+        {"-av", Flag::bare},          {"-alteredValue", Flag::bare},
+        {"-c", Flag::bare},           {"-clamp", Flag::bare},
+        {"-typ", Flag::type},         {"-type", Flag::type}};
     for (const auto& [name, flag] : table) {
         if (word == name) return flag;
     }
