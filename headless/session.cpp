@@ -1,5 +1,6 @@
 #include "headless/session.h"
 
+#include "headless/animation/animation.h"
 #include "headless/api/translators.h"
 #include "headless/files/formats.h"
 
@@ -55,8 +56,10 @@ std::string CommandResult::text() const {
     return out;
 }
 
-Session::Session() : scene_(std::make_unique<Scene>()), sink_(print) {
+Session::Session() : sink_(print) {
+    register_animation();
     register_file_formats(*this);
+    scene_ = std::make_unique<Scene>();
 }
 
 Session& Session::current() {

@@ -1,0 +1,274 @@
+#include "headless/animation/anim_curve.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace headless {
+
+CurveKey AnimCurve::key(std::size_t i) const {
+    return {times_[i],
+            values_[i],
+            in_types_[i],
+            out_types_[i],
+            in_vectors_[i],
+            out_vectors_[i],
+            tangents_locked_[i] != 0,
+            weights_locked_[i] != 0,
+            breakdowns_[i] != 0};
+}
+
+void AnimCurve::set_tangent(Tangent type) {
+    tangent_ = type;
+    changed();
+}
+
+void AnimCurve::set_weighted(bool on) {
+    weighted_ = on;
+    changed();
+}
+
+void AnimCurve::clear() {
+    erase(0, size());
+}
+
+void AnimCurve::append(double time, double value) {
+    times_.push_back(time);
+    push_back_tight(values_, value);
+    changed();
+}
+
+void AnimCurve::insert(std::size_t at, const CurveKey& key) {
+    times_.insert(at, key.time);
+    values_.insert(values_.begin() + static_cast<std::ptrdiff_t>(at), key.value);
+    in_types_.insert(at);
+    out_types_.insert(at);
+    in_vectors_.insert(at);
+    out_vectors_.insert(at);
+    tangents_locked_.insert(at);
+    weights_locked_.insert(at);
+    breakdowns_.insert(at);
+    set_key(at, key);
+}
+
+void AnimCurve::set_key(std::size_t at, const CurveKey& key) {
+    times_.set(at, key.time);
+    values_[at] = key.value;
+    set_types(at, key.in, key.out);
+    in_vectors_.set(at, key.in_vector, size());
+    out_vectors_.set(at, key.out_vector, size());
+    tangents_locked_.set(at, key.tangents_locked, size());
+    weights_locked_.set(at, key.weights_locked, size());
+    breakdowns_.set(at, key.breakdown, size());
+    changed();
+}
+
+void AnimCurve::set_time(std::size_t at, double time) {
+    times_.set(at, time);
+    changed();
+}
+
+void AnimCurve::set_value(std::size_t at, double value) {
+    values_[at] = value;
+    changed();
+}
+
+void AnimCurve::set_types(std::size_t at, Tangent in, Tangent out) {
+    in_types_.set(at, in, size());
+    out_types_.set(at, out, size());
+    changed();
+}
+
+void AnimCurve::erase(std::size_t first, std::size_t last) {
+    times_.erase(first, last);
+    values_.erase(values_.begin() + static_cast<std::ptrdiff_t>(first),
+                  values_.begin() + static_cast<std::ptrdiff_t>(last));
+    in_types_.erase(first, last);
+    out_types_.erase(first, last);
+    in_vectors_.erase(first, last);
+    out_vectors_.erase(first, last);
+    tangents_locked_.erase(first, last);
+    weights_locked_.erase(first, last);
+    breakdowns_.erase(first, last);
+    changed();
+}
+
+void AnimCurve::assign(KeyTimes times, std::vector<double> values, Tangent type) {
+    AnimCurve made;
+    made.tangent_ = type;
+    made.weighted_ = weighted_;
+    made.before = before;
+    made.behind = behind;
+    if (times.size() > values.size()) times.erase(values.size(), times.size());
+    values.resize(times.size());
+    made.times_ = std::move(times);
+    made.values_ = std::move(values);
+    *this = std::move(made);
+}
+
+bool AnimCurve::ordered() const {
+    for (std::size_t i = 0; i < size(); ++i) {
+        if (!std::isfinite(times_[i]) || !std::isfinite(values_[i])) return false;
+        if (i > 0 && !(times_[i - 1] < times_[i])) return false;
+    }
+    return true;
+}
+
+AnimCurve AnimCurve::in_order() const {
+    AnimCurve out;
+    out.tangent_ = tangent_;
+    out.weighted_ = weighted_;
+    out.before = before;
+    out.behind = behind;
+    std::vector<std::size_t> places(size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::erase_if(places, [&](std::size_t i) { return !std::isfinite(times_[i]) || !std::isfinite(values_[i]); });
+    std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) { return times_[a] < times_[b]; });
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        if (i + 1 < places.size() && times_[places[i]] == times_[places[i + 1]]) continue;
+        const CurveKey kept = key(places[i]);
+        out.append(kept.time, kept.value);
+        out.set_key(out.size() - 1, kept);
+    }
+    return out;
+}
+
+std::size_t AnimCurve::first_at_or_behind(double time) const {
+    const std::span<const double> all = times_.view();
+    return static_cast<std::size_t>(std::lower_bound(all.begin(), all.end(), time) - all.begin());
+}
+
+std::optional<std::size_t> AnimCurve::find(double time, double tolerance) const {
+    if (times_.empty() || time > times_.back() + tolerance) return std::nullopt;
+    std::size_t at = first_at_or_behind(time);
+    if (at == size() || (at > 0 && time - times_[at - 1] < times_[at] - time)) --at;
+    return std::abs(times_[at] - time) <= tolerance ? std::optional(at) : std::nullopt;
+}
+
+double AnimCurve::in_slope(std::size_t i) const {
+    return slope(i, Side::in);
+}
+
+double AnimCurve::out_slope(std::size_t i) const {
+    return slope(i, Side::out);
+}
+
+// For a key in between: that of the line from neighbour to neighbour, if wanted so bounded that neither stretch
+// leaves the range of its keys. A cubic whose end slopes are within 3 times its mean slope doesn't.
+double AnimCurve::smooth_slope(std::size_t i, bool within_neighbours) const {
+    const double run0 = times_[i] - times_[i - 1], run1 = times_[i + 1] - times_[i];
+    const double rise0 = values_[i] - values_[i - 1], rise1 = values_[i + 1] - values_[i];
+    const double slope = (rise0 + rise1) / (run0 + run1);
+    if (!within_neighbours) return slope;
+    if (!((rise0 > 0.0 && rise1 > 0.0) || (rise0 < 0.0 && rise1 < 0.0))) return 0.0;
+    const double bound = 3.0 * std::min(std::abs(rise0 / run0), std::abs(rise1 / run1));
+    return std::clamp(slope, -bound, bound);
+}
+
+double AnimCurve::slope(std::size_t i, Side side) const {
+    const Tangent type = side == Side::in ? in_type(i) : out_type(i);
+    if (type == Tangent::fixed) {
+        const TangentVector vector = side == Side::in ? in_vectors_[i] : out_vectors_[i];
+        const double slope = vector.x > 0.0 ? vector.y / vector.x : vector.y * HUGE_VAL;
+        return slope >= -max_slope && slope <= max_slope ? slope
+               : vector.y > 0.0                          ? max_slope
+               : vector.y < 0.0                          ? -max_slope
+                                                         : 0.0;
+    }
+    if (size() < 2) return 0.0;
+    const bool end = i == 0 || i + 1 == size();
+    const bool behind_key = i == 0 || (side == Side::out && i + 1 < size());
+    const std::size_t from = behind_key ? i : i - 1;
+    const double rise = values_[from + 1] - values_[from];
+    const double mean = rise / (times_[from + 1] - times_[from]);
+    switch (type) {
+    case Tangent::linear:
+        return mean;
+    case Tangent::fast:
+        return 2.0 * mean;
+    case Tangent::flat:
+    case Tangent::slow:
+    case Tangent::step:
+    case Tangent::step_next:
+        return 0.0;
+    case Tangent::clamped:
+        if (std::abs(rise) <= equal_values) return 0.0;
+        break;
+    case Tangent::plateau:
+    case Tangent::automatic:
+        return end ? 0.0 : smooth_slope(i, true);
+    default:
+        break;
+    }
+    return end ? mean : smooth_slope(i, false);
+}
+
+TangentVector AnimCurve::weighted_vector(std::size_t i, Side side, double span) const {
+    const bool in = side == Side::in;
+    if ((in ? in_type(i) : out_type(i)) != Tangent::fixed) return {span, slope(i, side) * span};
+    const TangentVector vector = in ? in_vectors_[i] : out_vectors_[i];
+    return std::isfinite(vector.x) && std::isfinite(vector.y) ? vector : TangentVector{span, 0.0};
+}
+
+CurveSegment AnimCurve::segment(std::size_t i) const {
+    const double t0 = times_[i], t1 = times_[i + 1], v0 = values_[i], v1 = values_[i + 1];
+    const Tangent out = out_type(i);
+    if (out == Tangent::step) return CurveSegment::hold(t0, t1, v0, v1);
+    if (out == Tangent::step_next) return CurveSegment::jump(t0, t1, v0, v1);
+    if (!weighted_) return CurveSegment::hermite(t0, t1, v0, v1, out_slope(i), in_slope(i + 1));
+    const TangentVector first = weighted_vector(i, Side::out, t1 - t0);
+    const TangentVector second = weighted_vector(i + 1, Side::in, t1 - t0);
+    return CurveSegment::bezier(t0, t1, v0, v1, {first.x / 3.0, first.y / 3.0}, {second.x / 3.0, second.y / 3.0});
+}
+
+// At a time from the first key's to the last's.
+double AnimCurve::within(double time) const {
+    if (size() == 1) return values_[0];
+    std::size_t at = segment_at_;
+    const auto holds = [&](std::size_t i) { return i + 1 < size() && times_[i] <= time && time <= times_[i + 1]; };
+    if (at == none || !holds(at)) {
+        if (at != none && holds(at + 1)) {
+            ++at;
+        } else {
+            const std::span<const double> all = times_.view();
+            const auto behind_time = std::upper_bound(all.begin(), all.end() - 1, time);
+            at = static_cast<std::size_t>(std::max<std::ptrdiff_t>(behind_time - all.begin(), 1)) - 1;
+        }
+        segment_at_ = at;
+        segment_ = segment(at);
+    }
+    if (time == times_[at]) return values_[at];
+    return segment_.evaluate(time);
+}
+
+double AnimCurve::beyond(double time, bool is_before) const {
+    const double first = times_.front(), last = times_.back(), range = last - first;
+    const std::size_t end = is_before ? 0 : size() - 1;
+    const double away = is_before ? first - time : time - last;
+    const Infinity how = is_before ? before : behind;
+    if (how == Infinity::linear) return values_[end] + (is_before ? -in_slope(0) : out_slope(end)) * away;
+    const bool cycles = how == Infinity::cycle || how == Infinity::cycle_with_offset || how == Infinity::oscillate;
+    if (!cycles || !(range > 0.0) || !std::isfinite(range)) return values_[end];
+
+    // How far into its round, from above 0 to the whole; a rounding short of a whole round is that round's end.
+    double rest = std::fmod(away, range);
+    if (!(rest > 1e-10 * range)) rest = range;
+    const double rounds = std::round((away - rest) / range) + 1.0;
+    const bool backward = how == Infinity::oscillate && std::fmod(rounds, 2.0) == 1.0;
+    const bool from_first = is_before == backward;
+    const double value = within(std::clamp(from_first ? first + rest : last - rest, first, last));
+    if (how != Infinity::cycle_with_offset) return value;
+    return value + (is_before ? -rounds : rounds) * (values_.back() - values_.front());
+}
+
+double AnimCurve::evaluate(double time) const {
+    if (times_.empty()) return 0.0;
+    const bool is_before = !(time >= times_.front());
+    if (!is_before && time <= times_.back()) return within(time);
+    const double end = is_before ? values_.front() : values_.back();
+    if (std::isnan(time)) return end;
+    const double value = beyond(time, is_before);
+    return std::isfinite(value) ? value : end;
+}
+
+} // namespace headless
