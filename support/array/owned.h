@@ -11,7 +11,7 @@
 namespace VOR2_LOADER {
 
 /// Points to one `T` on the heap, or to nothing. Destroys it with itself. A copy points to
-/// `clone()` of the object where `T` has one, otherwise to a copy of it.
+/// `clone()` of the object where `T` has one (it gives an `OWNED`), otherwise to a copy of it.
 template<class T>
 class OWNED {
 public:
@@ -25,6 +25,10 @@ public:
     noexcept : my_object(std::move(object)) {}
     OWNED(const OWNED& source) : my_object(copy_of(source.my_object.get())) {}
     OWNED(OWNED&&) noexcept = default;
+    /// Takes over an object of a derived class.
+    template<class OTHER>
+    requires std::is_convertible_v<OTHER*, T*> OWNED(OWNED<OTHER>&& source)
+    noexcept : my_object(source.release()) {}
     ~OWNED() = default;
     OWNED& operator=(const OWNED& source) {
         if (this != &source) my_object.reset(copy_of(source.my_object.get()));
@@ -46,7 +50,7 @@ private:
     [[nodiscard]] static T* copy_of(const T* object) {
         if (object == nullptr) return nullptr;
         if constexpr (requires { object->clone(); }) {
-            return object->clone();
+            return object->clone().release();
         } else {
             return new T(*object);
         }

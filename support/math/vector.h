@@ -5,6 +5,7 @@
 #include "support/types.h"
 
 #include <cmath>
+#include <concepts>
 
 namespace VOR2_LOADER {
 
@@ -30,7 +31,8 @@ struct VECTOR_3 {
     VECTOR_3() noexcept = default;
     constexpr VECTOR_3(f32 x_value, f32 y_value, f32 z_value) noexcept : x(x_value), y(y_value), z(z_value) {}
     /// Narrows each number: the form in which a host's vectors arrive.
-    constexpr VECTOR_3(f64 x_value, f64 y_value, f64 z_value) noexcept
+    template<std::same_as<f64> NUMBER>
+    constexpr VECTOR_3(NUMBER x_value, NUMBER y_value, NUMBER z_value) noexcept
         : x(static_cast<f32>(x_value)), y(static_cast<f32>(y_value)), z(static_cast<f32>(z_value)) {}
 
     constexpr VECTOR_3& operator+=(VECTOR_3 b) noexcept { return *this = {x + b.x, y + b.y, z + b.z}; }

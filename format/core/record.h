@@ -1,0 +1,309 @@
+#pragma once
+
+/// Records, each told once. A class lists its fields in file order in a `static constexpr auto
+/// record()`; `load`, `save`, equality, the clock's walk and the description all come from that list.
+///
+///     class VOR2_EXAMPLE : public ANIMATED_RECORD<VOR2_EXAMPLE, VOR2_ENTITY, VOR2_INTERNAL_ANIM_OBJECT> {
+///     public:
+///         u32 word = 7;                                   ///< its default is what an older file gives
+///         OWNED<VOR2_ANIMATABLE_FLOAT32> track;
+///
+///         static constexpr auto record() {
+///             using C = VOR2_EXAMPLE;
+///             return RECORD("VOR2_EXAMPLE",
+///                 base<VOR2_ENTITY>(),
+///                 value   ("word",  &C::word),
+///                 optional("track", &C::track).since(1.15F));
+///         }
+///     };
+///
+/// What the format does oddly stands on the field as a word with its reason beside it. Copy,
+/// assignment and destruction need no code: members own what they hold.
+
+#include "format/core/field_kinds.h"
+
+#include <limits>
+#include <tuple>
+
+namespace VOR2_LOADER {
+
+/// What a field's words say. Versions are single-precision numbers and compare as such.
+struct FIELD_RULES {
+    f32 first_version = -std::numeric_limits<f32>::infinity(); ///< read from this version on
+    f32 last_version = std::numeric_limits<f32>::infinity();   ///< and up to this one, included
+    bool is_written = true;
+    bool load_counts = true; ///< whether its result takes part in the record's
+    bool save_counts = true;
+    bool is_compared = true;
+    bool is_walked = true;
+
+    [[nodiscard]] constexpr bool is_read(f32 version) const {
+        return version >= first_version && version <= last_version;
+    }
+    [[nodiscard]] constexpr bool always_there() const {
+        return is_written && first_version == -std::numeric_limits<f32>::infinity() &&
+               last_version == std::numeric_limits<f32>::infinity();
+    }
+};
+
+/// The words that a field or a base can have.
+template<class SELF>
+struct FIELD_WORDS {
+    FIELD_RULES rules{};
+
+    [[nodiscard]] constexpr SELF since(f32 version) const {
+        return with([version](FIELD_RULES& r) { r.first_version = version; });
+    }
+    [[nodiscard]] constexpr SELF read_up_to(f32 version) const {
+        return with([version](FIELD_RULES& r) { r.last_version = version; });
+    }
+    [[nodiscard]] constexpr SELF never_written() const {
+        return with([](FIELD_RULES& r) { r.is_written = false; });
+    }
+    [[nodiscard]] constexpr SELF load_ignored() const {
+        return with([](FIELD_RULES& r) { r.load_counts = false; });
+    }
+    [[nodiscard]] constexpr SELF save_ignored() const {
+        return with([](FIELD_RULES& r) { r.save_counts = false; });
+    }
+    [[nodiscard]] constexpr SELF result_ignored() const { return load_ignored().save_ignored(); }
+    [[nodiscard]] constexpr SELF not_compared() const {
+        return with([](FIELD_RULES& r) { r.is_compared = false; });
+    }
+    [[nodiscard]] constexpr SELF not_walked() const {
+        return with([](FIELD_RULES& r) { r.is_walked = false; });
+    }
+
+private:
+    template<class CHANGE>
+    [[nodiscard]] constexpr SELF with(CHANGE change) const {
+        SELF field = static_cast<const SELF&>(*this);
+        change(field.rules);
+        return field;
+    }
+};
+
+/// A member of the class.
+template<class KIND_TYPE, class OWNER, class MEMBER>
+struct FIELD : FIELD_WORDS<FIELD<KIND_TYPE, OWNER, MEMBER>> {
+    using KIND = KIND_TYPE;
+    std::string_view name;
+    MEMBER OWNER::*member;
+
+    constexpr FIELD(std::string_view field_name, MEMBER OWNER::*pointer) : name(field_name), member(pointer) {}
+    static constexpr u32 fixed_size() { return KIND::template fixed_size<MEMBER>(); }
+    static constexpr u32 least_size() { return KIND::template least_size<MEMBER>(); }
+    template<class T>
+    bool load(T& self, VOR2_INPUT_BUFFER& buffer, f32 version) const {
+        return KIND::load(self.*member, buffer, version);
+    }
+    template<class T>
+    bool save(const T& self, VOR2_WRITE_STREAM& stream) const {
+        return KIND::save(self.*member, stream);
+    }
+    template<class T>
+    void get(T& self, const u8*& from) const {
+        KIND::get(self.*member, from);
+    }
+    template<class T>
+    void put(const T& self, u8*& to) const {
+        KIND::put(self.*member, to);
+    }
+    template<class T>
+    bool equal(const T& a, const T& b) const {
+        return KIND::equal(a.*member, b.*member);
+    }
+    template<class T, class STEP>
+    void walk(T& self, const STEP& step) const {
+        KIND::walk(self.*member, step);
+    }
+    template<class T>
+    void describe(const T& self, RECORD_VISITOR& visitor) const {
+        KIND::describe(self.*member, name, visitor);
+    }
+};
+
+/// The record of a base class, in its place among the fields.
+template<class BASE>
+struct BASE_FIELD : FIELD_WORDS<BASE_FIELD<BASE>> {
+    std::string_view name = BASE::record().class_name;
+
+    static constexpr u32 fixed_size() { return fixed_size_of<BASE>(); }
+    static constexpr u32 least_size() { return least_size_of<BASE>(); }
+    template<class T>
+    bool load(T& self, VOR2_INPUT_BUFFER& buffer, f32 version) const {
+        return self.BASE::load(buffer, version);
+    }
+    template<class T>
+    bool save(const T& self, VOR2_WRITE_STREAM& stream) const {
+        return self.BASE::save(stream);
+    }
+    template<class T>
+    void get(T& self, const u8*& from) const {
+        OBJECT_KIND::get(static_cast<BASE&>(self), from);
+    }
+    template<class T>
+    void put(const T& self, u8*& to) const {
+        OBJECT_KIND::put(static_cast<const BASE&>(self), to);
+    }
+    template<class T>
+    bool equal(const T& a, const T& b) const {
+        return static_cast<const BASE&>(a) == static_cast<const BASE&>(b);
+    }
+    template<class T, class STEP>
+    void walk(T& self, const STEP& step) const {
+        OBJECT_KIND::walk(static_cast<BASE&>(self), step);
+    }
+    template<class T>
+    void describe(const T& self, RECORD_VISITOR& visitor) const {
+        self.BASE::describe(visitor);
+    }
+};
+
+template<class... FIELDS>
+struct RECORD {
+    std::string_view class_name;
+    std::tuple<FIELDS...> fields;
+
+    constexpr explicit RECORD(std::string_view name, FIELDS... list) : class_name(name), fields(list...) {}
+    /// Calls `visit` with each field in file order.
+    template<class VISIT>
+    constexpr void each(VISIT&& visit) const {
+        std::apply([&](const FIELDS&... field) { (visit(field), ...); }, fields);
+    }
+};
+
+template<class OWNER, class MEMBER>
+constexpr auto value(std::string_view name, MEMBER OWNER::*member) {
+    return FIELD<VALUE_KIND, OWNER, MEMBER>(name, member);
+}
+template<class OWNER>
+constexpr auto matrix_columns(std::string_view name, MATRIX_3X4 OWNER::*member) {
+    return FIELD<MATRIX_COLUMNS_KIND, OWNER, MATRIX_3X4>(name, member);
+}
+template<class OWNER>
+constexpr auto flag(std::string_view name, bool OWNER::*member) {
+    return FIELD<FLAG_KIND, OWNER, bool>(name, member);
+}
+template<class OWNER>
+constexpr auto text(std::string_view name, TEXT OWNER::*member) {
+    return FIELD<TEXT_KIND, OWNER, TEXT>(name, member);
+}
+template<class OWNER, class MEMBER>
+constexpr auto object(std::string_view name, MEMBER OWNER::*member) {
+    return FIELD<OBJECT_KIND, OWNER, MEMBER>(name, member);
+}
+template<class OWNER, class FAMILY>
+constexpr auto optional(std::string_view name, OWNED<FAMILY> OWNER::*member) {
+    return FIELD<OPTIONAL_KIND, OWNER, OWNED<FAMILY>>(name, member);
+}
+/// A list of numbers or vectors, moved as a block.
+template<class OWNER, class T>
+constexpr auto values(std::string_view name, ARRAY<T> OWNER::*member) {
+    return FIELD<LIST_KIND<VALUE_KIND>, OWNER, ARRAY<T>>(name, member);
+}
+template<class OWNER>
+constexpr auto texts(std::string_view name, ARRAY<TEXT> OWNER::*member) {
+    return FIELD<LIST_KIND<TEXT_KIND>, OWNER, ARRAY<TEXT>>(name, member);
+}
+template<class OWNER, class T>
+constexpr auto objects(std::string_view name, ARRAY<T> OWNER::*member) {
+    return FIELD<LIST_KIND<OBJECT_KIND>, OWNER, ARRAY<T>>(name, member);
+}
+template<class OWNER, class FAMILY>
+constexpr auto optionals(std::string_view name, OWNED_ARRAY<FAMILY> OWNER::*member) {
+    return FIELD<LIST_KIND<OPTIONAL_KIND>, OWNER, OWNED_ARRAY<FAMILY>>(name, member);
+}
+template<class BASE>
+constexpr auto base() {
+    return BASE_FIELD<BASE>();
+}
+
+template<class T>
+bool load_record(T& self, VOR2_INPUT_BUFFER& buffer, f32 version) {
+    static constexpr auto RECORD_OF_T = T::record();
+    if constexpr (fixed_size_of<T>() > 0) {
+        if (fixed_size_of<T>() <= buffer.remaining()) [[likely]] {
+            const u8* from = buffer.cursor;
+            RECORD_OF_T.each([&](const auto& field) { field.get(self, from); });
+            buffer.cursor = from;
+            return true;
+        }
+    }
+    bool loaded = true;
+    RECORD_OF_T.each([&](const auto& field) {
+        if (!field.rules.is_read(version) || field.load(self, buffer, version)) return;
+        loaded = loaded && !field.rules.load_counts;
+        if (buffer.failed()) buffer.fail_within(field.name);
+    });
+    return loaded;
+}
+
+template<class T>
+bool save_record(const T& self, VOR2_WRITE_STREAM& stream) {
+    static constexpr auto RECORD_OF_T = T::record();
+    bool saved = true;
+    RECORD_OF_T.each([&](const auto& field) {
+        if (field.rules.is_written && !field.save(self, stream)) saved = saved && !field.rules.save_counts;
+    });
+    return saved;
+}
+
+/// No tolerance: every number compares as IEEE numbers do, so a NaN differs from everything.
+template<class T>
+[[nodiscard]] bool records_equal(const T& a, const T& b) {
+    static constexpr auto RECORD_OF_T = T::record();
+    return std::apply([&](const auto&... field) { return ((!field.rules.is_compared || field.equal(a, b)) && ...); },
+                      RECORD_OF_T.fields);
+}
+
+template<class T, class STEP>
+void walk_record(T& self, const STEP& step) {
+    static constexpr auto RECORD_OF_T = T::record();
+    RECORD_OF_T.each([&](const auto& field) {
+        if (field.rules.is_walked) field.walk(self, step);
+    });
+}
+
+template<class T>
+void describe_record(const T& self, RECORD_VISITOR& visitor) {
+    static constexpr auto RECORD_OF_T = T::record();
+    RECORD_OF_T.each([&](const auto& field) {
+        if (field.rules.is_written) field.describe(self, visitor);
+    });
+}
+
+/// Gives `SELF` its record operations and `==`.
+template<class SELF, class... BASES>
+class RECORDED : public BASES... {
+public:
+    bool load(VOR2_INPUT_BUFFER& buffer, f32 version) override { return load_record(self(), buffer, version); }
+    bool save(VOR2_WRITE_STREAM& stream) const override { return save_record(self(), stream); }
+    void describe(RECORD_VISITOR& visitor) const override { describe_record(self(), visitor); }
+    friend bool operator==(const SELF& a, const SELF& b) { return records_equal(a, b); }
+
+private:
+    SELF& self() { return static_cast<SELF&>(*this); }
+    const SELF& self() const { return static_cast<const SELF&>(*this); }
+};
+
+/// And its walk by the clock: each member that follows it, in file order. A class whose own state
+/// derives from its tracks has `moved()`, which is called behind the walk.
+template<class SELF, class... BASES>
+class ANIMATED_RECORD : public RECORDED<SELF, BASES...> {
+public:
+    void advance(f32 delta) override { move(ADVANCE{delta}); }
+    void set_time(f32 time) override { move(SET_TIME{time}); }
+
+private:
+    template<class STEP>
+    void move(const STEP& step) {
+        SELF& self = static_cast<SELF&>(*this);
+        walk_record(self, step);
+        if constexpr (requires { self.moved(); }) self.moved();
+    }
+};
+
+} // namespace VOR2_LOADER
+
+#include "format/core/detail/record_sizes.h"
