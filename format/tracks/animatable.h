@@ -1,0 +1,70 @@
+#pragma once
+
+/// `VOR2_ANIMATABLE`, what every track shares: key times, and a cursor that follows the clock.
+///
+/// A track is a list of key times (seconds, ascending) and a list of key values. Moving through time
+/// and reading a value are separate steps: `set_time` and `advance` move the cursor, `value` reads at
+/// it. Each track has times of its own and loops by its own first and last key.
+///
+/// A well-formed track has strictly ascending times and as many values as times, or exactly one value,
+/// which is a constant. A file may hold others. They keep to these rules: the cursor is kept and
+/// written back as read, and where it lies outside the keys every use takes the nearest key; times
+/// that don't ascend move the cursor only to an interval that holds the time asked for, and between
+/// two equal times the fraction is 0; a track without values gives zeros (the identity rotation).
+
+#include "format/core/record.h"
+
+namespace VOR2_LOADER {
+
+class VOR2_ANIMATABLE : public VOR2_SERIALISABLE_OBJECT, public VOR2_INTERNAL_ANIM_OBJECT {
+public:
+    /// Cursor, count of times, times; each kind reads and writes its values behind it.
+    bool load(VOR2_INPUT_BUFFER& buffer, f32 version) override;
+    bool save(VOR2_WRITE_STREAM& stream) const override;
+    void describe(RECORD_VISITOR& visitor) const override;
+    /// The number that stands beside the track in a file.
+    [[nodiscard]] virtual u32 type_id() const = 0;
+    [[nodiscard]] virtual std::string_view class_name() const = 0;
+    /// Same kind, same times, same values, with no tolerance: a NaN differs from everything. The cursor
+    /// takes no part.
+    [[nodiscard]] virtual bool equals(const VOR2_ANIMATABLE& other) const = 0;
+
+    /// Moves by `delta` seconds. Past the last key it goes on from the first by the overshoot where that
+    /// is less than half the track's length (and its remainder likewise), and from the first key itself
+    /// otherwise; before the first key it stays there. A track whose keys span no time stays at its end.
+    void advance(f32 delta) final;
+    /// Clamps at the ends. A time on an inner key ends the interval before it when the cursor comes from
+    /// earlier, and begins the one after it when it comes from later.
+    void set_time(f32 time) final;
+    /// The cursor's time; 0 with fewer than two keys.
+    [[nodiscard]] f32 current_time() const noexcept;
+
+    [[nodiscard]] ARRAY<f32>& key_times() noexcept { return my_key_times; }
+    [[nodiscard]] const ARRAY<f32>& key_times() const noexcept { return my_key_times; }
+    [[nodiscard]] u32 cursor_index() const noexcept { return my_cursor_index; }
+    [[nodiscard]] f32 cursor_fraction() const noexcept { return my_cursor_fraction; }
+
+protected:
+    [[nodiscard]] bool times_equal(const VOR2_ANIMATABLE& other) const noexcept;
+    /// Which of `count` values, more than one, the cursor lies between.
+    struct INTERVAL {
+        u64 from, to;
+    };
+    [[nodiscard]] INTERVAL interval(u64 count) const noexcept {
+        const u64 from = std::min<u64>(my_cursor_index, count - 1);
+        return {from, std::min(from + 1, count - 1)};
+    }
+
+private:
+    void place(u64 index, f32 fraction) noexcept;
+    void place_within(u64 index, f32 time) noexcept;
+    [[nodiscard]] u64 cursor_interval() const noexcept {
+        return std::min<u64>(my_cursor_index, my_key_times.size() - 2);
+    }
+
+    u32 my_cursor_index = 0;
+    f32 my_cursor_fraction = 0;
+    ARRAY<f32> my_key_times;
+};
+
+} // namespace VOR2_LOADER
