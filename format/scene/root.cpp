@@ -1,0 +1,52 @@
+#include "format/scene/root.h"
+
+#include "format/scene/detail/root_chunks.h"
+
+namespace VOR2_LOADER {
+namespace {
+
+constexpr std::size_t ROW_COUNT = std::tuple_size_v<decltype(ROOT_CHUNKS)>;
+
+/// The rows' places in the table, sorted by the turn each has when the clock moves.
+constexpr std::array<std::size_t, ROW_COUNT> rows_by_move_place() {
+    std::array<u32, ROW_COUNT> places{};
+    std::array<std::size_t, ROW_COUNT> order{};
+    std::size_t row_index = 0;
+    each_chunk_row([&](const auto& row) { places[row_index++] = row.move_place; });
+    for (std::size_t i = 0; i < ROW_COUNT; ++i) order[i] = i;
+    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return places[a] < places[b]; });
+    return order;
+}
+
+template<class STEP>
+void move_all(VOR2& root, const STEP& step) {
+    static constexpr auto ORDER = rows_by_move_place();
+    const auto move_row = [&]<std::size_t ROW>() {
+        static constexpr auto& TABLE_ROW = std::get<ROW>(ROOT_CHUNKS);
+        if constexpr (TABLE_ROW.move_place != NOT_MOVED) TABLE_ROW.move(root, step);
+    };
+    [&]<std::size_t... I>(std::index_sequence<I...>) {
+        (move_row.template operator()<ORDER[I]>(), ...);
+    }
+    (std::make_index_sequence<ROW_COUNT>());
+}
+
+} // namespace
+
+void VOR2::clear() {
+    each_chunk_row([this](const auto& row) { row.clear(*this); });
+}
+
+void VOR2::advance(f32 delta) {
+    move_all(*this, ADVANCE{delta});
+}
+
+void VOR2::set_time(f32 time) {
+    move_all(*this, SET_TIME{time});
+}
+
+void VOR2::describe(RECORD_VISITOR& visitor) const {
+    each_chunk_row([&](const auto& row) { row.describe(*this, visitor); });
+}
+
+} // namespace VOR2_LOADER

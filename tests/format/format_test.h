@@ -1,0 +1,126 @@
+#pragma once
+
+/// Bytes by hand, scenes in files, and what both are compared by.
+
+#include "format/vor2.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace VOR2_LOADER {
+
+/// Writes little-endian values one behind the other, independently of the library's own `save`.
+struct BYTES {
+    std::vector<u8> data;
+
+    BYTES& raw(const void* from, std::size_t size) {
+        const u8* bytes = static_cast<const u8*>(from);
+        data.insert(data.end(), bytes, bytes + size);
+        return *this;
+    }
+    BYTES& u16s(std::initializer_list<u32> values) {
+        for (const u32 v : values) {
+            data.push_back(static_cast<u8>(v));
+            data.push_back(static_cast<u8>(v >> 8));
+        }
+        return *this;
+    }
+    BYTES& words(std::initializer_list<u32> values) {
+        for (const u32 v : values) u16s({v & 0xFFFF, v >> 16});
+        return *this;
+    }
+    BYTES& floats(std::initializer_list<f32> values) {
+        for (const f32 v : values) words({std::bit_cast<u32>(v)});
+        return *this;
+    }
+    BYTES& f64s(f64 value) {
+        const u64 bits = std::bit_cast<u64>(value);
+        return words({static_cast<u32>(bits), static_cast<u32>(bits >> 32)});
+    }
+    BYTES& text(std::u16string_view value) {
+        u16s({static_cast<u32>(value.size())});
+        for (const char16_t unit : value) u16s({unit});
+        return *this;
+    }
+    BYTES& bytes(const BYTES& other) { return raw(other.data.data(), other.data.size()); }
+    /// A chunk with its header.
+    BYTES& chunk(u32 id, const BYTES& body) { return words({static_cast<u32>(body.data.size() + 8), id}).bytes(body); }
+    [[nodiscard]] std::size_t size() const { return data.size(); }
+};
+
+/// The start of every file: the magic word and chunk 0.
+inline BYTES file_of_version(f32 version) {
+    return BYTES().words({MAGIC_WORD}).chunk(0, BYTES().floats({version}).text(u"").text(u""));
+}
+
+/// A name for a file that goes away with this object.
+class TEMPORARY_FILE {
+public:
+    TEMPORARY_FILE() {
+        static int count = 0;
+        path_ = (std::filesystem::temp_directory_path() /
+                 ("vor2_test_" + std::to_string(::getpid()) + "_" + std::to_string(count++) + ".vr2"))
+                    .string();
+    }
+    ~TEMPORARY_FILE() {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+    TEMPORARY_FILE(const TEMPORARY_FILE&) = delete;
+    TEMPORARY_FILE& operator=(const TEMPORARY_FILE&) = delete;
+
+    [[nodiscard]] const std::string& path() const { return path_; }
+    [[nodiscard]] TEXT name() const { return TEXT(std::u16string(path_.begin(), path_.end())); }
+    [[nodiscard]] std::vector<u8> read() const {
+        std::ifstream file(path_, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    void write(const std::vector<u8>& bytes) const {
+        std::ofstream(path_, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    }
+
+private:
+    std::string path_;
+};
+
+/// The bytes that a record writes.
+template<class OBJECT>
+std::vector<u8> saved_record(const OBJECT& object) {
+    TEMPORARY_FILE file;
+    VOR2_WRITE_STREAM stream(file.name(), false, false);
+    EXPECT_TRUE(object.save(stream));
+    EXPECT_TRUE(stream.close());
+    return file.read();
+}
+
+inline std::vector<u8> saved_scene(const VOR2& root) {
+    TEMPORARY_FILE file;
+    EXPECT_TRUE(root.save(file.name()));
+    return file.read();
+}
+
+/// Reads a record from bytes and expects all of them to be used.
+template<class OBJECT>
+void load_whole(OBJECT& object, const BYTES& bytes, f32 version = CURRENT_VERSION) {
+    VOR2_INPUT_BUFFER buffer(std::span<const u8>(bytes.data), TEXT());
+    EXPECT_TRUE(object.load(buffer, version)) << buffer.problem();
+    EXPECT_FALSE(buffer.failed()) << buffer.problem();
+    EXPECT_EQ(buffer.remaining(), 0U);
+}
+
+inline bool load_scene(VOR2& root, const std::vector<u8>& bytes, bool set_to_start = false) {
+    VOR2_INPUT_BUFFER buffer(std::span<const u8>{bytes}, TEXT());
+    return root.load(buffer, set_to_start);
+}
+
+} // namespace VOR2_LOADER
