@@ -1,0 +1,96 @@
+// Loading and saving against memcpy of the same bytes, and the clock.
+
+#include "bench/scenes.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <vector>
+
+namespace {
+
+using namespace bench;
+
+/// A scene on disk and in memory.
+struct SAMPLE {
+    VOR2 root;
+    std::string path;
+    std::vector<u8> bytes;
+};
+
+template<class FILL>
+SAMPLE make_sample(const char* name, FILL fill) {
+    SAMPLE sample;
+    fill(sample.root);
+    sample.path = temporary_path(name);
+    sample.root.save(text_of(sample.path));
+    VOR2_INPUT_BUFFER buffer(text_of(sample.path));
+    sample.bytes.assign(buffer.start, buffer.end);
+    return sample;
+}
+
+void limit(benchmark::State& state, const SAMPLE& sample) {
+    std::vector<u8> to(sample.bytes.size());
+    for (auto _ : state) {
+        std::memcpy(to.data(), sample.bytes.data(), to.size());
+        benchmark::DoNotOptimize(to.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(static_cast<i64>(state.iterations() * sample.bytes.size()));
+}
+
+void load(benchmark::State& state, const SAMPLE& sample) {
+    VOR2_INPUT_BUFFER buffer(std::span<const u8>(sample.bytes), TEXT());
+    for (auto _ : state) {
+        buffer.cursor = buffer.start;
+        VOR2 root;
+        if (!root.load(buffer, false)) state.SkipWithError("load failed");
+        benchmark::DoNotOptimize(&root);
+    }
+    state.SetItemsProcessed(static_cast<i64>(state.iterations() * sample.bytes.size()));
+}
+
+void save(benchmark::State& state, const SAMPLE& sample) {
+    const TEXT name = text_of(sample.path);
+    for (auto _ : state) {
+        if (!sample.root.save(name)) state.SkipWithError("save failed");
+    }
+    state.SetItemsProcessed(static_cast<i64>(state.iterations() * sample.bytes.size()));
+}
+
+/// One step of the clock over all tracks, as playing the scene at 60 frames a second.
+void play(benchmark::State& state, SAMPLE& sample, u64 tracks) {
+    for (auto _ : state) sample.root.advance(1.0F / 60.0F);
+    state.SetItemsProcessed(static_cast<i64>(state.iterations() * tracks));
+}
+
+struct SHAPE {
+    const char* name;
+    u32 nodes, keys;
+};
+
+void add(SAMPLE& sample, const std::string& name, u64 tracks) {
+    const auto known = [&name](const char* what) { return name + "/" + what; };
+    benchmark::RegisterBenchmark(known("memcpy").c_str(), [&](auto& state) { limit(state, sample); });
+    benchmark::RegisterBenchmark(known("load").c_str(), [&](auto& state) { load(state, sample); });
+    benchmark::RegisterBenchmark(known("save").c_str(), [&](auto& state) { save(state, sample); });
+    if (tracks == 0) return;
+    benchmark::RegisterBenchmark(known("play").c_str(), [&, tracks](auto& state) { play(state, sample, tracks); });
+}
+
+[[maybe_unused]] const bool registered = [] {
+    static std::vector<SAMPLE> samples;
+    const SHAPE shapes[] = {{"tracks/small", 20, 300},      {"tracks/medium", 100, 1000}, {"tracks/large", 200, 3000},
+                            {"small_objects/small", 500, 1}, {"small_objects/large", 50000, 1}};
+    samples.reserve(std::size(shapes));
+    for (const SHAPE& shape : shapes) {
+        std::string file = std::string("vor2_bench_") + shape.name + ".vr2";
+        std::replace(file.begin(), file.end(), '/', '_');
+        samples.push_back(
+            make_sample(file.c_str(), [&shape](VOR2& root) { add_nodes(root, shape.nodes, shape.keys); }));
+        add(samples.back(), shape.name, u64{shape.nodes} * 2);
+    }
+    return true;
+}();
+
+} // namespace

@@ -1,0 +1,36 @@
+# Sourced by the scripts of this project: installs the Debian packages it is called with, where they
+# are missing, as root or through sudo.
+
+install_packages() {
+    local package missing=()
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed$' || missing+=("$package")
+    done
+    if [ ${#missing[@]} -eq 0 ]; then return 0; fi
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing and there is neither root nor sudo to install them: ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq || return 1
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >/dev/null
+}
+
+# What building needs, and what the tests need on top.
+BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
+TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev googletest python3)
+
+# build PRESET [cmake -D options]: configures and builds.
+build() {
+    local preset=$1
+    shift
+    cmake --preset "$preset" "$@" >"$BUILD_LOG" 2>&1 && cmake --build --preset "$preset" >>"$BUILD_LOG" 2>&1 && return 0
+    tail -n 60 "$BUILD_LOG" >&2
+    echo "The build failed; all of its output is in $BUILD_LOG" >&2
+    return 1
+}
