@@ -148,6 +148,46 @@ void add_conversions(NodeTypes& types) {
     from_time.make_output(from_time.add("output", "o", number));
 }
 
+void add_arithmetic(NodeTypes& types) {
+    for (const auto& [name, type] :
+         {std::pair{"addDoubleLinear", MFn::kAddDoubleLinear}, {"multDoubleLinear", MFn::kMultDoubleLinear}}) {
+        NodeType& two = types.add(name, "node", type);
+        two.add("input1", "i1", number, 0.0);
+        two.add("input2", "i2", number, 0.0);
+        two.make_output(two.add("output", "o", number));
+    }
+    NodeType& product = types.add("multiplyDivide", "node", MFn::kMultiplyDivide);
+    product.add("operation", "op", enumeration, 1);
+    product.add_vector("input1", "i1", number);
+    product.add_vector("input2", "i2", number, 1.0);
+    product.make_output(product.add_vector("output", "o", number));
+
+    NodeType& sum = types.add("plusMinusAverage", "node", MFn::kPlusMinusAverage);
+    sum.add("operation", "op", enumeration, 1);
+    sum.make_array(sum.add("input1D", "i1", number));
+    const AttributeId pairs = sum.add("input2D", "i2", compound), triples = sum.add("input3D", "i3", compound);
+    sum.make_array(pairs);
+    sum.make_array(triples);
+    sum.add("input2Dx", "i2x", number, {}, pairs);
+    sum.add("input2Dy", "i2y", number, {}, pairs);
+    for (const auto& [name, short_name] : {std::pair{"input3Dx", "i3x"}, {"input3Dy", "i3y"}, {"input3Dz", "i3z"}})
+        sum.add(name, short_name, number, {}, triples);
+    sum.make_output(sum.add("output1D", "o1", number));
+    const AttributeId pair = sum.add("output2D", "o2", compound), triple = sum.add("output3D", "o3", compound);
+    sum.add("output2Dx", "o2x", number, {}, pair);
+    sum.add("output2Dy", "o2y", number, {}, pair);
+    for (const auto& [name, short_name] : {std::pair{"output3Dx", "o3x"}, {"output3Dy", "o3y"}, {"output3Dz", "o3z"}})
+        sum.add(name, short_name, number, {}, triple);
+    sum.make_output(pair);
+    sum.make_output(triple);
+
+    NodeType& weighted = types.add("blendWeighted", "node", MFn::kDependencyNode);
+    weighted.make_array(weighted.add("input", "i", number));
+    weighted.make_array(weighted.add("weight", "w", number, 1.0));
+    weighted.add("current", "c", integer);
+    weighted.make_output(weighted.add("output", "o", number));
+}
+
 void add_characters(NodeTypes& types) {
     NodeType& character = types.add("character", "objectSet", MFn::kCharacter);
     character.make_array(character.add("linearValues", "lv", distance));
@@ -173,6 +213,7 @@ void add_animation_types(NodeTypes& types) {
     add_constraints(types);
     add_pair_blend(types);
     add_conversions(types);
+    add_arithmetic(types);
     add_characters(types);
 }
 

@@ -80,20 +80,18 @@ Value EvaluationContext::builtin_output(const Plug& plug) {
     const AttributeId id = plug.key.attribute;
     if (id == ids.matrix) return local_matrix(node);
     if (id == ids.inverse_matrix) return inverse(local_matrix(node));
-    const int instance = plug.key.index[0];
-    Matrix world, parent;
-    if (instance == 0) {
-        world = world_matrix(node);
-        parent = parent_matrix(node);
+    // Only what is asked for: a constraint asks for the parent of the node it moves while that node is worked out.
+    const bool of_world = id == ids.world_matrix || id == ids.world_inverse_matrix;
+    const bool inverted = id == ids.world_inverse_matrix || id == ids.parent_inverse_matrix;
+    Matrix out;
+    if (const int instance = plug.key.index[0]; instance == 0) {
+        out = of_world ? world_matrix(node) : parent_matrix(node);
     } else {
         const std::vector<DagPath> paths = scene_.paths_to(node);
         if (instance < 0 || instance >= static_cast<int>(paths.size())) return Matrix();
-        world = world_matrix(paths[instance]);
-        parent = parent_matrix(paths[instance]);
+        out = of_world ? world_matrix(paths[instance]) : parent_matrix(paths[instance]);
     }
-    if (id == ids.world_matrix) return world;
-    if (id == ids.world_inverse_matrix) return inverse(world);
-    return id == ids.parent_matrix ? parent : inverse(parent);
+    return inverted ? inverse(out) : out;
 }
 
 Value EvaluationContext::compute(const Plug& plug) {

@@ -234,6 +234,9 @@ Matrix EvaluationContext::world_matrix(const DagPath& path) {
 bool EvaluationContext::inherits(Node& node) {
     if (!node.type().is_transform()) return true;
     TransformState& state = state_of(node);
+    // The other values stay out of it unless this one is driven: they may wait for the answer.
+    const auto drives_it = [](const TransformState::Input& input) { return input.field == inherits_field; };
+    if (std::ranges::none_of(state.inputs, drives_it)) return state.stored_inherits;
     refresh_values(node, state);
     return state.inherits;
 }

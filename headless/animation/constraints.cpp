@@ -1,0 +1,213 @@
+#include "headless/animation/constraints.h"
+
+#include "headless/animation/rotation_blend.h"
+#include "headless/graph/scene.h"
+
+#include <array>
+#include <cmath>
+
+namespace headless {
+namespace {
+
+// What one kind of constraint has of the attributes; `no_attribute` for those it lacks.
+struct ConstraintAttributes {
+    AttributeId target, weight, parent_matrix;
+    AttributeId translate, pivot, pivot_translate;
+    AttributeId rotate, rotate_order, joint_orient;
+    AttributeId scale, scale_compensate, inverse_scale, offset_translate, offset_rotate;
+    AttributeId parent_inverse, rest_enabled, offset, offset_polarity;
+    AttributeId own_pivot, own_pivot_translate, own_rotate_order, own_joint_orient, blend;
+    AttributeId rest_translate, rest_rotate, out_translate, out_rotate;
+
+    explicit ConstraintAttributes(const NodeType& type)
+        : target(type.find("tg")), weight(type.find("tw")), parent_matrix(type.find("tpm")), translate(type.find("tt")),
+          pivot(type.find("trp")), pivot_translate(type.find("trt")), rotate(type.find("tr")),
+          rotate_order(type.find("tro")), joint_orient(type.find("tjo")), scale(type.find("ts")),
+          scale_compensate(type.find("tsc")), inverse_scale(type.find("tis")), offset_translate(type.find("tot")),
+          offset_rotate(type.find("tor")), parent_inverse(type.find("cpim")), rest_enabled(type.find("erp")),
+          offset(type.find("offset")), offset_polarity(type.find("cop")), own_pivot(type.find("crp")),
+          own_pivot_translate(type.find("crt")), own_rotate_order(type.find("cro")), own_joint_orient(type.find("cjo")),
+          blend(type.find("int")), rest_translate(type.find("rst")), rest_rotate(type.find("rsrr")),
+          out_translate(type.find("ct")), out_rotate(type.find("cr")) {}
+};
+
+// The pose is worked out once for the six numbers that are asked for one by one.
+class ConstraintData final : public NodeData {
+public:
+    explicit ConstraintData(const NodeType& type) : ids(type) {}
+    bool set(const Plug&, const Value&) override { return false; }
+    bool get(const Plug&, Value&) const override { return false; }
+    bool indices(const Plug&, std::vector<int>&) const override { return false; }
+
+    const ConstraintAttributes ids;
+    std::uint64_t edits = 0, generation = 0;
+    std::vector<int> targets;
+    bool rests = false; ///< no weight counts
+    Vector3 translate, rotate;
+};
+
+class ConstraintSolver {
+public:
+    ConstraintSolver(EvaluationContext& context, Node& node, ConstraintData& data)
+        : context_(context), node_(node), data_(data), ids_(data.ids) {}
+
+    void solve();
+
+private:
+    Plug at(AttributeId id) const { return node_.plug(id); }
+    Plug at(AttributeId id, int target) const { return {&node_, PlugKey{id, 1, {target}}}; }
+    Vector3 vector(AttributeId id, int target) { return context_.vector(at(id, target)); }
+    Matrix rotation(AttributeId id, int target);
+    void add_target(int target, double weight);
+    void set_translate(const Matrix& parent_inverse);
+    void set_rotate(const Matrix& parent_inverse);
+    void rest();
+
+    EvaluationContext& context_;
+    Node& node_;
+    ConstraintData& data_;
+    const ConstraintAttributes& ids_;
+    double total_ = 0.0;
+    Vector3 point_;
+    std::vector<WeightedRotation> rotations_;
+};
+
+RotateOrder order_of(EvaluationContext& context, const Plug& plug) {
+    return rotate_order(context.evaluate(plug).integer());
+}
+
+Matrix upper_block(Matrix matrix) {
+    matrix.set_row(3, {});
+    return matrix;
+}
+
+// R JO of a target that turns.
+Matrix ConstraintSolver::rotation(AttributeId id, int target) {
+    const Matrix turned = euler_to_matrix(vector(id, target), order_of(context_, at(ids_.rotate_order, target)));
+    const Vector3 orient = vector(ids_.joint_orient, target);
+    return orient == Vector3{} ? turned : turned * euler_to_matrix(orient, RotateOrder::xyz);
+}
+
+void ConstraintSolver::add_target(int target, double weight) {
+    total_ += weight;
+    const Matrix parent = context_.matrix(at(ids_.parent_matrix, target));
+    Matrix turned;
+    if (ids_.rotate != no_attribute) {
+        turned = rotation(ids_.rotate, target);
+        Matrix world = turned * upper_block(parent);
+        if (ids_.offset_rotate != no_attribute) {
+            const RotateOrder order = order_of(context_, at(ids_.rotate_order, target));
+            world = euler_to_matrix(vector(ids_.offset_rotate, target), order) * rotation_part(world);
+        }
+        rotations_.push_back({to_quaternion(rotation_part(world)), weight});
+    }
+    if (ids_.translate == no_attribute) return;
+    Vector3 point = vector(ids_.translate, target) + vector(ids_.pivot, target) + vector(ids_.pivot_translate, target);
+    if (ids_.offset_translate != no_attribute) {
+        Vector3 offset = vector(ids_.offset_translate, target);
+        const Vector3 scale = vector(ids_.scale, target);
+        for (int i = 0; i < 3; ++i) offset[i] *= scale[i];
+        offset = transform_direction(offset, turned);
+        if (context_.evaluate(at(ids_.scale_compensate, target)).boolean()) {
+            const Vector3 above = vector(ids_.inverse_scale, target);
+            for (int i = 0; i < 3; ++i) offset[i] /= above[i] != 0.0 ? above[i] : 1.0;
+        }
+        point = point + offset;
+    }
+    point_ = point_ + transform_point(point, parent) * weight;
+}
+
+void ConstraintSolver::set_translate(const Matrix& parent_inverse) {
+    Vector3 point = point_ * (1.0 / total_);
+    if (ids_.offset_polarity != no_attribute) {
+        const double sign = context_.evaluate(at(ids_.offset_polarity)).boolean() ? -1.0 : 1.0;
+        point = point + context_.vector(at(ids_.offset)) * sign;
+    }
+    data_.translate = transform_point(point, parent_inverse) - context_.vector(at(ids_.own_pivot)) -
+                      context_.vector(at(ids_.own_pivot_translate));
+}
+
+void ConstraintSolver::set_rotate(const Matrix& parent_inverse) {
+    const RotateOrder order = order_of(context_, at(ids_.own_rotate_order));
+    const auto how = static_cast<RotationBlend>(context_.evaluate(at(ids_.blend)).integer() & 0xff);
+    Matrix world = to_matrix(blend(rotations_, how));
+    if (ids_.offset != no_attribute) world = euler_to_matrix(context_.vector(at(ids_.offset)), order) * world;
+    const Matrix local = rotation_part(world * upper_block(parent_inverse));
+    const Matrix orient = euler_to_matrix(context_.vector(at(ids_.own_joint_orient)), RotateOrder::xyz);
+    data_.rotate = matrix_to_euler(local * inverse(orient), order);
+}
+
+void ConstraintSolver::rest() {
+    const auto value = [&](AttributeId rest_id) {
+        return rest_id == no_attribute ? Vector3{} : context_.vector(at(rest_id));
+    };
+    data_.translate = value(ids_.rest_translate);
+    data_.rotate = value(ids_.rest_rotate);
+}
+
+void ConstraintSolver::solve() {
+    if (data_.edits != node_.edit_count()) {
+        data_.targets = node_.existing_indices({ids_.target, 0, {}});
+        data_.edits = node_.edit_count();
+    }
+    const std::uint64_t generation = context_.scene().generation();
+    for (const int target : data_.targets) {
+        const double weight = context_.number(at(ids_.weight, target));
+        if (weight > 0.0 && std::isfinite(weight)) add_target(target, weight);
+    }
+    data_.rests = !(total_ > 0.0);
+    if (data_.rests) {
+        rest();
+    } else {
+        const Matrix parent_inverse = context_.matrix(at(ids_.parent_inverse));
+        if (ids_.out_translate != no_attribute) set_translate(parent_inverse);
+        if (ids_.out_rotate != no_attribute) set_rotate(parent_inverse);
+    }
+    data_.generation = generation;
+}
+
+// What the attribute behind an output has stored: there is no rest position, and no target to follow.
+double stored_behind(const Node& node, const Plug& output) {
+    const auto [first, last] = node.outputs().equal_range(output.key);
+    if (first != last) return first->second.node->get(first->second.key).number();
+    const Plug around = output.parent();
+    const auto [whole, end] = node.outputs().equal_range(around.key);
+    if (whole == end) return 0.0;
+    for (int i = 0; i < 3; ++i) {
+        if (around.child(i) == output) return whole->second.node->get(whole->second.key).vector()[i];
+    }
+    return 0.0;
+}
+
+Value compute_constraint(EvaluationContext& context, Node& node, const Plug& plug) {
+    auto* data = static_cast<ConstraintData*>(node.data());
+    if (!data) return node.attribute(plug.key.attribute).default_value;
+    if (data->generation != context.scene().generation()) ConstraintSolver(context, node, *data).solve();
+    const bool held = data->rests && !context.evaluate(node.plug(data->ids.rest_enabled)).boolean();
+    for (const AttributeId id : {data->ids.out_translate, data->ids.out_rotate}) {
+        if (id == no_attribute) continue;
+        const Vector3& value = id == data->ids.out_translate ? data->translate : data->rotate;
+        const auto& children = node.attribute(id).children;
+        Vector3 stored;
+        for (int i = 0; i < 3; ++i) {
+            const Plug child = node.plug(children[static_cast<std::size_t>(i)]);
+            if (held) stored[i] = stored_behind(node, child);
+            if (plug == child) return held ? stored[i] : value[i];
+        }
+        if (plug.key.attribute == id) return held ? stored : value;
+    }
+    return {};
+}
+
+} // namespace
+
+void register_constraints() {
+    for (const char* type : {"pointConstraint", "orientConstraint", "parentConstraint"}) {
+        register_node_data(type, [](Node& node) -> std::unique_ptr<NodeData> {
+            return std::make_unique<ConstraintData>(node.type());
+        });
+        register_compute(type, compute_constraint);
+    }
+}
+
+} // namespace headless
