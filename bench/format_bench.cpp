@@ -80,8 +80,11 @@ void add(SAMPLE& sample, const std::string& name, u64 tracks) {
 
 [[maybe_unused]] const bool registered = [] {
     static std::vector<SAMPLE> samples;
-    const SHAPE shapes[] = {{"tracks/small", 20, 300},      {"tracks/medium", 100, 1000}, {"tracks/large", 200, 3000},
-                            {"small_objects/small", 500, 1}, {"small_objects/large", 50000, 1}};
+    const SHAPE shapes[] = {{"tracks/small", 20, 300},
+                            {"tracks/medium", 100, 1000},
+                            {"tracks/large", 200, 3000},
+                            {"small_objects/small", 500, 1},
+                            {"small_objects/large", 50000, 1}};
     samples.reserve(std::size(shapes));
     for (const SHAPE& shape : shapes) {
         std::string file = std::string("vor2_bench_") + shape.name + ".vr2";

@@ -70,7 +70,7 @@ bool WRITE_FILE::open(const TEXT& name, bool append) {
     my_handle = platform::open_for_writing(name.view(), append, error);
     if (my_handle == nullptr) return note_failure(error);
     // The block below is the buffer; a second one would only copy every byte again.
-    std::setvbuf(my_handle, nullptr, _IONBF, 0);
+    (void)std::setvbuf(my_handle, nullptr, _IONBF, 0);
     if (!my_block) my_block = std::make_unique_for_overwrite<u8[]>(BLOCK_SIZE);
     if (append) {
         if (std::fseek(my_handle, 0, SEEK_END) != 0) return note_failure(errno);
@@ -151,7 +151,7 @@ bool READ_FILE::open(const TEXT& name) {
 }
 
 void READ_FILE::close() {
-    if (my_handle != nullptr) std::fclose(my_handle);
+    if (my_handle != nullptr) (void)std::fclose(my_handle);
     my_handle = nullptr;
 }
 

@@ -6,7 +6,7 @@ namespace VOR2_LOADER {
 
 VOR2_ARRAY_LENGTH_HELPER::VOR2_ARRAY_LENGTH_HELPER(const VOR2& root) {
     each_chunk_row([&](const auto& row) {
-        if constexpr (row.IS_ARRAY) this->*row.count = static_cast<u32>((root.*row.member).size());
+        if constexpr (std::remove_cvref_t<decltype(row)>::IS_ARRAY) this->*row.count = static_cast<u32>((root.*row.member).size());
     });
 }
 
@@ -18,7 +18,7 @@ bool VOR2_ARRAY_LENGTH_HELPER::load(VOR2_INPUT_BUFFER& buffer, f32 version) {
 
 void VOR2_ARRAY_LENGTH_HELPER::apply_to(VOR2& root, u64 most) const {
     each_chunk_row([&](const auto& row) {
-        if constexpr (row.IS_ARRAY) {
+        if constexpr (std::remove_cvref_t<decltype(row)>::IS_ARRAY) {
             const u64 room = std::min<u64>(this->*row.count, most);
             most -= room;
             (root.*row.member).reserve(room);

@@ -26,6 +26,7 @@ VOR2_MATRIX_HIERARCHY::VOR2_MATRIX_HIERARCHY(const VOR2_MATRIX_HIERARCHY& source
 }
 
 VOR2_MATRIX_HIERARCHY& VOR2_MATRIX_HIERARCHY::operator=(const VOR2_MATRIX_HIERARCHY& source) {
+    if (this == &source) return *this;
     nodes = source.nodes;
     link_parents();
     return *this;

@@ -134,7 +134,7 @@ void FORMATTER<CHARACTER>::put(u32 value) {
 }
 
 template<class CHARACTER>
-void FORMATTER<CHARACTER>::put(u64 value) requires IS_WIDE {
+void FORMATTER<CHARACTER>::put(u64 value) requires(sizeof(CHARACTER) == 2) {
     const u32 low = static_cast<u32>(value);
     if (my_current == 'x' || my_current == 'X') return fill(hexadecimal(low, my_current == 'X').view(), my_pad);
     if (my_current == 'p' || my_current == 'P') return put_pointer(static_cast<u32>(value >> 32), low);
@@ -154,7 +154,7 @@ void FORMATTER<CHARACTER>::put(const TEXT_TYPE& value) {
 }
 
 template<class CHARACTER>
-void FORMATTER<CHARACTER>::put(f32 value) requires(!IS_WIDE) {
+void FORMATTER<CHARACTER>::put(f32 value) requires(sizeof(CHARACTER) == 1) {
     if (my_current != 'f') return;
     NARROW_TEXT text;
     const bool negative = value < 0.0F;

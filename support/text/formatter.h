@@ -43,9 +43,9 @@ public:
     void put(i32 value);
     void put(u32 value);
     /// For `s` the value is a pointer to a NUL-terminated narrow string.
-    void put(u64 value) requires IS_WIDE;
+    void put(u64 value) requires(sizeof(CHARACTER) == 2);
     void put(const TEXT_TYPE& value);
-    void put(f32 value) requires(!IS_WIDE);
+    void put(f32 value) requires(sizeof(CHARACTER) == 1);
 
     [[nodiscard]] const TEXT_TYPE& output() const noexcept { return my_output; }
 
@@ -68,6 +68,17 @@ private:
     u16 my_width = 0;
     u16 my_precision = 0;
 };
+
+/// A whole format call: each argument in turn to the next directive. Arguments beyond the directives
+/// are left over, and directives beyond the arguments write nothing.
+template<class CHARACTER, class... ARGUMENTS>
+[[nodiscard]] BASIC_TEXT<CHARACTER> formatted(const BASIC_TEXT<CHARACTER>& format, const ARGUMENTS&... arguments) {
+    FORMATTER<CHARACTER> formatter(format);
+    ((formatter.next() ? formatter.put(arguments) : void()), ...);
+    while (formatter.next()) {
+    }
+    return formatter.output();
+}
 
 extern template class FORMATTER<char>;
 extern template class FORMATTER<char16_t>;

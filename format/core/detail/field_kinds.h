@@ -121,7 +121,7 @@ void LIST_KIND<ELEMENT_KIND>::describe(const ARRAY<T>& list, std::string_view na
         visitor.signed_numbers(name, list.view());
     } else if constexpr (std::same_as<T, f32> || detail::FLOAT_TUPLE<T>) {
         const auto* numbers = reinterpret_cast<const f32*>(list.data());
-        constexpr u32 WIDTH = sizeof(T) / sizeof(f32);
+        constexpr u32 WIDTH = sizeof(T) / sizeof(f32); // NOLINT(bugprone-sizeof-expression): 1 for plain numbers
         visitor.reals(name, {numbers, static_cast<std::size_t>(list.size()) * WIDTH}, WIDTH);
     } else {
         visitor.begin_list(name, list.size());
