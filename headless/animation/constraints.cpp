@@ -1,5 +1,6 @@
 #include "headless/animation/constraints.h"
 
+#include "headless/animation/aim.h"
 #include "headless/animation/rotation_blend.h"
 #include "headless/graph/scene.h"
 
@@ -17,7 +18,8 @@ struct ConstraintAttributes {
     AttributeId scale, scale_compensate, inverse_scale, offset_translate, offset_rotate;
     AttributeId parent_inverse, rest_enabled, offset, offset_polarity;
     AttributeId own_pivot, own_pivot_translate, own_rotate_order, own_joint_orient, blend;
-    AttributeId rest_translate, rest_rotate, out_translate, out_rotate;
+    AttributeId aim, up, world_up, world_up_matrix, world_up_type, own_translate;
+    AttributeId rest_translate, rest_rotate, rest_scale, out_translate, out_rotate, out_scale;
 
     explicit ConstraintAttributes(const NodeType& type)
         : target(type.find("tg")), weight(type.find("tw")), parent_matrix(type.find("tpm")), translate(type.find("tt")),
@@ -27,8 +29,17 @@ struct ConstraintAttributes {
           offset_rotate(type.find("tor")), parent_inverse(type.find("cpim")), rest_enabled(type.find("erp")),
           offset(type.find("offset")), offset_polarity(type.find("cop")), own_pivot(type.find("crp")),
           own_pivot_translate(type.find("crt")), own_rotate_order(type.find("cro")), own_joint_orient(type.find("cjo")),
-          blend(type.find("int")), rest_translate(type.find("rst")), rest_rotate(type.find("rsrr")),
-          out_translate(type.find("ct")), out_rotate(type.find("cr")) {}
+          blend(type.find("int")), aim(type.find("a")), up(type.find("u")), world_up(type.find("wu")),
+          world_up_matrix(type.find("wum")), world_up_type(type.find("wut")), own_translate(type.find("ct")),
+          rest_translate(type.find("rst")), rest_rotate(type.find("rsrr")), rest_scale(type.find("rs")),
+          out_translate(output(type, "ct")), out_rotate(output(type, "cr")), out_scale(output(type, "cs")) {}
+
+private:
+    // An aim has its node's translation as an input.
+    static AttributeId output(const NodeType& type, const char* name) {
+        const AttributeId id = type.find(name);
+        return id != no_attribute && type.attributes()[id].output ? id : no_attribute;
+    }
 };
 
 // The pose is worked out once for the six numbers that are asked for one by one.
@@ -43,7 +54,7 @@ public:
     std::uint64_t edits = 0, generation = 0;
     std::vector<int> targets;
     bool rests = false; ///< no weight counts
-    Vector3 translate, rotate;
+    Vector3 translate, rotate, scale;
 };
 
 class ConstraintSolver {
@@ -61,6 +72,9 @@ private:
     void add_target(int target, double weight);
     void set_translate(const Matrix& parent_inverse);
     void set_rotate(const Matrix& parent_inverse);
+    void set_scale(const Matrix& parent_inverse);
+    Matrix mean_rotation();
+    Matrix aimed(const Matrix& parent_inverse);
     void rest();
 
     EvaluationContext& context_;
@@ -68,7 +82,7 @@ private:
     ConstraintData& data_;
     const ConstraintAttributes& ids_;
     double total_ = 0.0;
-    Vector3 point_;
+    Vector3 point_, scale_;
     std::vector<WeightedRotation> rotations_;
 };
 
@@ -101,6 +115,10 @@ void ConstraintSolver::add_target(int target, double weight) {
         }
         rotations_.push_back({to_quaternion(rotation_part(world)), weight});
     }
+    if (ids_.out_scale != no_attribute) {
+        const Vector3 own = vector(ids_.scale, target);
+        for (int i = 0; i < 3; ++i) scale_[i] += weight * own[i] * length(parent.row(i));
+    }
     if (ids_.translate == no_attribute) return;
     Vector3 point = vector(ids_.translate, target) + vector(ids_.pivot, target) + vector(ids_.pivot_translate, target);
     if (ids_.offset_translate != no_attribute) {
@@ -127,10 +145,39 @@ void ConstraintSolver::set_translate(const Matrix& parent_inverse) {
                       context_.vector(at(ids_.own_pivot_translate));
 }
 
+Matrix ConstraintSolver::mean_rotation() {
+    const auto how = static_cast<RotationBlend>(context_.evaluate(at(ids_.blend)).integer() & 0xff);
+    return to_matrix(blend(rotations_, how));
+}
+
+Matrix ConstraintSolver::aimed(const Matrix& parent_inverse) {
+    const Vector3 own = context_.vector(at(ids_.own_translate)) + context_.vector(at(ids_.own_pivot)) +
+                        context_.vector(at(ids_.own_pivot_translate));
+    const Vector3 from = transform_point(own, inverse(parent_inverse));
+    Aim aim;
+    aim.axis = context_.vector(at(ids_.aim));
+    aim.up_axis = context_.vector(at(ids_.up));
+    aim.direction = point_ * (1.0 / total_) - from;
+    const std::int64_t type = context_.evaluate(at(ids_.world_up_type)).integer();
+    if (type == 1) aim.up = context_.matrix(at(ids_.world_up_matrix)).translation() - from;
+    if (type == 2)
+        aim.up = transform_direction(context_.vector(at(ids_.world_up)), context_.matrix(at(ids_.world_up_matrix)));
+    if (type == 3) aim.up = context_.vector(at(ids_.world_up));
+    return type == 4 ? shortest_turn(aim.axis, aim.direction) : aim_rotation(aim);
+}
+
+void ConstraintSolver::set_scale(const Matrix& parent_inverse) {
+    const Matrix parent = inverse(parent_inverse);
+    const Vector3 offset = context_.vector(at(ids_.offset));
+    for (int i = 0; i < 3; ++i) {
+        const double above = length(parent.row(i));
+        data_.scale[i] = scale_[i] / total_ * offset[i] / (above > 0.0 ? above : 1.0);
+    }
+}
+
 void ConstraintSolver::set_rotate(const Matrix& parent_inverse) {
     const RotateOrder order = order_of(context_, at(ids_.own_rotate_order));
-    const auto how = static_cast<RotationBlend>(context_.evaluate(at(ids_.blend)).integer() & 0xff);
-    Matrix world = to_matrix(blend(rotations_, how));
+    Matrix world = ids_.aim != no_attribute ? aimed(parent_inverse) : mean_rotation();
     if (ids_.offset != no_attribute) world = euler_to_matrix(context_.vector(at(ids_.offset)), order) * world;
     const Matrix local = rotation_part(world * upper_block(parent_inverse));
     const Matrix orient = euler_to_matrix(context_.vector(at(ids_.own_joint_orient)), RotateOrder::xyz);
@@ -143,6 +190,7 @@ void ConstraintSolver::rest() {
     };
     data_.translate = value(ids_.rest_translate);
     data_.rotate = value(ids_.rest_rotate);
+    data_.scale = value(ids_.rest_scale);
 }
 
 void ConstraintSolver::solve() {
@@ -162,6 +210,7 @@ void ConstraintSolver::solve() {
         const Matrix parent_inverse = context_.matrix(at(ids_.parent_inverse));
         if (ids_.out_translate != no_attribute) set_translate(parent_inverse);
         if (ids_.out_rotate != no_attribute) set_rotate(parent_inverse);
+        if (ids_.out_scale != no_attribute) set_scale(parent_inverse);
     }
     data_.generation = generation;
 }
@@ -184,9 +233,10 @@ Value compute_constraint(EvaluationContext& context, Node& node, const Plug& plu
     if (!data) return node.attribute(plug.key.attribute).default_value;
     if (data->generation != context.scene().generation()) ConstraintSolver(context, node, *data).solve();
     const bool held = data->rests && !context.evaluate(node.plug(data->ids.rest_enabled)).boolean();
-    for (const AttributeId id : {data->ids.out_translate, data->ids.out_rotate}) {
+    for (const auto& [id, value] : {std::pair{data->ids.out_translate, data->translate},
+                                    {data->ids.out_rotate, data->rotate},
+                                    {data->ids.out_scale, data->scale}}) {
         if (id == no_attribute) continue;
-        const Vector3& value = id == data->ids.out_translate ? data->translate : data->rotate;
         const auto& children = node.attribute(id).children;
         Vector3 stored;
         for (int i = 0; i < 3; ++i) {
@@ -202,7 +252,8 @@ Value compute_constraint(EvaluationContext& context, Node& node, const Plug& plu
 } // namespace
 
 void register_constraints() {
-    for (const char* type : {"pointConstraint", "orientConstraint", "parentConstraint"}) {
+    for (const char* type :
+         {"pointConstraint", "orientConstraint", "parentConstraint", "aimConstraint", "scaleConstraint"}) {
         register_node_data(type, [](Node& node) -> std::unique_ptr<NodeData> {
             return std::make_unique<ConstraintData>(node.type());
         });

@@ -10,8 +10,9 @@ namespace {
 
 constexpr int max_hops = 64;
 
-bool is_curve(const Node& node) {
-    return node.type().derives_from("animCurve");
+// A driven curve has no time to key at.
+bool is_keyed_curve(const Node& node) {
+    return node.type().derives_from("animCurve") && is_time_curve(node);
 }
 
 // What is connected to the plug, or to the compound around it, at the same place within.
@@ -79,7 +80,8 @@ Result<void> check_keyable(const Plug& plug) {
         return cannot_key(plug, "holds no number");
     if (locked(plug)) return cannot_key(plug, "is locked");
     const Plug driver = driver_of(plug);
-    if (driver.attribute().output && !is_curve(*driver.node)) return cannot_key(plug, "is driven by another node");
+    if (driver.attribute().output && !is_keyed_curve(*driver.node))
+        return cannot_key(plug, "is driven by another node");
     return {};
 }
 
@@ -130,7 +132,7 @@ void add_single(const Plug& plug, std::vector<Plug>& out) {
 
 Node* curve_of(const Plug& plug) {
     const Plug driver = driver_of(plug);
-    return driver != plug && is_curve(*driver.node) ? driver.node : nullptr;
+    return driver != plug && is_keyed_curve(*driver.node) ? driver.node : nullptr;
 }
 
 Result<Node*> curve_for_keying(Scene& scene, const Plug& plug) {

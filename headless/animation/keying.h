@@ -7,8 +7,8 @@ namespace headless {
 
 /// Keying plugs, as scripts and readers do. Times are seconds; values are centimetres, radians, seconds or plain, as
 /// the plug's kind has it. A plug is keyed through the curve that reaches it by plain connections (straight, or through
-/// a character); one driven by anything else isn't keyed. The keys of a curve that an operation touches are put in
-/// order first (see `AnimCurve`).
+/// a character); one driven by anything else, also by a driven curve, isn't keyed. The keys of a curve that an
+/// operation touches are put in order first (see `AnimCurve`).
 ///
 /// A curve made here is an animCurveTL, TA or TT by the plug's kind, TU for plain numbers, named
 /// "NODE_attribute" without namespaces, with auto tangents; for switches and choices (booleans, enumerations, whole
@@ -17,7 +17,7 @@ namespace headless {
 /// Times closer than this are one key's, in seconds. A sixth of what the clock of scene files resolves.
 inline constexpr double same_key_time = 1.0 / 36000.0;
 
-/// The curve that drives a plug (not a compound) by plain connections; null when none does.
+/// The curve over time that drives a plug (not a compound) by plain connections; null when none does.
 Node* curve_of(const Plug& plug);
 /// The curve that keys a plug, made and connected if need be. Refused for a locked plug, one driven by something
 /// else, a whole array, and what holds no number.

@@ -73,6 +73,31 @@ void add_target_rotation(NodeType& type, AttributeId target) {
     type.add("interpType", "int", enumeration, 1);
 }
 
+void add_aim(NodeTypes& types) {
+    NodeType& aim = types.add("aimConstraint", "constraint", MFn::kAimConstraint);
+    const AttributeId target = add_targets(aim);
+    aim.add_vector("targetTranslate", "tt", distance, 0.0, target);
+    aim.add_vector("targetRotatePivot", "trp", distance, 0.0, target);
+    aim.add_vector("targetRotateTranslate", "trt", distance, 0.0, target);
+    aim.add_vector("constraintTranslate", "ct", distance);
+    aim.add_vector("constraintRotatePivot", "crp", distance);
+    aim.add_vector("constraintRotateTranslate", "crt", distance);
+    aim.add("constraintRotateOrder", "cro", enumeration, 0);
+    aim.add_vector("constraintJointOrient", "cjo", angle);
+    for (const auto& [long_name, short_name, axis] :
+         {std::tuple{"aimVector", "a", 0}, {"upVector", "u", 1}, {"worldUpVector", "wu", 1}}) {
+        const AttributeId id = aim.add(long_name, short_name, compound);
+        for (int i = 0; i < 3; ++i)
+            aim.add(long_name + std::string(1, "XYZ"[i]), short_name + std::string(1, "xyz"[i]), number,
+                    i == axis ? 1.0 : 0.0, id);
+    }
+    aim.add("worldUpMatrix", "wum", matrix);
+    aim.add("worldUpType", "wut", enumeration, 3);
+    aim.add_vector("offset", "o", angle);
+    aim.add_vector("restRotate", "rsrr", angle);
+    aim.make_output(aim.add_vector("constraintRotate", "cr", angle));
+}
+
 void add_constraints(NodeTypes& types) {
     NodeType& constraint = types.add("constraint", "transform", MFn::kConstraint);
     constraint.add("constraintParentInverseMatrix", "cpim", matrix);
@@ -98,9 +123,14 @@ void add_constraints(NodeTypes& types) {
     parent.add_vector("targetOffsetTranslate", "tot", distance, 0.0, target);
     parent.add_vector("targetOffsetRotate", "tor", angle, 0.0, target);
 
-    for (const auto& [name, type] : {std::pair{"aimConstraint", MFn::kAimConstraint},
-                                     {"scaleConstraint", MFn::kScaleConstraint},
-                                     {"poleVectorConstraint", MFn::kPoleVectorConstraint},
+    add_aim(types);
+    NodeType& scale = types.add("scaleConstraint", "constraint", MFn::kScaleConstraint);
+    scale.add_vector("targetScale", "ts", number, 1.0, add_targets(scale));
+    scale.add_vector("offset", "o", number, 1.0);
+    scale.add_vector("restScale", "rs", number, 1.0);
+    scale.make_output(scale.add_vector("constraintScale", "cs", number, 1.0));
+
+    for (const auto& [name, type] : {std::pair{"poleVectorConstraint", MFn::kPoleVectorConstraint},
                                      {"geometryConstraint", MFn::kGeometryConstraint},
                                      {"normalConstraint", MFn::kNormalConstraint},
                                      {"tangentConstraint", MFn::kTangentConstraint},

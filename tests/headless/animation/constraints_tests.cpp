@@ -35,7 +35,9 @@ protected:
             join("c", from, to);
         for (const auto& [from, to] :
              {std::pair{"ctx", "tx"}, {"cty", "ty"}, {"ctz", "tz"}, {"crx", "rx"}, {"cry", "ry"}, {"crz", "rz"}}) {
-            if (node.find_attribute(from) != no_attribute) connect(std::string("con.") + from, std::string("c.") + to);
+            const AttributeId id = node.find_attribute(from);
+            if (id != no_attribute && node.attribute(id).output)
+                connect(std::string("con.") + from, std::string("c.") + to);
         }
     }
 
@@ -130,6 +132,53 @@ TEST_F(Constraints, parent_carries_the_offset_in_the_targets_space) {
     expect_same_rotation(world("c"), turned("a", 2));
 }
 
+// How a direction of the node stands in the world, freed of even scale.
+Vector3 direction_of(const Matrix& world, const Vector3& axis) {
+    const Vector3 out = transform_direction(axis, world);
+    return out * (1 / length(out));
+}
+
+TEST_F(Constraints, aim_points_its_axis_and_leans_its_up_axis) {
+    set("c.rp", Vector3{1, 0, 2});
+    set("c.t", Vector3{4, 5, 6});
+    constrain("aimConstraint");
+    connect("c.t", "con.ct");
+    add_target("a", 0, 1);
+    add_target("b", 1, 1);
+    set("con.a", Vector3{0, 2, 0});
+    set("con.u", Vector3{0, 0, -1});
+    connect("left.wm[0]", "con.wum");
+    const Vector3 from = pivot("c", "right"), to = (pivot("a", "left") + pivot("b", "left")) * .5;
+    const Vector3 aim = (to - from) * (1 / length(to - from));
+    set("con.wu", Vector3{1, 1, 0});
+    const Vector3 ups[] = {
+        {0, 1, 0}, world("left").translation() - from, transform_direction(Vector3{1, 1, 0}, world("left")), {1, 1, 0}};
+    for (int type = 0; type < 4; ++type) {
+        set("con.wut", type);
+        expect_near(direction_of(world("c"), {0, 1, 0}), aim);
+        const Vector3 square = ups[type] - aim * dot(ups[type], aim);
+        expect_near(direction_of(world("c"), {0, 0, -1}), square * (1 / length(square)));
+    }
+    set("con.wut", 4);
+    const Vector3 fixed = cross({0, 1, 0}, aim);
+    expect_near(direction_of(world("c"), {0, 1, 0}), aim);
+    expect_near(transform_direction(fixed, world("c")), fixed);
+    set("con.wut", 3);
+    set("con.o", Vector3{0, .7, 0});
+    expect_near(direction_of(world("c"), {0, 1, 0}), aim);
+}
+
+TEST_F(Constraints, scale_takes_the_parents_out_of_the_mean) {
+    set("right.s", Vector3{4, 5, 2});
+    constrain("scaleConstraint");
+    connect("con.cs", "c.s");
+    for (const auto& [name, index, weight] : {std::tuple{"a", 0, 1.}, {"b", 1, 3.}}) add_target(name, index, weight);
+    set("a.s", Vector3{1, 1, 1});
+    set("b.s", Vector3{3, 5, 1});
+    set("con.o", Vector3{1, 1, 10});
+    expect_near(vector("c.s"), {2 * 2.5 / 4, 2 * 4. / 5, 2 * 1. * 10 / 2});
+}
+
 TEST_F(Constraints, without_weight_rest_or_stay) {
     set("c.t", Vector3{7, 8, 9});
     constrain("parentConstraint");
@@ -159,12 +208,12 @@ TEST_F(Constraints, weights_and_targets_move_with_the_clock) {
 TEST_F(Constraints, kinds_without_evaluation_are_named) {
     constrain("pointConstraint");
     EXPECT_TRUE(scene.unevaluated_drivers().empty());
-    Node& aim = make("aimConstraint", "aim");
+    Node& normal = make("normalConstraint", "normal");
     Attribute output;
     output.long_name = "constraintRotateX";
-    ASSERT_TRUE(aim.add_attribute(output));
-    connect("aim.constraintRotateX", "b.rx");
-    EXPECT_EQ(scene.unevaluated_drivers(), std::vector<Node*>{&aim});
+    ASSERT_TRUE(normal.add_attribute(output));
+    connect("normal.constraintRotateX", "b.rx");
+    EXPECT_EQ(scene.unevaluated_drivers(), std::vector<Node*>{&normal});
 }
 
 } // namespace

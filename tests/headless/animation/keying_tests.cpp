@@ -100,9 +100,11 @@ TEST_F(Keying, all_keys_at_once_read_back_and_can_be_cut) {
 TEST_F(Keying, what_cannot_be_keyed_is_refused_and_nothing_is_made) {
     Node& driver = **scene.create_node("unitConversion", "conversion");
     ASSERT_TRUE(scene.connect(driver.find_plug(".o"), plug(".ry")));
+    Node& driven = **scene.create_node("animCurveUA", "driven");
+    ASSERT_TRUE(scene.connect(driven.find_plug(".o"), plug(".rz")));
     joint.set_flags(joint.find_attribute("sx"), {true, {}, {}});
     const std::size_t before = scene.node_count();
-    for (const char* path : {".ry", ".sx", ".wm[0]", ".wm"}) {
+    for (const char* path : {".ry", ".rz", ".sx", ".wm[0]", ".wm"}) {
         const std::array both = {plug(".tx"), plug(path)};
         EXPECT_FALSE(key_plugs(scene, both, 1)) << path;
     }
