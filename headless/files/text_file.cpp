@@ -1,92 +1,97 @@
 #include "headless/files/text_file.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <memory>
 
 namespace headless {
 namespace {
+
+namespace fs = std::filesystem;
 
 struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, Close>;
 
-Error failed(const std::string& what, const std::string& path) {
-    return Error{what + ": " + std::strerror(errno), path};
+Error failed(const std::string& what, const std::string& path, int problem) {
+    return Error{what + ": " + std::strerror(problem), path};
 }
 
-bool write_all(File file, std::string_view bytes) {
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) return false;
-    return std::fclose(file.release()) == 0;
-}
-
-// A new file beside the target, under a name that nobody uses.
-File open_beside(const std::string& target, std::string& name) {
+// A new file beside the target, under a name that nobody uses; null where none can be made.
+std::FILE* open_beside(const std::string& target, std::string& name) {
     for (int attempt = 0; attempt < 100; ++attempt) {
         name = target + ".part" + (attempt == 0 ? "" : std::to_string(attempt));
-        if (File file{std::fopen(name.c_str(), "wbx")}) return file;
+        if (std::FILE* file = std::fopen(name.c_str(), "wbx")) return file;
         if (errno != EEXIST) break;
     }
-    return {};
+    return nullptr;
 }
 
 // A link is followed, so that it goes on naming the file that is written.
-std::filesystem::path resolved(const std::string& path) {
+std::string resolved(const std::string& path) {
     std::error_code problem;
-    const std::filesystem::path target = std::filesystem::canonical(path, problem);
-    return problem ? std::filesystem::path(path) : target;
-}
-
-// Devices and pipes are written to, never replaced.
-Result<void> write_into(const std::string& path, std::string_view bytes) {
-    File file(std::fopen(path.c_str(), "wb"));
-    if (!file || !write_all(std::move(file), bytes)) return failed("can't be written", path);
-    return {};
+    const fs::path target = fs::canonical(path, problem);
+    return problem ? path : target.string();
 }
 
 } // namespace
 
 Result<std::string> read_text_file(const std::string& path) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) return Error{"is a folder, not a file", path};
+    std::error_code problem;
+    if (fs::is_directory(path, problem)) return Error{"is a folder, not a file", path};
     const File file(std::fopen(path.c_str(), "rb"));
-    if (!file) return failed("can't be read", path);
+    if (!file) return failed("can't be read", path, errno);
     std::string bytes;
-    const std::uintmax_t size = std::filesystem::file_size(path, ignored);
-    bytes.resize(ignored ? 0 : static_cast<std::size_t>(size));
+    const std::uintmax_t size = fs::file_size(path, problem);
+    bytes.resize(problem ? 0 : static_cast<std::size_t>(size));
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
     // What a pipe or a growing file holds beyond the size that it stated.
     char more[4096];
     for (std::size_t n = 0; (n = std::fread(more, 1, sizeof more, file.get())) > 0;) bytes.append(more, n);
-    if (std::ferror(file.get())) return failed("can't be read", path);
+    if (std::ferror(file.get())) return failed("can't be read", path, errno);
     return bytes;
 }
 
-Result<void> write_text_file(const std::string& path, std::string_view bytes) {
-    std::error_code problem;
-    const std::filesystem::path target = resolved(path);
-    const std::filesystem::file_status status = std::filesystem::status(target, problem);
-    if (std::filesystem::is_directory(status)) return Error{"can't be written: it is a folder", path};
-    const bool there = std::filesystem::exists(status);
-    if (there && !std::filesystem::is_regular_file(status)) return write_into(path, bytes);
-    if (there && !File(std::fopen(path.c_str(), "ab"))) return failed("can't be written", path);
-    std::string beside;
-    File file = open_beside(target.string(), beside);
-    if (!file) return failed("can't be written", path);
-    if (!write_all(std::move(file), bytes)) {
-        const Error error = failed("can't be written", path);
-        std::filesystem::remove(beside, problem);
-        return error;
+Result<OutputFile> OutputFile::open(const std::string& path) {
+    std::error_code ignored;
+    OutputFile out;
+    out.path_ = path;
+    out.target_ = resolved(path);
+    const fs::file_status status = fs::status(out.target_, ignored);
+    if (fs::is_directory(status)) return Error{"can't be written: it is a folder", path};
+    const bool there = fs::exists(status);
+    if (there && !fs::is_regular_file(status)) {
+        out.file_.reset(std::fopen(path.c_str(), "wb"));
+    } else {
+        if (there && !File(std::fopen(path.c_str(), "ab"))) return failed("can't be written", path, errno);
+        out.file_.reset(open_beside(out.target_, out.beside_));
     }
-    if (there) std::filesystem::permissions(beside, status.permissions(), problem);
-    std::filesystem::rename(beside, target, problem);
-    if (!problem) return {};
-    const Error error{"can't be written: " + problem.message(), path};
-    std::filesystem::remove(beside, problem);
-    return error;
+    if (!out.file_) return failed("can't be written", path, errno);
+    if (there && !out.beside_.empty()) fs::permissions(out.beside_, status.permissions(), ignored);
+    return out;
+}
+
+OutputFile::~OutputFile() {
+    if (!file_) return;
+    file_.reset();
+    std::error_code ignored;
+    if (!beside_.empty()) fs::remove(beside_, ignored);
+}
+
+void OutputFile::write(std::string_view bytes) {
+    if (problem_ == 0 && std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) problem_ = errno;
+}
+
+Result<void> OutputFile::commit() {
+    if (std::fclose(file_.release()) != 0 && problem_ == 0) problem_ = errno;
+    std::error_code moved;
+    if (problem_ == 0 && !beside_.empty()) fs::rename(beside_, target_, moved);
+    if (problem_ == 0 && !moved) return {};
+    std::error_code ignored;
+    if (!beside_.empty()) fs::remove(beside_, ignored);
+    return problem_ != 0 ? failed("can't be written", path_, problem_)
+                         : Error{"can't be written: " + moved.message(), path_};
 }
 
 } // namespace headless
