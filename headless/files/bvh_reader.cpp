@@ -1,5 +1,6 @@
 #include "headless/files/bvh_reader.h"
 
+#include "headless/animation/keying.h"
 #include "headless/files/bvh_file.h"
 #include "headless/files/frame_rate.h"
 #include "headless/files/text_file.h"
@@ -52,13 +53,14 @@ private:
     const BvhOptions& options_;
     FrameRate rate_;
     std::vector<Node*> joints_, curves_;
-    std::vector<double> times_, values_; // of the curve that is being made; the times are all curves'
+    KeyTimes times_; // of every curve
 };
 
 Result<void> BvhBuilder::build() {
     const bool fresh = std::ranges::all_of(scene_.nodes(), [](const Node* node) { return node->default_node(); });
-    for (std::size_t i = 0; i < file_.frame_count; ++i) times_.push_back(static_cast<double>(i) / rate_.per_second);
-    values_.resize(file_.frame_count);
+    std::vector<double> times(file_.frame_count);
+    for (std::size_t i = 0; i < times.size(); ++i) times[i] = static_cast<double>(i) / rate_.per_second;
+    times_ = KeyTimes(std::move(times));
     for (const BvhJoint& joint : file_.joints) {
         Result<void> done = add_joint(joint);
         if (done) continue;
@@ -95,25 +97,16 @@ Result<void> BvhBuilder::add_curve(Node& node, const BvhJoint& joint, std::size_
     const TransformAttributes& ids = TransformAttributes::ids();
     const AttributeId vector = is_rotation(kind) ? ids.rotate : ids.translate;
     const AttributeId id = node.attribute(vector).children[static_cast<std::size_t>(axis_of(kind))];
-    const Result<Node*> made = scene_.create_node(is_rotation(kind) ? "animCurveTA" : "animCurveTL",
-                                                  node.name() + "_" + node.attribute(id).long_name);
-    if (!made) return made.error();
-    Node& curve = **made;
-    curves_.push_back(&curve);
+    std::vector<double> values(file_.frame_count);
     const double* value = file_.values.data() + joint.first_channel + channel;
-    for (double& out : values_) {
+    for (double& out : values) {
         out = converted(kind, *value);
         value += file_.channel_count;
     }
-    constexpr int linear = 2;
-    curve.set(curve.find_plug(".tan").key, linear);
-    const Plug keys = curve.find_plug(".ktv");
-    for (std::size_t i = 0; i < times_.size(); ++i) {
-        const Plug key = keys.element(static_cast<int>(i));
-        curve.set(key.child(0).key, times_[i]);
-        curve.set(key.child(1).key, values_[i]);
-    }
-    return scene_.connect(curve.find_plug(".output"), node.plug(id));
+    const Result<Node*> curve = set_keys(scene_, node.plug(id), times_, std::move(values), Tangent::linear);
+    if (!curve) return curve.error();
+    curves_.push_back(*curve);
+    return {};
 }
 
 void BvhBuilder::set_time_and_range() {

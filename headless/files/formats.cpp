@@ -2,6 +2,7 @@
 
 #include "headless/files/bvh_reader.h"
 #include "headless/files/ma_reader.h"
+#include "headless/files/ma_writer.h"
 #include "headless/session.h"
 
 namespace headless {
@@ -9,6 +10,7 @@ namespace headless {
 void register_file_formats(Session& session) {
     session.register_reader("bvh", [](Scene& scene, const std::string& path) { return read_bvh(scene, path); });
     session.register_reader("ma", [](Scene& scene, const std::string& path) { return read_maya_ascii(scene, path); });
+    session.register_writer("ma", [](Scene& scene, const std::string& path) { return write_maya_ascii(scene, path); });
 }
 
 } // namespace headless

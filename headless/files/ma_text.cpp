@@ -18,7 +18,8 @@ struct Digits {
 
     explicit Digits(double value) {
         // Whole numbers without an exponent: an attribute of counts takes no other.
-        const bool whole = std::abs(value) < 1e15 && value == std::trunc(value) && !(value == 0.0 && std::signbit(value));
+        const bool whole =
+            std::abs(value) < 1e15 && value == std::trunc(value) && !(value == 0.0 && std::signbit(value));
         const auto [end, problem] = whole ? std::to_chars(text, text + sizeof text, static_cast<std::int64_t>(value))
                                           : std::to_chars(text, text + sizeof text, value);
         length = static_cast<std::size_t>(end - text);
@@ -67,22 +68,34 @@ MaText& MaText::integer(std::int64_t value) {
     return text({digits, static_cast<std::size_t>(end - digits)});
 }
 
+namespace {
+
 // Conversion rounds, so that more than one number of the file's unit may read back to the value, or the nearest may
 // not: the neighbours are tried too, and the shortest that reads back is taken.
-MaText& MaText::number(double value, AttributeKind kind) {
-    no_number_ |= !std::isfinite(value);
-    const double nearest = units_.to_file(kind, value);
+Digits shortest(const FileUnits& units, AttributeKind kind, double value) {
+    const double nearest = units.to_file(kind, value);
     constexpr double infinity = std::numeric_limits<double>::infinity();
     Digits best(nearest);
-    bool exact = units_.from_file(kind, nearest) == value;
-    if (nearest == value || (exact && best.length < 16)) return text(best.view());
+    bool exact = units.from_file(kind, nearest) == value;
+    if (nearest == value || (exact && best.length < 16)) return best;
     for (const double other : {std::nextafter(nearest, -infinity), std::nextafter(nearest, infinity)}) {
-        if (units_.from_file(kind, other) != value) continue;
+        if (units.from_file(kind, other) != value) continue;
         const Digits digits(other);
         if (!exact || digits.length < best.length) best = digits;
         exact = true;
     }
-    return text(best.view());
+    return best;
+}
+
+} // namespace
+
+MaText& MaText::number(double value, AttributeKind kind) {
+    no_number_ |= !std::isfinite(value);
+    return text(shortest(units_, kind, value).view());
+}
+
+std::string MaText::spelled(double value, AttributeKind kind) const {
+    return std::string(shortest(units_, kind, value).view());
 }
 
 MaText& MaText::quoted(std::string_view value) {

@@ -24,7 +24,7 @@ public:
 
     MaText& text(std::string_view words);
     MaText& integer(std::int64_t value);
-    /// With the fewest digits that read back to the same value. What isn't finite is noted.
+    /// As `spelled`. What isn't finite is noted.
     MaText& number(double value, AttributeKind kind = AttributeKind::number);
     /// In quotes and with escapes; a long one in pieces joined by "+", as readers of lines like it.
     MaText& quoted(std::string_view value);
@@ -32,6 +32,8 @@ public:
     MaText& gap();
     void end_statement() { text(";\n"); }
 
+    /// A value in the file's unit, with the fewest digits that read back to the same.
+    std::string spelled(double value, AttributeKind kind) const;
     bool met_no_number() const { return no_number_; } ///< an infinity or a NaN came by
     void flush();
 
