@@ -27,6 +27,7 @@ struct BYTES {
         data.insert(data.end(), bytes, bytes + size);
         return *this;
     }
+    BYTES& raw(const std::vector<u8>& bytes) { return raw(bytes.data(), bytes.size()); }
     BYTES& u16s(std::initializer_list<u32> values) {
         for (const u32 v : values) {
             data.push_back(static_cast<u8>(v));
