@@ -108,6 +108,7 @@ bool file_exists(std::u16string_view name) {
 
 bool create_directory(std::u16string_view name) {
     const std::string native = native_file_name(name);
+    if (output_redirection != nullptr && !output_redirection->may_create_directory(native)) return false;
     if (mkdir(native.c_str(), 0777) == 0) return true;
     struct stat facts {};
     return stat(native.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);

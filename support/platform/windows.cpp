@@ -78,6 +78,7 @@ bool file_exists(std::u16string_view name) {
 
 bool create_directory(std::u16string_view name) {
     const std::string narrow = narrow_file_name(name);
+    if (output_redirection != nullptr && !output_redirection->may_create_directory(narrow)) return false;
     if (CreateDirectoryA(narrow.c_str(), nullptr) != 0) return true;
     const DWORD attributes = GetFileAttributesA(narrow.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;

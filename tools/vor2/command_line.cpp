@@ -1,0 +1,115 @@
+#include "tools/vor2/command_line.h"
+
+#include "tools/vor2/documents.h"
+#include "tools/vor2/messages.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <cstdio>
+#include <new>
+
+namespace tool {
+namespace {
+
+CLI::Option* add_option(CLI::App& app, const OptionRow& row) {
+    if (row.kind == ValueKind::none) {
+        return app.add_flag_callback(
+            row.names, [&row] { row.set({}); }, row.help);
+    }
+    CLI::Option* option = app.add_option(
+        row.names,
+        [&row](const CLI::results_t& values) {
+            for (const std::string& value : values) {
+                const std::string wrong = row.set(value);
+                if (!wrong.empty()) throw CLI::ValidationError(row.name_list().back(), wrong);
+            }
+            return true;
+        },
+        row.help);
+    option->required(row.required);
+    // One value for each use: "--node a --node b", so that a value can't swallow what follows it.
+    option->type_size(1)->expected(1);
+    if (row.repeated) {
+        option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        if (row.is_positional()) {
+            option->allow_extra_args(true)->expected(1, CLI::detail::expected_max_vector_size);
+        } else {
+            option->allow_extra_args(false)->expected(1, CLI::detail::expected_max_vector_size);
+        }
+    }
+    return option;
+}
+
+int refuse_usage(const std::string& verb, const std::string& why) {
+    problem(verb, why + " (see 'vor2 " + (verb.empty() ? std::string() : verb + " ") + "--help')");
+    return exit_usage;
+}
+
+int print(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    const bool printed = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    if (!printed) problem("standard output", "couldn't be written");
+    return printed ? exit_done : exit_refused;
+}
+
+int run_verb(Verb& verb, int argument_count, char** arguments) {
+    CommonOptions common;
+    const Syntax syntax = syntax_of(verb, common);
+    CLI::App app;
+    app.set_help_flag();
+    bool wants_help = false;
+    app.add_flag("-h,--help", wants_help);
+    for (const OptionRow& row : syntax.rows()) add_option(app, row);
+    std::vector<std::string> words(arguments, arguments + argument_count);
+    for (const std::string& word : words) {
+        if (word == "--") break;
+        if (word == "-h" || word == "--help") return print(help_text(verb));
+    }
+    try {
+        std::reverse(words.begin(), words.end());
+        app.parse(std::move(words));
+    } catch (const CLI::ParseError& error) {
+        return refuse_usage(std::string(verb.name()), error.what());
+    }
+    const std::string wrong = verb.check();
+    if (!wrong.empty()) return refuse_usage(std::string(verb.name()), wrong);
+    set_quiet(common.quiet);
+    return verb.run();
+}
+
+} // namespace
+
+Syntax syntax_of(Verb& verb, CommonOptions& common) {
+    Syntax syntax;
+    verb.describe(syntax);
+    syntax.flag("-q,--quiet", "tell problems alone: no notes, no progress", common.quiet);
+    return syntax;
+}
+
+int run_command_line(int argument_count, char** arguments) {
+    const VerbList verbs = make_verbs();
+    if (argument_count < 2) {
+        return refuse_usage({}, "no verb is given");
+    }
+    const std::string word = arguments[1];
+    if (word == "--help" || word == "-h" || word == "help") return print(help_text(verbs));
+    if (word == "--version") return print(version_text());
+    if (word == "documents") return write_documents(verbs, argument_count > 2 ? arguments[2] : "");
+    for (const std::unique_ptr<Verb>& verb : verbs) {
+        if (verb->name() != word) continue;
+        try {
+            return run_verb(*verb, argument_count - 2, arguments + 2);
+        } catch (const std::bad_alloc&) {
+            problem(word, "memory ran out");
+            return exit_refused;
+        } catch (const std::exception& error) {
+            problem(word, error.what());
+            return exit_refused;
+        }
+    }
+    return refuse_usage({}, "there is no verb '" + word + "'");
+}
+
+} // namespace tool

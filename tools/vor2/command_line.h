@@ -1,0 +1,18 @@
+#pragma once
+
+#include "tools/vor2/verb.h"
+
+namespace tool {
+
+/// The options that every verb has.
+struct CommonOptions {
+    bool quiet = false;
+};
+/// The rows of a verb with the common ones behind them.
+Syntax syntax_of(Verb& verb, CommonOptions& common);
+
+/// Reads the command line and runs the verb that it names. Gives the exit code: 2, told to the user, for a line that
+/// isn't understood.
+int run_command_line(int argument_count, char** arguments);
+
+} // namespace tool

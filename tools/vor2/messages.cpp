@@ -1,0 +1,42 @@
+#include "tools/vor2/messages.h"
+
+#include "tools/vor2/progress.h"
+
+#include <cstdio>
+
+namespace tool {
+namespace {
+
+bool quiet_run = false;
+
+void write_line(std::string line) {
+    for (char& c : line) {
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
+    }
+    while (!line.empty() && line.back() == ' ') line.pop_back();
+    line += '\n';
+    Progress::clear_line();
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+} // namespace
+
+void set_quiet(bool quiet) {
+    quiet_run = quiet;
+}
+
+bool is_quiet() {
+    return quiet_run;
+}
+
+void problem(std::string_view file, std::string_view why) {
+    std::string line = "vor2: ";
+    if (!file.empty()) line.append(file).append(": ");
+    write_line(line.append(why));
+}
+
+void note(std::string_view text) {
+    if (!quiet_run) write_line("vor2: " + std::string(text));
+}
+
+} // namespace tool

@@ -1,0 +1,158 @@
+#include "tools/vor2/output_set.h"
+
+#include "tools/vor2/messages.h"
+#include "tools/vor2/system.h"
+
+#include <algorithm>
+
+namespace fs = std::filesystem;
+
+namespace tool {
+namespace {
+
+constexpr std::size_t most_files = 4096;
+
+/// Where a name leads once all folders and links on its way are followed, whether or not it exists.
+fs::path real_place(const fs::path& name) {
+    std::error_code error;
+    fs::path place = fs::absolute(name, error);
+    for (int links = 0; links < 40 && fs::is_symlink(fs::symlink_status(place, error)); ++links) {
+        const fs::path next = fs::read_symlink(place, error);
+        if (error) break;
+        place = next.is_absolute() ? next : place.parent_path() / next;
+    }
+    const fs::path folder = fs::weakly_canonical(place.parent_path(), error);
+    return error ? place.lexically_normal() : folder / place.filename();
+}
+
+std::string why_not_a_target(const fs::path& target) {
+    std::error_code error;
+    const fs::file_status status = fs::status(target, error);
+    if (fs::is_directory(status)) return "is a folder";
+    if (fs::exists(status) && !fs::is_regular_file(status)) return "is no regular file";
+    if (target.filename().empty()) return "is no name of a file";
+    const fs::path folder = target.parent_path();
+    const fs::file_status folder_status = fs::status(folder, error);
+    if (!fs::exists(folder_status)) return "the folder " + folder.string() + " doesn't exist";
+    if (!fs::is_directory(folder_status)) return folder.string() + " is no folder";
+    if (!may_write_in(folder.string())) return "the folder " + folder.string() + " can't be written to";
+    return {};
+}
+
+} // namespace
+
+OutputSet::OutputSet(const std::string& target, bool allow_outside)
+    : named_target_(target), target_(real_place(target)), folder_(target_.parent_path()), allow_outside_(allow_outside),
+      outer_(VOR2_LOADER::platform::output_redirection) {
+    VOR2_LOADER::platform::output_redirection = this;
+}
+
+OutputSet::~OutputSet() {
+    VOR2_LOADER::platform::output_redirection = outer_;
+    if (committed_) return;
+    remove_scratch_files();
+    std::error_code ignored;
+    for (auto folder = made_folders_.rbegin(); folder != made_folders_.rend(); ++folder) fs::remove(*folder, ignored);
+}
+
+bool OutputSet::ready() {
+    if (named_target_.empty()) {
+        refuse("output", "no name is given");
+        return false;
+    }
+    const std::string why = named_target_.back() == '/' ? "is no name of a file" : why_not_a_target(target_);
+    if (!why.empty()) refuse(named_target_, why);
+    return why.empty();
+}
+
+std::string OutputSet::scratch() {
+    return redirect(named_target_).value_or(std::string());
+}
+
+std::optional<std::string> OutputSet::redirect(const std::string& native_name) {
+    const fs::path place = real_place(native_name);
+    const bool outermost = place == target_;
+    if (!outermost && !lies_inside(place)) {
+        return refuse(named_target_,
+                      "would save " + native_name + " outside its own folder (--allow-outside permits it)");
+    }
+    for (const File& file : files_) {
+        if (file.target == place) {
+            // The outermost file is written once, first of all; who comes back to it is a scene within it.
+            if (outermost) return refuse(named_target_, "would save a scene that it refers to over itself");
+            return file.scratch;
+        }
+    }
+    if (files_.size() >= most_files) return refuse(named_target_, "refers to more files than are saved in one go");
+    const std::string why = why_not_a_target(place);
+    if (!why.empty()) return refuse(native_name, why);
+    const std::string scratch = scratch_for(place);
+    if (scratch.empty()) return std::nullopt;
+    files_.push_back({place, scratch});
+    return scratch;
+}
+
+bool OutputSet::may_create_directory(const std::string& native_name) {
+    const fs::path place = real_place(native_name);
+    std::error_code ignored;
+    if (fs::exists(place, ignored)) return true;
+    if (!lies_inside(place)) {
+        refuse(named_target_, "would make the folder " + native_name + " outside its own (--allow-outside permits it)");
+        return false;
+    }
+    made_folders_.push_back(place);
+    return true;
+}
+
+std::optional<std::string> OutputSet::refuse(const std::string& file, const std::string& why) {
+    if (!refused_) problem(file, why);
+    refused_ = true;
+    return std::nullopt;
+}
+
+std::string OutputSet::scratch_for(const fs::path& target) {
+    int error = 0;
+    std::string scratch = make_scratch_file(target.parent_path().string(), error);
+    if (scratch.empty()) {
+        refuse(target.string(), error_text(error));
+    } else {
+        remove_if_interrupted(scratch);
+    }
+    return scratch;
+}
+
+bool OutputSet::lies_inside(const fs::path& place) const {
+    if (allow_outside_) return true;
+    const auto [end, rest] = std::mismatch(folder_.begin(), folder_.end(), place.begin(), place.end());
+    return end == folder_.end() && rest != place.end();
+}
+
+bool OutputSet::commit() {
+    if (refused_) return false;
+    std::stable_partition(files_.begin(), files_.end(), [this](const File& file) { return file.target != target_; });
+    for (const File& file : files_) {
+        const int error = flush_to_disk(file.scratch);
+        if (error != 0) return refuse(file.target.string(), error_text(error)).has_value();
+    }
+    for (File& file : files_) {
+        std::error_code error;
+        fs::rename(file.scratch, file.target, error);
+        if (error) return refuse(file.target.string(), error_text(error.value())).has_value();
+        keep_if_interrupted(file.scratch);
+        file.scratch.clear();
+    }
+    flush_to_disk(folder_.string());
+    committed_ = true;
+    return true;
+}
+
+void OutputSet::remove_scratch_files() {
+    std::error_code ignored;
+    for (const File& file : files_) {
+        if (file.scratch.empty()) continue;
+        fs::remove(file.scratch, ignored);
+        keep_if_interrupted(file.scratch);
+    }
+}
+
+} // namespace tool

@@ -1,0 +1,64 @@
+#pragma once
+
+/// Output files that appear whole or not at all. Each is written under a scratch name beside its target; `commit`
+/// flushes all of them to the disk and renames them, the outermost last. What isn't committed is removed.
+///
+/// While one is alive it stands between the library and the files that it opens for writing, so that the scenes
+/// which a scene refers to, and which the library saves with it, keep the same promise. A file that would land
+/// outside the folder of the outermost output is refused, unless that is allowed. "Outside" is judged by where
+/// folders and links really lead.
+
+#include "support/platform/hooks.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+class OutputSet : private VOR2_LOADER::platform::OUTPUT_REDIRECTION {
+public:
+    /// `target` is the outermost output as the user named it. With `foreign_writers` it is written by code that
+    /// doesn't ask the library for its files: ask `scratch_of` where.
+    explicit OutputSet(const std::string& target, bool allow_outside = false);
+    ~OutputSet() override;
+    OutputSet(const OutputSet&) = delete;
+    OutputSet& operator=(const OutputSet&) = delete;
+
+    /// Whether the target can be written: its folder is there, and it is no folder or device itself. Tells the user
+    /// when it can't.
+    bool ready();
+    /// The name to write the outermost output under; empty, told to the user, when there can be none.
+    std::string scratch();
+    /// Puts all files into place. False, told to the user, when one couldn't be; earlier ones may then be in place,
+    /// the outermost never.
+    bool commit();
+    /// Whether a file was refused; its reason has been told to the user.
+    bool refused() const { return refused_; }
+
+private:
+    struct File {
+        std::filesystem::path target;
+        std::string scratch;
+    };
+
+    std::optional<std::string> redirect(const std::string& native_name) override;
+    bool may_create_directory(const std::string& native_name) override;
+    std::optional<std::string> refuse(const std::string& file, const std::string& why);
+    std::string scratch_for(const std::filesystem::path& target);
+    bool lies_inside(const std::filesystem::path& place) const;
+    void remove_scratch_files();
+
+    std::string named_target_;
+    std::filesystem::path target_; ///< where links lead
+    std::filesystem::path folder_;
+    bool allow_outside_;
+    bool refused_ = false;
+    bool committed_ = false;
+    std::vector<File> files_; ///< in order of their first opening
+    std::vector<std::filesystem::path> made_folders_;
+    VOR2_LOADER::platform::OUTPUT_REDIRECTION* outer_ = nullptr;
+};
+
+} // namespace tool

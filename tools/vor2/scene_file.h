@@ -1,0 +1,29 @@
+#pragma once
+
+/// Scene files as the tool opens and saves them, with problems told to the user.
+
+#include "format/vor2.h"
+
+#include <string>
+
+namespace tool {
+
+/// A native name in the library's form: a unit a byte, backslashes as separators. The library turns it back into
+/// the very same bytes, and finds a scene's references beside it.
+VOR2_LOADER::TEXT library_name(const std::string& native_name);
+
+/// A text of a scene for people to read: well-formed UTF-8, whatever the text holds.
+std::string readable(const VOR2_LOADER::TEXT& text);
+
+/// What the file is, when it is nothing to read: "is a folder", "is no regular file". Empty for a file, and for a name
+/// where nothing is.
+std::string why_unreadable(const std::string& name);
+
+/// Loads without moving the clock. False, told to the user, when that fails.
+bool load_scene(VOR2_LOADER::VOR2& scene, const std::string& name);
+bool load_scene(VOR2_LOADER::VOR2& scene, const std::string& name, VOR2_LOADER::VOR2_INPUT_BUFFER& buffer);
+
+/// Saves the scene, and with it those it refers to, whole or not at all. False, told to the user, when that fails.
+bool save_scene(const VOR2_LOADER::VOR2& scene, const std::string& name, bool allow_outside);
+
+} // namespace tool

@@ -1,0 +1,43 @@
+#pragma once
+
+/// What the tool asks of the operating system beyond the standard library. `system_posix.cpp` has the bodies.
+
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// Before anything else: makes writing into a closed pipe an error like any other instead of the process's end,
+/// and keeps the numbers of closed standard streams from being given to files.
+void prepare_process();
+bool error_is_terminal();
+unsigned processor_count();
+/// What an `errno` value means, in lower case.
+std::string error_text(int error);
+
+/// Files that are being written and mustn't stay when the process is told to end. At most a few thousand are watched.
+void remove_if_interrupted(const std::string& path);
+void keep_if_interrupted(const std::string& path);
+
+/// Makes an empty file in `folder` under a name of its own, with the rights that a new file gets. On failure the
+/// name is empty and `error` holds the reason.
+std::string make_scratch_file(const std::string& folder, int& error);
+/// Waits until the file's bytes are on the disk. 0, or the reason it failed.
+int flush_to_disk(const std::string& path);
+/// Whether the folder may be written to.
+bool may_write_in(const std::string& folder);
+
+/// Runs `work` in a process of its own, with standard output and error going to the given files and standard input
+/// empty. Gives a handle, negative with `errno` set on failure.
+long start_worker(std::FILE* output, std::FILE* errors, const std::function<int()>& work);
+struct WorkerEnd {
+    long handle = -1;
+    int exit_code = -1; ///< negative when a signal ended it
+    int signal = 0;
+};
+/// Waits for one of the workers to end.
+WorkerEnd wait_for_worker();
+
+} // namespace tool

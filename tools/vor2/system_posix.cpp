@@ -1,0 +1,141 @@
+#include "tools/vor2/system.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tool {
+namespace {
+
+// The handler may touch lock-free atomics and nothing that allocates.
+std::array<std::atomic<char*>, 4096> watched_files{};
+
+void remove_watched_files(int signal) {
+    for (const std::atomic<char*>& path : watched_files) {
+        const char* name = path.load();
+        if (name != nullptr) unlink(name);
+    }
+    ::signal(signal, SIG_DFL);
+    raise(signal);
+}
+
+void keep_number_taken(int number, int flags) {
+    if (fcntl(number, F_GETFD) < 0 && errno == EBADF) {
+        const int opened = open("/dev/null", flags | O_CLOEXEC);
+        if (opened >= 0 && opened != number) dup2(opened, number);
+    }
+}
+
+} // namespace
+
+void prepare_process() {
+    // Opened the wrong way round: a read or write through them fails as it would on a closed stream.
+    keep_number_taken(STDIN_FILENO, O_WRONLY);
+    keep_number_taken(STDOUT_FILENO, O_RDONLY);
+    keep_number_taken(STDERR_FILENO, O_RDONLY);
+    ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGXFSZ, SIG_IGN);
+    for (const int ending : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction before {};
+        if (sigaction(ending, nullptr, &before) == 0 && before.sa_handler == SIG_DFL) {
+            ::signal(ending, remove_watched_files);
+        }
+    }
+}
+
+bool error_is_terminal() {
+    return isatty(STDERR_FILENO) != 0;
+}
+
+unsigned processor_count() {
+    return std::max(1U, std::thread::hardware_concurrency());
+}
+
+std::string error_text(int error) {
+    std::string text = std::strerror(error); // NOLINT(concurrency-mt-unsafe)
+    if (text.size() > 1 && text[0] >= 'A' && text[0] <= 'Z' && text[1] >= 'a') text[0] += 'a' - 'A';
+    return text;
+}
+
+void remove_if_interrupted(const std::string& path) {
+    char* name = strdup(path.c_str());
+    for (std::atomic<char*>& place : watched_files) {
+        char* empty = nullptr;
+        if (place.compare_exchange_strong(empty, name)) return;
+    }
+    std::free(name); // NOLINT(cppcoreguidelines-no-malloc)
+}
+
+void keep_if_interrupted(const std::string& path) {
+    for (std::atomic<char*>& place : watched_files) {
+        char* name = place.load();
+        if (name == nullptr || path != name) continue;
+        place.store(nullptr);
+        std::free(name); // NOLINT(cppcoreguidelines-no-malloc)
+        return;
+    }
+}
+
+std::string make_scratch_file(const std::string& folder, int& error) {
+    static std::random_device chance;
+    for (int attempt = 0; attempt < 64; ++attempt) {
+        char name[32];
+        std::snprintf(name, sizeof name, "/.vor2-%08x.tmp", chance());
+        std::string path = (folder.empty() ? std::string(".") : folder) + name;
+        const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (file >= 0) {
+            close(file);
+            return path;
+        }
+        error = errno;
+        if (error != EEXIST) break;
+    }
+    return {};
+}
+
+int flush_to_disk(const std::string& path) {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return errno;
+    // Not every file system can; one that can't has nothing to wait for.
+    const int error = fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP ? 0 : errno;
+    close(file);
+    return error;
+}
+
+bool may_write_in(const std::string& folder) {
+    return access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) == 0;
+}
+
+long start_worker(std::FILE* output, std::FILE* errors, const std::function<int()>& work) {
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child != 0) return child;
+    const int empty = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    dup2(empty, STDIN_FILENO);
+    dup2(fileno(output), STDOUT_FILENO);
+    dup2(fileno(errors), STDERR_FILENO);
+    const int code = work();
+    std::fflush(nullptr);
+    _exit(code);
+}
+
+WorkerEnd wait_for_worker() {
+    int status = 0;
+    pid_t child = 0;
+    do {
+        child = waitpid(-1, &status, 0);
+    } while (child < 0 && errno == EINTR);
+    if (WIFSIGNALED(status)) return {child, -1, WTERMSIG(status)};
+    return {child, WEXITSTATUS(status), 0};
+}
+
+} // namespace tool
