@@ -199,9 +199,17 @@ TEST_F(Evaluation, what_moves_a_transform_unevaluated_is_named) {
     connect("aim.message", "ik.hsj"); // anything that says it solves for something
     connect("v.out", "aim.tx");
     connect("aim.tx", "a.ty");
+    make("character", "set");
+    make("vendorSolver", "member");
+    (*scene.find_node("member"))->find_or_add_plug("out");
+    connect("set.av[1]", "b.ry");
+    connect("member.out", "set.av[2]"); // into a value that b.ry doesn't pass through
+    make("vendorSolver", "behind");
+    (*scene.find_node("behind"))->find_or_add_plug("out");
+    connect("behind.out", "set.av[1]");
     std::vector<std::string> names;
     for (const Node* node : scene.unevaluated_drivers()) names.push_back(node->name());
-    EXPECT_EQ(names, (std::vector<std::string>{"e", "v", "aim", "ik"}));
+    EXPECT_EQ(names, (std::vector<std::string>{"e", "v", "aim", "ik", "behind"}));
 }
 
 } // namespace
