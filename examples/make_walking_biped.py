@@ -9,7 +9,7 @@ from math import acos, asin, atan2, cos, degrees, exp, hypot, pi, radians, sin
 
 FRAMES = 48           # two seconds
 CYCLE = 24.0          # frames for a left and a right step
-SPEED = 5.0           # centimetres a frame
+SPEED = 4.2           # centimetres a frame
 STANCE = 0.6          # part of a cycle that a foot is on the ground
 THIGH, SHIN = 44.0, 44.0
 ANKLE = 8.0           # height of the ankle over the sole
@@ -65,7 +65,7 @@ class Joint:
 
 def skeleton():
     joints = [
-        Joint("hips", None, (0, 91, 0), order="zxy", radius=3),
+        Joint("hips", None, (0, 95, 0), order="zxy", radius=3),
         Joint("spine", "hips", (0, 8, 0), UPRIGHT, "yzx", 2),
         Joint("belly", "spine", (12, 0, 0), radius=2),
         Joint("chest", "belly", (14, 0, 0), order="xzy", radius=2.5),
@@ -112,7 +112,7 @@ def wave(frame, cycles=1.0, shift=0.0):
 
 def hips_at(frame):
     """Position, and turns about X, Y and Z: lowest when both feet are down, over the standing foot in between."""
-    at = (2.2 * wave(frame, 1, -0.05), 91.0 - 1.5 * cos(4 * pi * frame / CYCLE), SPEED * frame)
+    at = (2.2 * wave(frame, 1, -0.05), 95.2 - 2.8 * cos(4 * pi * frame / CYCLE), SPEED * frame)
     return at, (2.0, -6.0 * cos(2 * pi * frame / CYCLE), 3.0 * wave(frame))
 
 

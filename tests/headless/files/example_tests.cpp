@@ -55,7 +55,7 @@ TEST_F(Example, walks_with_its_feet_planted_and_hands_the_lantern_over) {
         if (frame > 23 && frame < 27) continue;
         EXPECT_NEAR(reach, std::hypot(8, 4), 1e-9) << frame;
     }
-    EXPECT_NEAR(at("biped:hips", 48).z - at("biped:hips", 0).z, 240.0, 1e-9);
+    EXPECT_NEAR(at("biped:hips", 48).z - at("biped:hips", 0).z, 201.6, 1e-9);
 }
 
 } // namespace
