@@ -5,6 +5,15 @@
 #include <numeric>
 
 namespace headless {
+namespace {
+
+double fixed_slope(const TangentVector& vector) {
+    if (!std::isfinite(vector.y) || vector.y == 0.0) return 0.0;
+    if (!(vector.x > 0.0)) return std::copysign(AnimCurve::max_slope, vector.y);
+    return std::clamp(vector.y / vector.x, -AnimCurve::max_slope, AnimCurve::max_slope);
+}
+
+} // namespace
 
 CurveKey AnimCurve::key(std::size_t i) const {
     return {times_[i],
@@ -167,14 +176,7 @@ double AnimCurve::smooth_slope(std::size_t i, bool within_neighbours) const {
 
 double AnimCurve::slope(std::size_t i, Side side) const {
     const Tangent type = side == Side::in ? in_type(i) : out_type(i);
-    if (type == Tangent::fixed) {
-        const TangentVector vector = side == Side::in ? in_vectors_[i] : out_vectors_[i];
-        const double slope = vector.x > 0.0 ? vector.y / vector.x : vector.y * HUGE_VAL;
-        return slope >= -max_slope && slope <= max_slope ? slope
-               : vector.y > 0.0                          ? max_slope
-               : vector.y < 0.0                          ? -max_slope
-                                                         : 0.0;
-    }
+    if (type == Tangent::fixed) return fixed_slope(side == Side::in ? in_vectors_[i] : out_vectors_[i]);
     if (size() < 2) return 0.0;
     const bool end = i == 0 || i + 1 == size();
     const bool behind_key = i == 0 || (side == Side::out && i + 1 < size());

@@ -70,6 +70,7 @@ private:
     Vector3 vector(AttributeId id, int target) { return context_.vector(at(id, target)); }
     Matrix rotation(AttributeId id, int target);
     void add_target(int target, double weight);
+    Vector3 carried_offset(int target, const Matrix& turned);
     void set_translate(const Matrix& parent_inverse);
     void set_rotate(const Matrix& parent_inverse);
     void set_scale(const Matrix& parent_inverse);
@@ -120,19 +121,22 @@ void ConstraintSolver::add_target(int target, double weight) {
         for (int i = 0; i < 3; ++i) scale_[i] += weight * own[i] * length(parent.row(i));
     }
     if (ids_.translate == no_attribute) return;
-    Vector3 point = vector(ids_.translate, target) + vector(ids_.pivot, target) + vector(ids_.pivot_translate, target);
-    if (ids_.offset_translate != no_attribute) {
-        Vector3 offset = vector(ids_.offset_translate, target);
-        const Vector3 scale = vector(ids_.scale, target);
-        for (int i = 0; i < 3; ++i) offset[i] *= scale[i];
-        offset = transform_direction(offset, turned);
-        if (context_.evaluate(at(ids_.scale_compensate, target)).boolean()) {
-            const Vector3 above = vector(ids_.inverse_scale, target);
-            for (int i = 0; i < 3; ++i) offset[i] /= above[i] != 0.0 ? above[i] : 1.0;
-        }
-        point = point + offset;
-    }
-    point_ = point_ + transform_point(point, parent) * weight;
+    const Vector3 pivot =
+        vector(ids_.translate, target) + vector(ids_.pivot, target) + vector(ids_.pivot_translate, target);
+    const Vector3 offset = ids_.offset_translate != no_attribute ? carried_offset(target, turned) : Vector3{};
+    point_ = point_ + transform_point(pivot + offset, parent) * weight;
+}
+
+// What the target's scale and turn make of the offset, seen from its pivot in its parent's space.
+Vector3 ConstraintSolver::carried_offset(int target, const Matrix& turned) {
+    Vector3 out = vector(ids_.offset_translate, target);
+    const Vector3 scale = vector(ids_.scale, target);
+    for (int i = 0; i < 3; ++i) out[i] *= scale[i];
+    out = transform_direction(out, turned);
+    if (!context_.evaluate(at(ids_.scale_compensate, target)).boolean()) return out;
+    const Vector3 above = vector(ids_.inverse_scale, target);
+    for (int i = 0; i < 3; ++i) out[i] /= above[i] != 0.0 ? above[i] : 1.0;
+    return out;
 }
 
 void ConstraintSolver::set_translate(const Matrix& parent_inverse) {
@@ -203,7 +207,7 @@ void ConstraintSolver::solve() {
         const double weight = context_.number(at(ids_.weight, target));
         if (weight > 0.0 && std::isfinite(weight)) add_target(target, weight);
     }
-    data_.rests = !(total_ > 0.0);
+    data_.rests = !(total_ > 0.0) || !std::isfinite(total_);
     if (data_.rests) {
         rest();
     } else {

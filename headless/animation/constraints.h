@@ -23,8 +23,9 @@ namespace headless {
 /// - scaleConstraint: the weighted mean of the targets' world scales (the lengths of the rows of S(ts) tpm), times
 ///   `offset`, over the scale of the parent. An axis on which the parent has no scale is left as in the world.
 ///
-/// When no weight counts: the rest position (`restTranslate`, `restRotate`, `restScale`) if `enableRestPosition` is on;
-/// else the value stored in the attribute that the output drives, as if the constraint weren't there.
+/// When no weight counts (or their sum is beyond numbers): the rest position (`restTranslate`, `restRotate`,
+/// `restScale`) if `enableRestPosition` is on; else the value stored in the attribute that the output drives, as if the
+/// constraint weren't there.
 void register_constraints();
 
 } // namespace headless

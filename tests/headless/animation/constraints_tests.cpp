@@ -125,6 +125,13 @@ TEST_F(Constraints, parent_carries_the_offset_in_the_targets_space) {
     const Matrix b = Matrix::scale({.5, .25, 1. / 6}) * world("b");
     expect_same_rotation(world("c"), offset * b);
     expect_near(world("c").translation(), pivot("b", "left") + transform_direction(Vector3{2 * 1, 4 * -2, 6 * .5}, b));
+    set("con.tg[0].tis", Vector3{2, 2, 4});
+    set("con.tg[0].tsc", true);
+    const Matrix own = euler_to_matrix(vector("b.r"), RotateOrder::xyz);
+    const Vector3 carried = transform_direction(Vector3{1, -4, 1.5}, own);
+    expect_near(world("c").translation(),
+                pivot("b", "left") + transform_direction({carried.x / 2, carried.y / 2, carried.z / 4}, world("left")));
+    set("con.tg[0].tsc", false);
     add_target("a", 1, 3);
     const Vector3 at_b = transform_direction(Vector3{2, -8, 3}, b) + pivot("b", "left");
     expect_near(world("c").translation(), at_b * .25 + pivot("a", "left") * .75);
