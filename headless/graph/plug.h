@@ -15,7 +15,7 @@ struct PlugKey {
     std::uint8_t depth = 0; ///< how many of the indices count; the others are 0
     std::array<std::int32_t, max_array_levels> index{};
 
-    std::strong_ordering operator<=>(const PlugKey& other) const = default; // NOLINT(modernize-use-nullptr): a 0 it makes
+    std::strong_ordering operator<=>(const PlugKey& other) const = default; // NOLINT(modernize-use-nullptr)
     bool operator==(const PlugKey& other) const = default;
     PlugKey with_attribute(AttributeId id) const { return {id, depth, index}; }
     PlugKey element(int logical_index) const; ///< one level further in; unchanged at the deepest level
