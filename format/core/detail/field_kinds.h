@@ -23,7 +23,7 @@ template<class KIND, class T>
 void get_all(ARRAY<T>& list, VOR2_INPUT_BUFFER& buffer, u32 count) {
     if constexpr (std::same_as<KIND, VALUE_KIND>) {
         list.grow_by(count);
-        buffer.read(list.data(), u64{count} * sizeof(T));
+        if (count > 0) buffer.read(list.data(), u64{count} * sizeof(T));
     } else {
         const u8* from = buffer.cursor;
         for (u32 i = 0; i < count; ++i) KIND::get(list.emplace_back(), from);
