@@ -3,6 +3,7 @@
 
 #include <maya/MDagPathArray.h>
 #include <maya/MFnBase.h>
+#include <maya/MObjectHandle.h>
 
 using namespace headless;
 
@@ -35,6 +36,11 @@ const char* MObject::apiTypeStr() const {
     if (Access::handle(*this) == plugin_handle) return "kPlugin";
     const Node* node = Access::node(*this);
     return node ? node->type().name().c_str() : "kInvalid";
+}
+
+unsigned int MObjectHandle::hashCode() const {
+    const NodeHandle handle = Access::handle(object_);
+    return handle.slot * 2654435761u ^ handle.serial;
 }
 
 bool MObject::isNull() const {

@@ -1,0 +1,16 @@
+#include "host/export/export_settings.h"
+
+#include <maya/MAnimControl.h>
+
+namespace VOR2_EXPORTER_MAYA {
+
+EXPORT_SETTINGS::EXPORT_SETTINGS()
+    : start_frame(MAnimControl::minTime().as(MTime::uiUnit())),
+      stop_frame(MAnimControl::maxTime().as(MTime::uiUnit())) {}
+
+EXPORT_SETTINGS& export_settings() {
+    static EXPORT_SETTINGS settings;
+    return settings;
+}
+
+} // namespace VOR2_EXPORTER_MAYA

@@ -1,0 +1,183 @@
+#include "host/export/scene_translation.h"
+
+#include "host/export/export_record.h"
+#include "host/export/host_text.h"
+#include "host/export/host_time.h"
+#include "host/export/key_reduction.h"
+#include "host/export/node_list.h"
+#include "host/export/node_translation.h"
+#include "host/export/sample_range.h"
+#include "host/export/transform_conversion.h"
+
+#include <maya/MAnimControl.h>
+#include <maya/MGlobal.h>
+
+#include <cmath>
+
+namespace VOR2_EXPORTER_MAYA {
+namespace {
+
+void fill_environment(VOR2_ENVIRONMENT& environment, const SAMPLE_RANGE& range) {
+    environment.sample_rate = range.sample_at;
+    environment.time_range.start = static_cast<f32>(range.start_sample / range.sample_at);
+    environment.time_range.end = static_cast<f32>(range.stop_sample / range.sample_at);
+}
+
+void insert_root(VOR2_MATRIX_HIERARCHY& hierarchy, const SAMPLE_RANGE& range) {
+    const VECTOR_3 DUMMY_POS(0.0F, 0.0F, 0.0F);
+    const QUATERNION DUMMY_QUAT = QUATERNION::identity();
+    const f32 time = static_cast<f32>(range.start_sample / range.sample_at);
+    hierarchy.nodes.grow_by(1);
+    VOR2_MATRIX_NODE& node = hierarchy.nodes[0];
+    node.name = u"Exporter Inserted Root";
+    node.position_track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
+    node.position_track->add_key(DUMMY_POS, time);
+    node.rotation_track = make_owned<VOR2_ANIMATABLE_QUATERNION_SLERP>();
+    node.rotation_track->add_key(DUMMY_QUAT, time);
+}
+
+// The origin node's offset at the first frame, or none.
+VECTOR_3 read_world_origin_offset(const EXPORT_SETTINGS& settings) {
+    const VECTOR_3 nothing(0.0F, 0.0F, 0.0F);
+    if (settings.use_node_origin.length() == 0) return nothing;
+    MSelectionList origin_node_list;
+    MGlobal::getSelectionListByName(settings.use_node_origin, origin_node_list);
+    MDagPath origin;
+    if (origin_node_list.length() > 0) {
+        TIME_NODE_CLOCK().move_to(time_of_frame(settings.start_frame));
+        if (origin_node_list.getDagPath(0, origin)) return origin_offset(origin);
+    }
+    MGlobal::displayWarning(MString("The origin node has no place in the scene: ") + settings.use_node_origin);
+    return nothing;
+}
+
+bool translate_nodes(const NODE_LIST& list, VOR2& root, u32 key_reserve) {
+    HIERARCHY_INDEX translated;
+    root.matrix_hierarchy.nodes.reserve(list.nodes.length() + 1 - list.indexes_to_skip.size());
+    i32 next_index = 1;
+    for (unsigned int i = 0; i < list.nodes.length(); ++i) {
+        if (list.indexes_to_skip.contains(i)) continue;
+        if (!translate_node(list.nodes[i], root, translated, next_index, key_reserve)) return false;
+        ++next_index;
+    }
+    for (u64 i = 1; i < root.matrix_hierarchy.nodes.size(); ++i) {
+        i32& parent_index = root.matrix_hierarchy.nodes[i].parent_index;
+        if (parent_index == -1) parent_index = 0;
+    }
+    return true;
+}
+
+// `sample` is one of the sampler's two operations; `move_clock` brings the host to a time.
+template<class SAMPLE, class MOVE>
+bool walk_samples(const SAMPLE_RANGE& range, u32 node_count, SAMPLE sample, MOVE move_clock) {
+    const double step = range.step();
+    double sample_time = range.start_frame;
+    double current_sample = range.start_sample;
+    while (range.stop_frame + step > sample_time) {
+        move_clock(time_of_frame(sample_time));
+        for (u32 index = 1; index < node_count; ++index) {
+            if (!sample(index, current_sample)) return false;
+        }
+        sample_time += step;
+        current_sample += 1.0;
+    }
+    return true;
+}
+
+bool sample_nodes(const NODE_LIST& list, VOR2& root, const SAMPLE_RANGE& range, bool update_view) {
+    NODE_SAMPLER sampler(root, list.nodes);
+    // A first node of this very scale brings a scene in inches to the host's centimetres.
+    const bool scaled = host_matrix(list.nodes[0])(0, 0) == 2.54;
+    const auto sample = [&](u32 index, double number) {
+        return scaled ? sampler.sample_node_scaled(index, number, range.sample_at)
+                      : sampler.sample_node(index, number, range.sample_at);
+    };
+    const u32 node_count = static_cast<u32>(root.matrix_hierarchy.nodes.size());
+    if (update_view)
+        return walk_samples(range, node_count, sample, [](const MTime& time) { MGlobal::viewFrame(time); });
+    TIME_NODE_CLOCK clock;
+    return walk_samples(range, node_count, sample, [&](const MTime& time) { clock.move_to(time); });
+}
+
+void turn_top_level_nodes(VOR2& root, VECTOR_3 world_origin_offset, bool rotate_180) {
+    for (u32 i = 1; i < root.matrix_hierarchy.nodes.size(); ++i) {
+        if (root.matrix_hierarchy.nodes[i].parent_index != 0) continue;
+        offset_positions(root, i, world_origin_offset);
+        axis_pass(root, i);
+        if (rotate_180) rotate_180_pass(root, i);
+        rotate_180_pass(root, i);
+    }
+}
+
+void thin_out_keys(VOR2_MATRIX_HIERARCHY& hierarchy) {
+    for (VOR2_MATRIX_NODE& node : hierarchy.nodes) {
+        node.rotation_track->make_continuous();
+        reduce_vector_keys(*node.position_track);
+        reduce_quaternion_keys(*node.rotation_track);
+    }
+}
+
+// A scale of 0 leaves an axis without a direction.
+void warn_of_lost_rotations(const VOR2_MATRIX_HIERARCHY& hierarchy) {
+    for (const VOR2_MATRIX_NODE& node : hierarchy.nodes) {
+        for (const QUATERNION& key : node.rotation_track->key_values()) {
+            if (!std::isnan(key.w)) continue;
+            MGlobal::displayWarning(MString("A scale of 0 leaves this node without a rotation: ") +
+                                    to_host_text(node.name));
+            break;
+        }
+    }
+}
+
+bool fill_root(VOR2& root, const MString& path) {
+    const EXPORT_SETTINGS& settings = export_settings();
+    double fps = 0.0;
+    SAMPLE_RANGE range;
+    if (!current_fps(fps) || !plan_samples(settings, fps, range)) return false;
+    fill_environment(root.environment, range);
+    fill_file_info(root, path);
+    insert_root(root.matrix_hierarchy, range);
+    VECTOR_3 world_origin_offset = read_world_origin_offset(settings);
+
+    MSelectionList selection = selection_for_export(settings.export_node_list);
+    const NODE_LIST list = list_nodes(selection);
+    if (list.nodes.length() == 0) {
+        MGlobal::displayError("Nothing to export: no node of the hierarchy is selected or named");
+        return false;
+    }
+    if (!check_key_count(range, list.nodes.length())) return false;
+    // The walk over the range can take one sample more than the frames have.
+    if (!translate_nodes(list, root, static_cast<u32>(range.frame_count) + 1)) return false;
+    if (root.matrix_hierarchy.nodes.size() == 1)
+        MGlobal::displayWarning("What is exported holds no joint and no transform");
+    if (!sample_nodes(list, root, range, settings.update_view)) return false;
+
+    if (settings.strip_namespace) strip_namespaces(root.matrix_hierarchy);
+    std::swap(world_origin_offset.y, world_origin_offset.z);
+    turn_top_level_nodes(root, world_origin_offset, settings.rotate_180);
+    thin_out_keys(root.matrix_hierarchy);
+    warn_of_lost_rotations(root.matrix_hierarchy);
+    root.matrix_hierarchy.link_parents();
+    return true;
+}
+
+} // namespace
+
+void strip_namespaces(VOR2_MATRIX_HIERARCHY& hierarchy) {
+    for (VOR2_MATRIX_NODE& node : hierarchy.nodes) {
+        const std::u16string_view name = node.name.view();
+        const std::size_t colon = name.rfind(u':');
+        if (colon == std::u16string_view::npos || colon + 1 == name.size()) continue;
+        node.name = TEXT(name.substr(colon + 1));
+    }
+}
+
+bool translate_scene(VOR2& root, const MString& path) {
+    MGlobal::displayInfo("Building vor2 - translating nodes...");
+    const MTime currentFrame = MAnimControl::currentTime();
+    const bool filled = fill_root(root, path);
+    MGlobal::viewFrame(currentFrame);
+    return filled;
+}
+
+} // namespace VOR2_EXPORTER_MAYA

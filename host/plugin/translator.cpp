@@ -1,0 +1,56 @@
+#include "host/plugin/translator.h"
+
+#include "host/export/export_entry.h"
+#include "host/import/import_driver.h"
+
+#include <maya/MGlobal.h>
+
+#include <new>
+#include <string_view>
+
+namespace VOR2_EXPORTER_MAYA {
+namespace {
+
+// Nothing may be thrown into the host.
+template<class WORK>
+MStatus status_of(WORK work) {
+    try {
+        return work() ? MStatus::kSuccess : MStatus::kFailure;
+    } catch (const std::bad_alloc&) {
+        MGlobal::displayError("Out of memory");
+        return MStatus::kInsufficientMemory;
+    }
+}
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+} // namespace
+
+void* TRANSLATOR::creator() {
+    return new (std::nothrow) TRANSLATOR;
+}
+
+MStatus TRANSLATOR::reader(const MFileObject& file, const MString& /*options*/, FileAccessMode /*mode*/) {
+    return status_of([&] { return import_scene(file.fullName()); });
+}
+
+MStatus TRANSLATOR::writer(const MFileObject& file, const MString& /*options*/, FileAccessMode /*mode*/) {
+    return status_of([&] { return build_and_save(file.fullName()); });
+}
+
+MPxFileTranslator::MFileKind TRANSLATOR::identifyFile(const MFileObject& file, const char* /*buffer*/,
+                                                      short /*size*/) const {
+    constexpr std::string_view ENDING = ".vr2";
+    const MString whole = file.name();
+    const std::string_view name = whole.asChar();
+    if (name.size() <= ENDING.size()) return kNotMyFileType;
+    const std::string_view ending = name.substr(name.size() - ENDING.size());
+    for (std::size_t i = 0; i < ENDING.size(); ++i) {
+        if (lower(ending[i]) != ENDING[i]) return kNotMyFileType;
+    }
+    return kIsMyFileType;
+}
+
+} // namespace VOR2_EXPORTER_MAYA
