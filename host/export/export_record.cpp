@@ -14,30 +14,22 @@ namespace {
 
 constexpr std::size_t USER_NAME_CAPACITY = 64;
 
-template<class... VALUES>
-TEXT formatted(const TEXT& format, const VALUES&... values) {
-    FORMATTER<char16_t> formatter(format);
-    (..., (formatter.next() ? formatter.put(values) : void()));
-    static_cast<void>(formatter.next());
-    return formatter.output();
-}
-
 } // namespace
 
 TEXT user_name_line() {
     const auto name = platform::account_name(USER_NAME_CAPACITY);
-    return formatted(u"USERNAME:\t%s", name ? widen(*name) : TEXT(u"Unknown User"));
+    return formatted(TEXT(u"USERNAME:\t%s"), name ? widen(*name) : TEXT(u"Unknown User"));
 }
 
 TEXT export_time_line() {
     const platform::UTC_TIME now = platform::utc_now();
-    return formatted(u"EXPORTED:\t%02d/%02d/%04d,%02d:%02d:%02d", i32{now.day}, i32{now.month}, i32{now.year},
+    return formatted(TEXT(u"EXPORTED:\t%02d/%02d/%04d,%02d:%02d:%02d"), i32{now.day}, i32{now.month}, i32{now.year},
                      i32{now.hour}, i32{now.minute}, i32{now.second});
 }
 
 TEXT export_record(const MString& path) {
-    const TEXT lines[] = {user_name_line(), export_time_line(), formatted(u"VOR_NAME:\t%s", to_text(path)),
-                          formatted(u"MAYA_FILE:\t%s", to_text(MFileIO::currentFile()))};
+    const TEXT lines[] = {user_name_line(), export_time_line(), formatted(TEXT(u"VOR_NAME:\t%s"), to_text(path)),
+                          formatted(TEXT(u"MAYA_FILE:\t%s"), to_text(MFileIO::currentFile()))};
     TEXT record;
     for (const TEXT& line : lines) {
         record.append(line.view());

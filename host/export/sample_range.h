@@ -25,8 +25,7 @@ inline constexpr double KEY_BYTES = 36.0;
 
 /// Works out the range of an export at the host's rate of `fps`. False, with a message, when it can't be
 /// walked: a sample rate that isn't a positive number, a frame that isn't finite, a stop before the
-/// start, samples that lie closer than the file's single-precision times can tell apart, or more of them
-/// than a file can hold of one node.
+/// start, or samples that lie closer than the file's single-precision times can tell apart.
 [[nodiscard]] bool plan_samples(const EXPORT_SETTINGS& settings, double fps, SAMPLE_RANGE& range);
 /// False, with a message, when the keys of that many nodes don't fit a file.
 [[nodiscard]] bool check_key_count(const SAMPLE_RANGE& range, unsigned int node_count);

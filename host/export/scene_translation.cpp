@@ -145,7 +145,8 @@ bool fill_root(VOR2& root, const MString& path) {
         MGlobal::displayError("Nothing to export: no node of the hierarchy is selected or named");
         return false;
     }
-    if (!check_key_count(range, list.nodes.length())) return false;
+    const std::size_t node_count = list.nodes.length() - list.indexes_to_skip.size();
+    if (!check_key_count(range, static_cast<unsigned int>(node_count))) return false;
     // The walk over the range can take one sample more than the frames have.
     if (!translate_nodes(list, root, static_cast<u32>(range.frame_count) + 1)) return false;
     if (root.matrix_hierarchy.nodes.size() == 1)

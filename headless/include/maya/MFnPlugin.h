@@ -44,5 +44,5 @@ PLUGIN_EXPORT MStatus uninitializePlugin(MObject object);
 #endif
 #ifndef MNoVersionString
 extern PLUGIN_EXPORT const char MApiVersion[];
-PLUGIN_EXPORT const char MApiVersion[] = "201610";
+const char MApiVersion[] = "201610"; // exported as declared
 #endif
