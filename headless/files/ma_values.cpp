@@ -237,9 +237,9 @@ void write_marks(MaText& out, const Node& node) {
         if (!is_marked(node.flags(id))) continue;
         marked.emplace_back(file_path({const_cast<Node*>(&node), PlugKey{id, 0, {}}}), id);
     }
-    const auto undeclared =
-        std::ranges::stable_partition(marked, [&](const auto& entry) { return !node.attribute(entry.second).raw; });
-    std::ranges::sort(undeclared);
+    const auto undeclared = std::stable_partition(marked.begin(), marked.end(),
+                                                  [&](const auto& entry) { return !node.attribute(entry.second).raw; });
+    std::sort(undeclared, marked.end());
     for (const auto& [path, id] : marked) {
         const AttributeFlags flags = node.flags(id);
         const auto on_or_off = [](bool value) { return value ? "on" : "off"; };

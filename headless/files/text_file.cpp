@@ -10,7 +10,7 @@ namespace {
 namespace fs = std::filesystem;
 
 struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const { (void)std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, Close>;
 

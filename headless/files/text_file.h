@@ -31,7 +31,7 @@ private:
     OutputFile() = default;
 
     struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
+        void operator()(std::FILE* file) const { (void)std::fclose(file); }
     };
     std::string path_, target_, beside_; ///< as asked for; with links followed; empty for a device
     std::unique_ptr<std::FILE, Close> file_;
