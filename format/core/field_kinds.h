@@ -201,20 +201,26 @@ template<class FAMILY>
     }
 }
 
-/// Writes the present flag and, for an object that is there, its type number and its record. True if
-/// the flag and the number were taken and the object's `save` gave true.
+/// Writes the present flag and, for an object that is there, its type number. Whether both were taken;
+/// the flag of an absent object never reaches a result.
 template<class FAMILY>
-bool write_optional(const FAMILY* object, VOR2_WRITE_STREAM& stream) {
+bool write_optional_head(const FAMILY* object, VOR2_WRITE_STREAM& stream) {
     const bool flag = stream.write_value(object != nullptr ? 1U : 0U);
     if (object == nullptr) return true;
-    const bool number = stream.write_value(type_number(*object));
-    return object->save(stream) && flag && number;
+    return stream.write_value(type_number(*object)) && flag;
 }
 
-/// Reads what `write_optional` writes. A number that the family doesn't know fails the buffer, since
-/// the record's length is then unknown.
+/// The head and, for an object that is there, its record.
 template<class FAMILY>
-bool read_optional(OWNED<FAMILY>& object, VOR2_INPUT_BUFFER& buffer, f32 version) {
+bool write_optional(const FAMILY* object, VOR2_WRITE_STREAM& stream) {
+    const bool head = write_optional_head(object, stream);
+    return object == nullptr || (object->save(stream) && head);
+}
+
+/// Reads what `write_optional_head` writes and makes the object, or leaves null. A number that the family
+/// doesn't know fails the buffer, since the record's length is then unknown.
+template<class FAMILY>
+bool read_optional_head(OWNED<FAMILY>& object, VOR2_INPUT_BUFFER& buffer) {
     object.reset();
     u32 present = 0;
     u32 number = 0;
@@ -223,7 +229,22 @@ bool read_optional(OWNED<FAMILY>& object, VOR2_INPUT_BUFFER& buffer, f32 version
     if (!buffer.read_value(number)) return false;
     object = make_of_family<FAMILY>(number);
     if (!object) return buffer.fail("no class of the field's family has the type number " + std::to_string(number));
-    return object->load(buffer, version);
+    return true;
+}
+
+template<class FAMILY>
+bool read_optional(OWNED<FAMILY>& object, VOR2_INPUT_BUFFER& buffer, f32 version) {
+    return read_optional_head(object, buffer) && (!object || object->load(buffer, version));
+}
+
+/// The name of an object's own class, also behind a pointer to its family.
+template<class T>
+[[nodiscard]] std::string_view class_name_of(const T& object) {
+    if constexpr (requires { object.class_name(); }) {
+        return object.class_name();
+    } else {
+        return T::record().class_name;
+    }
 }
 
 /// An owned object of a polymorphic family, or nothing.
@@ -256,14 +277,54 @@ struct OPTIONAL_KIND {
     template<class FAMILY>
     static void describe(const OWNED<FAMILY>& object, std::string_view name, RECORD_VISITOR& visitor) {
         if (!object) return visitor.absent(name);
-        visitor.begin_object(name, object->class_name());
+        visitor.begin_object(name, class_name_of(*object));
         object->describe(visitor);
         visitor.end_object();
     }
 };
 
-/// A u32 count and then as many elements of another kind.
-template<class ELEMENT_KIND>
+/// A member that has no place in the file but takes part in comparing and in the clock's walk.
+template<class KIND>
+struct NOT_STORED_KIND {
+    template<class>
+    static constexpr u32 fixed_size() {
+        return 0;
+    }
+    template<class>
+    static constexpr u32 least_size() {
+        return 0;
+    }
+    template<class T>
+    static bool load(T&, VOR2_INPUT_BUFFER&, f32) {
+        return true;
+    }
+    template<class T>
+    static bool save(const T&, VOR2_WRITE_STREAM&) {
+        return true;
+    }
+    template<class T>
+    static void get(T&, const u8*&) {}
+    template<class T>
+    static void put(const T&, u8*&) {}
+    template<class T>
+    static bool equal(const T& a, const T& b) {
+        return KIND::equal(a, b);
+    }
+    template<class T, class STEP>
+    static void walk(T& member, const STEP& step) {
+        KIND::walk(member, step);
+    }
+    template<class T>
+    static void describe(const T&, std::string_view, RECORD_VISITOR&) {}
+};
+template<class KIND>
+inline constexpr bool IS_STORED = true;
+template<class KIND>
+inline constexpr bool IS_STORED<NOT_STORED_KIND<KIND>> = false;
+
+/// A u32 count and then as many elements of another kind. `ELEMENTS_COUNT` says whether the elements'
+/// own writes reach the result of `save`, or only that of the count.
+template<class ELEMENT_KIND, bool ELEMENTS_COUNT = true>
 struct LIST_KIND {
     template<class>
     static constexpr u32 fixed_size() {

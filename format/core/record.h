@@ -22,6 +22,7 @@
 
 #include "format/core/field_kinds.h"
 
+#include <bit>
 #include <limits>
 #include <tuple>
 
@@ -57,6 +58,10 @@ struct FIELD_WORDS {
     [[nodiscard]] constexpr SELF read_up_to(f32 version) const {
         return with([version](FIELD_RULES& r) { r.last_version = version; });
     }
+    /// Up to the last version below this one.
+    [[nodiscard]] constexpr SELF read_before(f32 version) const {
+        return read_up_to(std::bit_cast<f32>(std::bit_cast<u32>(version) - 1));
+    }
     [[nodiscard]] constexpr SELF never_written() const {
         return with([](FIELD_RULES& r) { r.is_written = false; });
     }
@@ -91,6 +96,9 @@ struct FIELD : FIELD_WORDS<FIELD<KIND_TYPE, OWNER, MEMBER>> {
     MEMBER OWNER::*member;
 
     constexpr FIELD(std::string_view field_name, MEMBER OWNER::*pointer) : name(field_name), member(pointer) {}
+    [[nodiscard]] constexpr bool is_fixed() const {
+        return !IS_STORED<KIND> || (this->rules.always_there() && fixed_size() > 0);
+    }
     static constexpr u32 fixed_size() { return KIND::template fixed_size<MEMBER>(); }
     static constexpr u32 least_size() { return KIND::template least_size<MEMBER>(); }
     template<class T>
@@ -108,6 +116,10 @@ struct FIELD : FIELD_WORDS<FIELD<KIND_TYPE, OWNER, MEMBER>> {
     template<class T>
     void put(const T& self, u8*& to) const {
         KIND::put(self.*member, to);
+    }
+    template<class T>
+    void copy(T& to, const T& from) const {
+        to.*member = from.*member;
     }
     template<class T>
     bool equal(const T& a, const T& b) const {
@@ -128,6 +140,7 @@ template<class BASE>
 struct BASE_FIELD : FIELD_WORDS<BASE_FIELD<BASE>> {
     std::string_view name = BASE::record().class_name;
 
+    [[nodiscard]] constexpr bool is_fixed() const { return this->rules.always_there() && fixed_size() > 0; }
     static constexpr u32 fixed_size() { return fixed_size_of<BASE>(); }
     static constexpr u32 least_size() { return least_size_of<BASE>(); }
     template<class T>
@@ -145,6 +158,10 @@ struct BASE_FIELD : FIELD_WORDS<BASE_FIELD<BASE>> {
     template<class T>
     void put(const T& self, u8*& to) const {
         OBJECT_KIND::put(static_cast<const BASE&>(self), to);
+    }
+    template<class T>
+    void copy(T& to, const T& from) const {
+        static_cast<BASE&>(to) = static_cast<const BASE&>(from);
     }
     template<class T>
     bool equal(const T& a, const T& b) const {
@@ -202,6 +219,11 @@ template<class OWNER, class T>
 constexpr auto values(std::string_view name, ARRAY<T> OWNER::*member) {
     return FIELD<LIST_KIND<VALUE_KIND>, OWNER, ARRAY<T>>(name, member);
 }
+/// The same, where a short write of the numbers has never reached the result of a save.
+template<class OWNER, class T>
+constexpr auto uncounted_values(std::string_view name, ARRAY<T> OWNER::*member) {
+    return FIELD<LIST_KIND<VALUE_KIND, false>, OWNER, ARRAY<T>>(name, member);
+}
 template<class OWNER>
 constexpr auto texts(std::string_view name, ARRAY<TEXT> OWNER::*member) {
     return FIELD<LIST_KIND<TEXT_KIND>, OWNER, ARRAY<TEXT>>(name, member);
@@ -213,6 +235,11 @@ constexpr auto objects(std::string_view name, ARRAY<T> OWNER::*member) {
 template<class OWNER, class FAMILY>
 constexpr auto optionals(std::string_view name, OWNED_ARRAY<FAMILY> OWNER::*member) {
     return FIELD<LIST_KIND<OPTIONAL_KIND>, OWNER, OWNED_ARRAY<FAMILY>>(name, member);
+}
+/// A field that the file doesn't hold, but that is compared and walked like the others.
+template<class KIND, class OWNER, class MEMBER>
+constexpr auto not_stored(FIELD<KIND, OWNER, MEMBER> field) {
+    return FIELD<NOT_STORED_KIND<KIND>, OWNER, MEMBER>(field.name, field.member);
 }
 template<class BASE>
 constexpr auto base() {
@@ -303,6 +330,27 @@ private:
         if constexpr (requires { self.moved(); }) self.moved();
     }
 };
+
+/// A class of a polymorphic family: its kind, name, comparison and copy. `DIRECT` are its bases.
+template<class SELF, class FAMILY, u32 NUMBER, class... DIRECT>
+class FAMILY_KIND : public ANIMATED_RECORD<SELF, DIRECT...> {
+public:
+    static constexpr u32 KIND = NUMBER;
+    [[nodiscard]] u32 kind() const override { return NUMBER; }
+    [[nodiscard]] std::string_view class_name() const override { return SELF::record().class_name; }
+    [[nodiscard]] bool equals(const FAMILY& other) const override {
+        return other.kind() == NUMBER && static_cast<const SELF&>(*this) == static_cast<const SELF&>(other);
+    }
+    [[nodiscard]] OWNED<FAMILY> clone() const override { return OWNED<FAMILY>(new SELF(static_cast<const SELF&>(*this))); }
+};
+
+/// An empty object of the family's class with that kind, or nothing.
+template<class FAMILY, class... CLASSES>
+[[nodiscard]] OWNED<FAMILY> make_of_kind(u32 kind) {
+    OWNED<FAMILY> object;
+    ((kind == CLASSES::KIND ? object.reset(new CLASSES()) : void()), ...);
+    return object;
+}
 
 } // namespace VOR2_LOADER
 

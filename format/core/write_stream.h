@@ -43,6 +43,10 @@ public:
         return write(&value, sizeof value) == sizeof value;
     }
 
+    /// The stream of the file that refers to this one's, null for the first. Set by who opens a referenced
+    /// file, so that a reference that leads back to a file that is being written can be refused.
+    const VOR2_WRITE_STREAM* referring = nullptr;
+
     [[nodiscard]] bool chunk_open() const noexcept { return my_chunk_open; }
     [[nodiscard]] u32 chunk_start() const noexcept { return my_chunk_start; }
     [[nodiscard]] bool chunks_required() const noexcept { return my_chunks_required; }

@@ -39,6 +39,8 @@ void free_pages(void* pages, std::size_t size) noexcept;
 
 /// Whether anything stands at that name.
 [[nodiscard]] bool file_exists(std::u16string_view name);
+/// Whether both names lead to one and the same file that exists, through links and whatever spellings.
+[[nodiscard]] bool same_file(std::u16string_view a, std::u16string_view b);
 /// Makes one folder; true if it exists afterwards.
 [[nodiscard]] bool create_directory(std::u16string_view name);
 /// Lets a file that was marked read-only be written again; does nothing for a missing one.

@@ -106,6 +106,13 @@ bool file_exists(std::u16string_view name) {
     return stat(native_file_name(name).c_str(), &facts) == 0;
 }
 
+bool same_file(std::u16string_view a, std::u16string_view b) {
+    struct stat facts_a {};
+    struct stat facts_b {};
+    return stat(native_file_name(a).c_str(), &facts_a) == 0 && stat(native_file_name(b).c_str(), &facts_b) == 0 &&
+           facts_a.st_dev == facts_b.st_dev && facts_a.st_ino == facts_b.st_ino;
+}
+
 bool create_directory(std::u16string_view name) {
     const std::string native = native_file_name(name);
     if (output_redirection != nullptr && !output_redirection->may_create_directory(native)) return false;

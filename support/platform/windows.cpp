@@ -23,6 +23,24 @@ std::string narrow_file_name(std::u16string_view name) {
     return narrow;
 }
 
+/// Which file a name leads to: the volume's serial number and the file's index on it.
+struct FILE_IDENTITY {
+    DWORD volume, index_high, index_low;
+    friend bool operator==(const FILE_IDENTITY&, const FILE_IDENTITY&) = default;
+};
+
+std::optional<FILE_IDENTITY> identity_of(std::u16string_view name) {
+    const std::wstring wide(name.begin(), name.end());
+    const DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = CreateFileW(wide.c_str(), 0, sharing, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return {};
+    BY_HANDLE_FILE_INFORMATION facts{};
+    const bool known = GetFileInformationByHandle(file, &facts) != 0;
+    CloseHandle(file);
+    if (!known) return {};
+    return FILE_IDENTITY{facts.dwVolumeSerialNumber, facts.nFileIndexHigh, facts.nFileIndexLow};
+}
+
 } // namespace
 
 void* aligned_allocate(std::size_t size, std::size_t alignment) noexcept {
@@ -74,6 +92,11 @@ std::FILE* open_for_writing(std::u16string_view name, bool append, i32& error) {
 
 bool file_exists(std::u16string_view name) {
     return GetFileAttributesA(narrow_file_name(name).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool same_file(std::u16string_view a, std::u16string_view b) {
+    const std::optional<FILE_IDENTITY> identity = identity_of(a);
+    return identity && identity == identity_of(b);
 }
 
 bool create_directory(std::u16string_view name) {

@@ -79,9 +79,9 @@ void OBJECT_KIND::describe(const T& object, std::string_view name, RECORD_VISITO
     visitor.end_object();
 }
 
-template<class ELEMENT_KIND>
+template<class ELEMENT_KIND, bool ELEMENTS_COUNT>
 template<class T>
-bool LIST_KIND<ELEMENT_KIND>::load(ARRAY<T>& list, VOR2_INPUT_BUFFER& buffer, f32 version) {
+bool LIST_KIND<ELEMENT_KIND, ELEMENTS_COUNT>::load(ARRAY<T>& list, VOR2_INPUT_BUFFER& buffer, f32 version) {
     u32 count = 0;
     list.clear();
     if (!buffer.read_count(count, ELEMENT_KIND::template least_size<T>())) return false;
@@ -100,21 +100,23 @@ bool LIST_KIND<ELEMENT_KIND>::load(ARRAY<T>& list, VOR2_INPUT_BUFFER& buffer, f3
     }
 }
 
-template<class ELEMENT_KIND>
+template<class ELEMENT_KIND, bool ELEMENTS_COUNT>
 template<class T>
-bool LIST_KIND<ELEMENT_KIND>::save(const ARRAY<T>& list, VOR2_WRITE_STREAM& stream) {
-    bool saved = stream.write_value(static_cast<u32>(list.size()));
+bool LIST_KIND<ELEMENT_KIND, ELEMENTS_COUNT>::save(const ARRAY<T>& list, VOR2_WRITE_STREAM& stream) {
+    const bool counted = stream.write_value(static_cast<u32>(list.size()));
+    bool saved = true;
     if constexpr (ELEMENT_KIND::template fixed_size<T>() > 0) {
-        return detail::put_all<ELEMENT_KIND>(list, stream) && saved;
+        saved = detail::put_all<ELEMENT_KIND>(list, stream);
     } else {
         for (const T& element : list) saved = ELEMENT_KIND::save(element, stream) && saved;
-        return saved;
     }
+    return counted && (saved || !ELEMENTS_COUNT);
 }
 
-template<class ELEMENT_KIND>
+template<class ELEMENT_KIND, bool ELEMENTS_COUNT>
 template<class T>
-void LIST_KIND<ELEMENT_KIND>::describe(const ARRAY<T>& list, std::string_view name, RECORD_VISITOR& visitor) {
+void LIST_KIND<ELEMENT_KIND, ELEMENTS_COUNT>::describe(const ARRAY<T>& list, std::string_view name,
+                                                       RECORD_VISITOR& visitor) {
     if constexpr (std::same_as<T, u32>) {
         visitor.unsigned_numbers(name, list.view());
     } else if constexpr (std::same_as<T, i32>) {

@@ -10,7 +10,7 @@ constexpr u32 fixed_size_of() {
     if constexpr (HAS_RECORD<T>) {
         return std::apply(
             [](const auto&... field) {
-                const bool fixed = ((field.rules.always_there() && field.fixed_size() > 0) && ...);
+                const bool fixed = (field.is_fixed() && ...);
                 return fixed ? (u32{0} + ... + field.fixed_size()) : 0;
             },
             T::record().fields);
