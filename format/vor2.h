@@ -2,7 +2,8 @@
 
 /// The whole of the library.
 
-#include "format/core/entity.h"
+#include "format/core/paths.h"
+#include "format/geometry/tri_clipper.h"
 #include "format/scene/array_lengths.h"
 #include "format/scene/root.h"
 #include "format/tracks/tracks.h"

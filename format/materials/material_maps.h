@@ -1,9 +1,11 @@
 #pragma once
 
 /// Material maps: a picture with its placement, or a wrapper of up to two further maps that says how
-/// the channels of a normal texture are read. The library keeps every value and draws nothing.
+/// the channels of a normal texture are read. The library keeps every value and draws nothing. Maps nest
+/// as deep as a file says, and no operation on them recurses.
 
 #include "format/core/entity.h"
+#include "format/core/nested_record.h"
 #include "format/tracks/track_families.h"
 
 namespace VOR2_LOADER {
@@ -105,17 +107,13 @@ public:
     }
 };
 
-class VOR2_BITMAP_MATERIAL_MAP final : public ANIMATED_RECORD<VOR2_BITMAP_MATERIAL_MAP, VOR2_MATERIAL_MAP> {
+class VOR2_BITMAP_MATERIAL_MAP final
+    : public FAMILY_KIND<VOR2_BITMAP_MATERIAL_MAP, VOR2_MATERIAL_MAP, 0, VOR2_MATERIAL_MAP> {
 public:
     VOR2_BITMAP_MATERIAL_MAP_COORDINATES coordinates;
     VOR2_BITMAP_MATERIAL_MAP_BITMAP_PARAMS bitmap_params;
     VOR2_BITMAP_MATERIAL_MAP_TIME time;
 
-    static constexpr u32 KIND = 0;
-    [[nodiscard]] u32 kind() const override { return KIND; }
-    [[nodiscard]] bool equals(const VOR2_MATERIAL_MAP& other) const override;
-    [[nodiscard]] OWNED<VOR2_MATERIAL_MAP> clone() const override;
-    [[nodiscard]] std::string_view class_name() const override;
     static constexpr auto record() {
         using C = VOR2_BITMAP_MATERIAL_MAP;
         return RECORD("VOR2_BITMAP_MATERIAL_MAP", base<VOR2_MATERIAL_MAP>(), object("coordinates", &C::coordinates),
@@ -135,21 +133,25 @@ public:
     }
 };
 
-class VOR2_NORMAL_MATERIAL_MAP final : public ANIMATED_RECORD<VOR2_NORMAL_MATERIAL_MAP, VOR2_MATERIAL_MAP> {
+class VOR2_NORMAL_MATERIAL_MAP final : public NESTED_RECORD<VOR2_NORMAL_MATERIAL_MAP, VOR2_MATERIAL_MAP, 1> {
 public:
     OWNED<VOR2_MATERIAL_MAP> first_map, second_map;
     VOR2_NORMAL_CHANNEL_DIRECTION channel_direction;
     u32 normal_map_word = 0xFFFFFFFF;
 
-    static constexpr u32 KIND = 1;
-    [[nodiscard]] u32 kind() const override { return KIND; }
-    [[nodiscard]] bool equals(const VOR2_MATERIAL_MAP& other) const override;
-    [[nodiscard]] OWNED<VOR2_MATERIAL_MAP> clone() const override;
-    [[nodiscard]] std::string_view class_name() const override;
+    VOR2_NORMAL_MATERIAL_MAP() = default;
+    VOR2_NORMAL_MATERIAL_MAP(const VOR2_NORMAL_MATERIAL_MAP& source) : NESTED_RECORD() { copy_nested(source); }
+    VOR2_NORMAL_MATERIAL_MAP& operator=(const VOR2_NORMAL_MATERIAL_MAP& source) {
+        return *this = VOR2_NORMAL_MATERIAL_MAP(source);
+    }
+    VOR2_NORMAL_MATERIAL_MAP(VOR2_NORMAL_MATERIAL_MAP&&) noexcept = default;
+    VOR2_NORMAL_MATERIAL_MAP& operator=(VOR2_NORMAL_MATERIAL_MAP&&) noexcept = default;
+    ~VOR2_NORMAL_MATERIAL_MAP() override { release_nested(); }
+
     static constexpr auto record() {
         using C = VOR2_NORMAL_MATERIAL_MAP;
-        return RECORD("VOR2_NORMAL_MATERIAL_MAP", base<VOR2_MATERIAL_MAP>(), optional("first_map", &C::first_map),
-                      optional("second_map", &C::second_map), object("channel_direction", &C::channel_direction),
+        return RECORD("VOR2_NORMAL_MATERIAL_MAP", base<VOR2_MATERIAL_MAP>(), nested("first_map", &C::first_map),
+                      nested("second_map", &C::second_map), object("channel_direction", &C::channel_direction),
                       value("normal_map_word", &C::normal_map_word));
     }
 };

@@ -18,11 +18,19 @@ constexpr std::array<std::size_t, ROW_COUNT> rows_by_move_place() {
     return order;
 }
 
+void skin_all(VOR2& root) {
+    for (OWNED<VOR2_WEIGHTED_MESH>& mesh : root.weighted_meshes) {
+        if (mesh) mesh->skin(root.matrix_hierarchy);
+    }
+}
+
 template<class STEP>
 void move_all(VOR2& root, const STEP& step) {
     static constexpr auto ORDER = rows_by_move_place();
+    bool skinned = false;
     const auto move_row = [&]<std::size_t ROW>() {
         static constexpr auto& TABLE_ROW = std::get<ROW>(ROOT_CHUNKS);
+        if (TABLE_ROW.move_place > SKINNING_PLACE && !std::exchange(skinned, true)) skin_all(root);
         if constexpr (TABLE_ROW.move_place != NOT_MOVED) TABLE_ROW.move(root, step);
     };
     [&]<std::size_t... I>(std::index_sequence<I...>) {
@@ -32,6 +40,13 @@ void move_all(VOR2& root, const STEP& step) {
 }
 
 } // namespace
+
+VOR2::VOR2() = default;
+VOR2::VOR2(const VOR2& source) = default;
+VOR2& VOR2::operator=(const VOR2& source) = default;
+VOR2::VOR2(VOR2&&) noexcept = default;
+VOR2& VOR2::operator=(VOR2&&) noexcept = default;
+VOR2::~VOR2() = default;
 
 void VOR2::clear() {
     each_chunk_row([this](const auto& row) { row.clear(*this); });

@@ -22,12 +22,41 @@ bool load_array_lengths(VOR2& root, VOR2_INPUT_BUFFER& buffer, f32 version) {
     return true;
 }
 
+/// An instance's class follows from its chunk, its array from the kind before its record.
+template<u32 CHUNK_ID>
+bool load_instance(VOR2& root, VOR2_INPUT_BUFFER& buffer, f32 version) {
+    u32 kind = 0;
+    if (!buffer.read_value(kind)) return false;
+    OWNED_ARRAY<VOR2_INSTANCE>* instances = nullptr;
+    each_chunk_row([&](const auto& row) {
+        if constexpr (row.IS_INSTANCES) {
+            if (row.instance_kind == kind) instances = &(root.*row.member);
+        }
+    });
+    if (instances == nullptr) return buffer.fail("no array holds instances of the kind " + std::to_string(kind));
+    OWNED<VOR2_INSTANCE>& instance = instances->emplace_back();
+    instance = VOR2_INSTANCE::make_of_chunk(CHUNK_ID);
+    return instance->load(buffer, version);
+}
+
+template<u32... CHUNK_IDS>
+constexpr void add_instance_loaders(auto& loaders) {
+    ((loaders[CHUNK_IDS] = load_instance<CHUNK_IDS>), ...);
+}
+
+template<std::size_t ROW>
+constexpr void add_row_loader(auto& loaders) {
+    constexpr auto& TABLE_ROW = std::get<ROW>(ROOT_CHUNKS);
+    if constexpr (TABLE_ROW.chunk_id != CHUNK_OF_THE_CLASS) loaders[TABLE_ROW.chunk_id] = load_row<ROW>;
+}
+
 constexpr std::array<LOAD_CHUNK, CHUNK_ID_COUNT> chunk_loaders() {
     std::array<LOAD_CHUNK, CHUNK_ID_COUNT> loaders{};
     loaders[VOR2_ARRAY_LENGTH_HELPER::CHUNK_ID] = load_array_lengths;
-    [&]<std::size_t... I>(std::index_sequence<I...>) {
-        ((loaders[std::get<I>(ROOT_CHUNKS).chunk_id] = load_row<I>), ...);
-    }
+    add_instance_loaders<VOR2_INSTANCE::CHUNK_ID, VOR2_GEOM_INSTANCE::CHUNK_ID,
+                         VOR2_GEOM_INSTANCE_DIFFERING_MATERIALS::CHUNK_ID,
+                         VOR2_GEOM_INSTANCE_DIFFERING_SUB_OBJECTS::CHUNK_ID>(loaders);
+    [&]<std::size_t... I>(std::index_sequence<I...>) { (add_row_loader<I>(loaders), ...); }
     (std::make_index_sequence<std::tuple_size_v<decltype(ROOT_CHUNKS)>>());
     return loaders;
 }
@@ -70,6 +99,7 @@ bool VOR2::load(VOR2_INPUT_BUFFER& buffer, bool set_to_start) {
     while (buffer.cursor < buffer.end) {
         if (!load_next_chunk(*this, buffer, version)) return false;
     }
+    prepare_weighted_meshes();
     if (set_to_start) set_time(environment.time_range.start);
     return true;
 }

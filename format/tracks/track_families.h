@@ -11,13 +11,13 @@
 
 namespace VOR2_LOADER {
 
-/// Key values and what needs no more than their type. `values_count` says whether the values' own
+/// Key values and what needs no more than their type. `VALUES_COUNT` says whether the values' own
 /// writes reach the result of `save`.
 template<class FAMILY, class VALUE, bool VALUES_COUNT = true>
 class TRACK_FAMILY : public VOR2_ANIMATABLE {
 public:
     using VALUE_TYPE = VALUE;
-    using VALUES_KIND = LIST_KIND<std::conditional_t<HAS_RECORD<VALUE>, OBJECT_KIND, VALUE_KIND>>;
+    using VALUES_KIND = LIST_KIND<std::conditional_t<HAS_RECORD<VALUE>, OBJECT_KIND, VALUE_KIND>, VALUES_COUNT>;
 
     bool load(VOR2_INPUT_BUFFER& buffer, f32 version) final {
         const bool head = VOR2_ANIMATABLE::load(buffer, version);
@@ -25,13 +25,7 @@ public:
     }
     bool save(VOR2_WRITE_STREAM& stream) const final {
         const bool head = VOR2_ANIMATABLE::save(stream);
-        if constexpr (VALUES_COUNT) {
-            return VALUES_KIND::save(my_key_values, stream) && head;
-        } else {
-            const bool count = stream.write_value(static_cast<u32>(my_key_values.size()));
-            stream.file().write(my_key_values.data(), static_cast<u32>(my_key_values.size() * sizeof(VALUE)));
-            return count && head;
-        }
+        return VALUES_KIND::save(my_key_values, stream) && head;
     }
     void describe(RECORD_VISITOR& visitor) const final {
         VOR2_ANIMATABLE::describe(visitor);

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstdio>
 #include <filesystem>
@@ -63,6 +64,13 @@ inline BYTES file_of_version(f32 version) {
     return BYTES().words({MAGIC_WORD}).chunk(0, BYTES().floats({version}).text(u"").text(u""));
 }
 
+/// A path as the library takes it, with backslashes.
+inline TEXT library_name(const std::string& path) {
+    std::u16string name(path.begin(), path.end());
+    std::replace(name.begin(), name.end(), u'/', u'\\');
+    return TEXT(name);
+}
+
 /// A name for a file that goes away with this object.
 class TEMPORARY_FILE {
 public:
@@ -80,7 +88,8 @@ public:
     TEMPORARY_FILE& operator=(const TEMPORARY_FILE&) = delete;
 
     [[nodiscard]] const std::string& path() const { return path_; }
-    [[nodiscard]] TEXT name() const { return TEXT(std::u16string(path_.begin(), path_.end())); }
+    /// In the library's own form, with backslashes.
+    [[nodiscard]] TEXT name() const { return library_name(path_); }
     [[nodiscard]] std::vector<u8> read() const {
         std::ifstream file(path_, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
