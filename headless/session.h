@@ -73,7 +73,12 @@ public:
     // Plug-ins.
     using PluginFunction = MStatus (*)(MObject);
     Result<void> load_plugin(const std::string& name, PluginFunction initialize, PluginFunction uninitialize);
+    /// Loads a plug-in that was loaded or offered before; one that is loaded already stays so.
+    Result<void> load_plugin(const std::string& name);
+    /// Lets scripts load a plug-in by its name.
+    void offer_plugin(const std::string& name, PluginFunction initialize, PluginFunction uninitialize);
     Result<void> unload_plugin(const std::string& name);
+    std::vector<std::string> loaded_plugins() const;
     bool is_plugin_loaded(std::string_view name) const;
     bool has_command(std::string_view name) const;
     /// Runs a command of a plug-in: parses the arguments by its syntax, then `doIt`.
@@ -108,7 +113,7 @@ private:
     struct Plugin {
         PluginFunction initialize = nullptr, uninitialize = nullptr;
     };
-    std::map<std::string, Plugin, std::less<>> plugins_;
+    std::map<std::string, Plugin, std::less<>> plugins_, offered_;
 };
 
 } // namespace headless

@@ -84,7 +84,24 @@ Result<void> Session::load_plugin(const std::string& name, PluginFunction initia
         return Error{"The plug-in '" + name + "' refused to start: " + Access::text(status.errorString())};
     }
     plugins_[name] = {initialize, uninitialize};
+    offered_[name] = plugins_[name];
     return {};
+}
+
+Result<void> Session::load_plugin(const std::string& name) {
+    const auto at = offered_.find(name);
+    if (at == offered_.end()) return Error{"The plug-in '" + name + "' was not found"};
+    return load_plugin(name, at->second.initialize, at->second.uninitialize);
+}
+
+void Session::offer_plugin(const std::string& name, PluginFunction initialize, PluginFunction uninitialize) {
+    offered_[name] = {initialize, uninitialize};
+}
+
+std::vector<std::string> Session::loaded_plugins() const {
+    std::vector<std::string> out;
+    for (const auto& [name, plugin] : plugins_) out.push_back(name);
+    return out;
 }
 
 Result<void> Session::unload_plugin(const std::string& name) {

@@ -53,6 +53,8 @@ public:
     std::string unique_name_of(const Node& node) const;
     const std::set<std::string, std::less<>>& namespaces() const { return namespaces_; }
     void add_namespace(std::string_view name); ///< with all namespaces around it
+    /// Forgets a namespace and those in it; nodes that are still in one keep their names.
+    void remove_namespace(std::string_view name);
 
     // The DAG.
     /// Hangs `child` under `parent` (the world for null) at a place among its children (-1 for the last), away

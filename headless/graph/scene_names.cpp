@@ -38,6 +38,12 @@ void Scene::add_namespace(std::string_view name) {
     if (!name.empty()) namespaces_.emplace(name);
 }
 
+void Scene::remove_namespace(std::string_view name) {
+    name = without_root_namespace(name);
+    const std::string within = std::string(name) + ":";
+    std::erase_if(namespaces_, [&](const std::string& entry) { return entry == name || entry.starts_with(within); });
+}
+
 void Scene::give_name(Node& node, const std::string& name) {
     if (name == node.name_) return;
     names_.remove(node);

@@ -1,0 +1,55 @@
+#include "script_test.h"
+
+namespace headless {
+namespace {
+
+TEST_F(ScriptTest, values_and_control_flow) {
+    EXPECT_EQ(mel("int $a = 7; $a / 2"), "3");
+    EXPECT_EQ(mel("float $a = 7; $a / 2"), "3.5");
+    EXPECT_EQ(mel("$a = 2 + 3 * 4 - -1; $a"), "15");
+    EXPECT_EQ(mel("string $s = \"a\" + 1 + 0.5; $s + \"\\t\\\"\""), "a10.5\t\"");
+    EXPECT_EQ(mel("int $n = 0; for ($i = 0; $i < 10; $i++) { if ($i == 2) continue; if ($i > 5) break; $n += $i; } $n"),
+              "13"); // 0 + 1 + 3 + 4 + 5
+    EXPECT_EQ(mel("string $t = \"\"; for ($x in {\"a\", \"b\"}) $t += $x; $t"), "ab");
+    EXPECT_EQ(mel("int $i = 3; while ($i) $i--; $i == 0 && !($i != 0) ? \"done\" : \"no\""), "done");
+    EXPECT_EQ(mel("string $l[]; $l[1] = \"x\"; size($l) + \":\" + $l[1]"), "2:x");
+    EXPECT_EQ(mel("if (0) print \"a\"; else if (1) { $b = 5; } $b"), "5");
+}
+
+TEST_F(ScriptTest, commands_feed_commands) {
+    EXPECT_EQ(mel("string $j = `createNode joint -n \"hip\"`; setAttr ($j + \".tx\") 4; getAttr hip.tx"), "4");
+    EXPECT_EQ(mel("for ($n in `ls -type joint`) print ($n + \"\\n\"); size(`ls \"nothing*\"`)"), "0");
+    EXPECT_EQ(messages, (std::vector<std::string>{"I: hip"}));
+    EXPECT_EQ(mel("global proc string twice(string $s) { return $s + $s; } twice(\"ab\")"), "abab");
+    EXPECT_EQ(mel("twice \"c\""), "cc");
+    EXPECT_EQ(mel("eval \"print 5; objExists hip\""), "1");
+}
+
+TEST_F(ScriptTest, errors_tell_what_and_where) {
+    EXPECT_EQ(mel("blowUp -x;"), "error: Cannot find procedure \"blowUp\"");
+    EXPECT_EQ(mel("print 1;\n  blowUp 2;"), "error: line 2:3: Cannot find procedure \"blowUp\"");
+    EXPECT_EQ(mel("$a = (1 + ;"), "error: line 1:11: Syntax error: a value is missing at ';'");
+    EXPECT_EQ(mel("print \"abc"), "error: line 1:7: Syntax error: a string has no end");
+    EXPECT_EQ(mel("select -cl; /* on"), "error: line 1:13: Syntax error: a comment has no end");
+    EXPECT_EQ(mel("if (1) { print 1;"), "error: line 1:18: Syntax error: '}' is missing at the end");
+    EXPECT_EQ(mel("$x"), "error: \"$x\" is an undeclared variable");
+    EXPECT_EQ(mel("1 / 0"), "error: line 1:1: Syntax error: a statement can't begin at '1'");
+    EXPECT_EQ(mel("$a = 1 / 0"), "error: Division by zero");
+    EXPECT_EQ(mel("select -foo"), "error: Invalid flag '-foo'");
+}
+
+TEST_F(ScriptTest, nothing_runs_without_end) {
+    EXPECT_EQ(mel("while (1) ;"), "error: The loop doesn't end");
+    EXPECT_EQ(mel("global proc f() { f(); } f()"), "error: The script nests too deep");
+    EXPECT_NE(mel("$a = " + std::string(100000, '(')).find("nests too deep"), std::string::npos);
+    EXPECT_NE(mel(std::string(100000, '{')).find("nests too deep"), std::string::npos);
+    std::string sum = "$a = 1";
+    for (int i = 0; i < 100000; ++i) sum += "+1";
+    EXPECT_NE(mel(sum).find("too long"), std::string::npos);
+    EXPECT_NE(python(std::string(100000, '[')).find("nests too deep"), std::string::npos);
+    EXPECT_NE(python("import maya.cmds as cmds; s = 'cmds.python(s)'; cmds.python(s)").find("recursion"),
+              std::string::npos);
+}
+
+} // namespace
+} // namespace headless
