@@ -246,89 +246,43 @@ constexpr auto base() {
     return BASE_FIELD<BASE>();
 }
 
+/// All that is done with a record. The code of a class's operations is made once: where the class lives,
+/// by `template struct RECORD_OPERATIONS<CLASS>;` behind an include of `core/record_operations.h`.
 template<class T>
-bool load_record(T& self, VOR2_INPUT_BUFFER& buffer, f32 version) {
-    static constexpr auto RECORD_OF_T = T::record();
-    if constexpr (fixed_size_of<T>() > 0) {
-        if (fixed_size_of<T>() <= buffer.remaining()) [[likely]] {
-            const u8* from = buffer.cursor;
-            RECORD_OF_T.each([&](const auto& field) { field.get(self, from); });
-            buffer.cursor = from;
-            return true;
-        }
-    }
-    bool loaded = true;
-    RECORD_OF_T.each([&](const auto& field) {
-        if (!field.rules.is_read(version) || field.load(self, buffer, version)) return;
-        loaded = loaded && !field.rules.load_counts;
-        if (buffer.failed()) buffer.fail_within(field.name);
-    });
-    return loaded;
-}
-
-template<class T>
-bool save_record(const T& self, VOR2_WRITE_STREAM& stream) {
-    static constexpr auto RECORD_OF_T = T::record();
-    bool saved = true;
-    RECORD_OF_T.each([&](const auto& field) {
-        if (field.rules.is_written && !field.save(self, stream)) saved = saved && !field.rules.save_counts;
-    });
-    return saved;
-}
-
-/// No tolerance: every number compares as IEEE numbers do, so a NaN differs from everything.
-template<class T>
-[[nodiscard]] bool records_equal(const T& a, const T& b) {
-    static constexpr auto RECORD_OF_T = T::record();
-    return std::apply([&](const auto&... field) { return ((!field.rules.is_compared || field.equal(a, b)) && ...); },
-                      RECORD_OF_T.fields);
-}
-
-template<class T, class STEP>
-void walk_record(T& self, const STEP& step) {
-    static constexpr auto RECORD_OF_T = T::record();
-    RECORD_OF_T.each([&](const auto& field) {
-        if (field.rules.is_walked) field.walk(self, step);
-    });
-}
-
-template<class T>
-void describe_record(const T& self, RECORD_VISITOR& visitor) {
-    static constexpr auto RECORD_OF_T = T::record();
-    RECORD_OF_T.each([&](const auto& field) {
-        if (field.rules.is_written) field.describe(self, visitor);
-    });
-}
+struct RECORD_OPERATIONS {
+    static bool load(T& self, VOR2_INPUT_BUFFER& buffer, f32 version);
+    static bool save(const T& self, VOR2_WRITE_STREAM& stream);
+    /// No tolerance: every number compares as IEEE numbers do, so a NaN differs from everything.
+    [[nodiscard]] static bool equal(const T& a, const T& b);
+    static void describe(const T& self, RECORD_VISITOR& visitor);
+    /// The clock's walk: each member that follows it, in file order, and then the class's own `moved()`.
+    static void advance(T& self, f32 delta);
+    static void set_time(T& self, f32 time);
+};
 
 /// Gives `SELF` its record operations and `==`.
 template<class SELF, class... BASES>
 class RECORDED : public BASES... {
 public:
-    bool load(VOR2_INPUT_BUFFER& buffer, f32 version) override { return load_record(self(), buffer, version); }
-    bool save(VOR2_WRITE_STREAM& stream) const override { return save_record(self(), stream); }
-    void describe(RECORD_VISITOR& visitor) const override { describe_record(self(), visitor); }
-    friend bool operator==(const SELF& a, const SELF& b) { return records_equal(a, b); }
-
-private:
-    SELF& self() { return static_cast<SELF&>(*this); }
-    const SELF& self() const { return static_cast<const SELF&>(*this); }
+    bool load(VOR2_INPUT_BUFFER& buffer, f32 version) override {
+        return RECORD_OPERATIONS<SELF>::load(static_cast<SELF&>(*this), buffer, version);
+    }
+    bool save(VOR2_WRITE_STREAM& stream) const override {
+        return RECORD_OPERATIONS<SELF>::save(static_cast<const SELF&>(*this), stream);
+    }
+    void describe(RECORD_VISITOR& visitor) const override {
+        RECORD_OPERATIONS<SELF>::describe(static_cast<const SELF&>(*this), visitor);
+    }
+    friend bool operator==(const SELF& a, const SELF& b) { return RECORD_OPERATIONS<SELF>::equal(a, b); }
 };
 
-/// And its walk by the clock: each member that follows it, in file order. A class whose own state
-/// derives from its tracks has `moved()`, which is called behind the walk.
+/// And its walk by the clock. A class whose own state derives from its tracks has `moved()`, which is
+/// called behind the walk.
 template<class SELF, class... BASES>
 class ANIMATED_RECORD : public RECORDED<SELF, BASES...> {
 public:
-    void advance(f32 delta) override { move(ADVANCE{delta}); }
-    void set_time(f32 time) override { move(SET_TIME{time}); }
-
-private:
-    template<class STEP>
-    void move(const STEP& step) {
-        SELF& self = static_cast<SELF&>(*this);
-        walk_record(self, step);
-        if constexpr (requires { self.moved(); }) self.moved();
-    }
+    void advance(f32 delta) override { RECORD_OPERATIONS<SELF>::advance(static_cast<SELF&>(*this), delta); }
+    void set_time(f32 time) override { RECORD_OPERATIONS<SELF>::set_time(static_cast<SELF&>(*this), time); }
 };
 
 /// A class of a polymorphic family: its kind, name, comparison and copy. `DIRECT` are its bases.
@@ -341,7 +295,9 @@ public:
     [[nodiscard]] bool equals(const FAMILY& other) const override {
         return other.kind() == NUMBER && static_cast<const SELF&>(*this) == static_cast<const SELF&>(other);
     }
-    [[nodiscard]] OWNED<FAMILY> clone() const override { return OWNED<FAMILY>(new SELF(static_cast<const SELF&>(*this))); }
+    [[nodiscard]] OWNED<FAMILY> clone() const override {
+        return OWNED<FAMILY>(new SELF(static_cast<const SELF&>(*this)));
+    }
 };
 
 /// An empty object of the family's class with that kind, or nothing.

@@ -1,5 +1,7 @@
 #include "format/geometry/bezier_splines.h"
 
+#include "format/core/record_operations.h"
+
 #include <cmath>
 
 namespace VOR2_LOADER {
@@ -99,7 +101,7 @@ VOR2_RIGID_BEZIER_SPLINE& VOR2_RIGID_BEZIER_SPLINE::operator=(const VOR2_RIGID_B
 }
 
 bool VOR2_RIGID_BEZIER_SPLINE::load(VOR2_INPUT_BUFFER& buffer, f32 version) {
-    const bool loaded = load_record(*this, buffer, version);
+    const bool loaded = RECORDED::load(buffer, version);
     link_curves();
     return loaded;
 }
@@ -117,9 +119,16 @@ VOR2_ANIM_BEZIER_SPLINE& VOR2_ANIM_BEZIER_SPLINE::operator=(const VOR2_ANIM_BEZI
 }
 
 bool VOR2_ANIM_BEZIER_SPLINE::load(VOR2_INPUT_BUFFER& buffer, f32 version) {
-    const bool loaded = load_record(*this, buffer, version);
+    const bool loaded = RECORDED::load(buffer, version);
     link_curves();
     return loaded;
 }
+
+template struct RECORD_OPERATIONS<VOR2_IBEZIER_CURVE>;
+template struct RECORD_OPERATIONS<VOR2_RIGID_BEZIER_CURVE>;
+template struct RECORD_OPERATIONS<VOR2_ANIM_BEZIER_CURVE>;
+template struct RECORD_OPERATIONS<VOR2_RIGID_BEZIER_SPLINE>;
+template struct RECORD_OPERATIONS<VOR2_ANIM_BEZIER_SPLINE>;
+template struct RECORD_OPERATIONS<VOR2_BEZIER_SPLINE_OBJECT>;
 
 } // namespace VOR2_LOADER

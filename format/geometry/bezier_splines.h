@@ -44,8 +44,7 @@ class VOR2_RIGID_BEZIER_CURVE final : public BEZIER_CURVE<VOR2_RIGID_BEZIER_CURV
 public:
     static constexpr auto record() { return RECORD("VOR2_RIGID_BEZIER_CURVE", base<VOR2_IBEZIER_CURVE>()); }
 };
-class VOR2_ANIM_BEZIER_CURVE final
-    : public BEZIER_CURVE<VOR2_ANIM_BEZIER_CURVE, OWNED<VOR2_ANIMATABLE_VECTOR_3>> {
+class VOR2_ANIM_BEZIER_CURVE final : public BEZIER_CURVE<VOR2_ANIM_BEZIER_CURVE, OWNED<VOR2_ANIMATABLE_VECTOR_3>> {
 public:
     static constexpr auto record() { return RECORD("VOR2_ANIM_BEZIER_CURVE", base<VOR2_IBEZIER_CURVE>()); }
 };

@@ -1,5 +1,7 @@
 #include "format/geometry/morph_mesh.h"
 
+#include "format/core/record_operations.h"
+
 namespace VOR2_LOADER {
 
 void VOR2_MORPH_MESH::update_morph() {
@@ -15,5 +17,9 @@ void VOR2_MORPH_MESH::update_morph() {
         }
     }
 }
+
+template struct RECORD_OPERATIONS<VOR2_TARGET_VERT>;
+template struct RECORD_OPERATIONS<VOR2_MORPH_MESH_VERT>;
+template struct RECORD_OPERATIONS<VOR2_MORPH_MESH>;
 
 } // namespace VOR2_LOADER

@@ -1,5 +1,7 @@
 #include "format/geometry/tri_object.h"
 
+#include "format/core/record_operations.h"
+
 namespace VOR2_LOADER {
 
 void VOR2_TRI_OBJECT::add_sub_object_triangle(const VOR2_CARD32_TRIPLE& triangle, u32 material_id,
@@ -14,5 +16,10 @@ void VOR2_TRI_OBJECT::add_sub_object_triangle(const VOR2_CARD32_TRIPLE& triangle
     added.triangles.reserve(expected_triangles);
     added.add_triangle_index(triangle);
 }
+
+template struct RECORD_OPERATIONS<VOR2_GEOM_OBJECT>;
+template struct RECORD_OPERATIONS<VOR2_TRI_SUB_OBJECT>;
+template struct RECORD_OPERATIONS<VOR2_TRI_OBJECT>;
+template struct RECORD_OPERATIONS<VOR2_RIGID>;
 
 } // namespace VOR2_LOADER

@@ -21,8 +21,7 @@ public:
     static constexpr auto record() {
         using C = VOR2_GEOM_OBJECT;
         return RECORD("VOR2_GEOM_OBJECT", base<VOR2_POSITIONAL_OBJECT>(), base<VOR2_LIT_OBJECT>(),
-                      values("mapping_channels", &C::mapping_channels),
-                      not_stored(optional("material", &C::material)));
+                      values("mapping_channels", &C::mapping_channels), not_stored(optional("material", &C::material)));
     }
 };
 

@@ -1,5 +1,7 @@
 #include "format/geometry/weighted_mesh.h"
 
+#include "format/core/record_operations.h"
+
 namespace VOR2_LOADER {
 namespace {
 
@@ -63,5 +65,9 @@ void VOR2_WEIGHTED_MESH::compute_local_data(NODE_MATRICES inverse_world, NODE_MA
 void VOR2_WEIGHTED_MESH::skin(const VOR2_MATRIX_HIERARCHY& hierarchy) {
     for (VOR2_WEIGHTED_MESH_VERT& vertex : vertices) vertex.skin(hierarchy);
 }
+
+template struct RECORD_OPERATIONS<VOR2_BONE_WEIGHT_DATA>;
+template struct RECORD_OPERATIONS<VOR2_WEIGHTED_MESH_VERT>;
+template struct RECORD_OPERATIONS<VOR2_WEIGHTED_MESH>;
 
 } // namespace VOR2_LOADER

@@ -67,10 +67,10 @@ public:
     [[nodiscard]] u32 chunk_id() const override { return CHUNK_ID; }
     static constexpr auto record() {
         using C = VOR2_CAMERA;
-        return RECORD("VOR2_CAMERA", base<VOR2_POSITIONAL_OBJECT>().not_walked(),
-                      value("camera_type", &C::camera_type), optional("float_track_1", &C::float_track_1),
-                      optional("float_track_2", &C::float_track_2), optional("range_track_1", &C::range_track_1),
-                      optional("range_track_2", &C::range_track_2), optionals("effects", &C::effects));
+        return RECORD("VOR2_CAMERA", base<VOR2_POSITIONAL_OBJECT>().not_walked(), value("camera_type", &C::camera_type),
+                      optional("float_track_1", &C::float_track_1), optional("float_track_2", &C::float_track_2),
+                      optional("range_track_1", &C::range_track_1), optional("range_track_2", &C::range_track_2),
+                      optionals("effects", &C::effects));
     }
 };
 

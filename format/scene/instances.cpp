@@ -1,5 +1,7 @@
 #include "format/scene/instances.h"
 
+#include "format/core/record_operations.h"
+
 namespace VOR2_LOADER {
 
 bool VOR2_INSTANCE::equals(const VOR2_INSTANCE& other) const {
@@ -24,5 +26,10 @@ OWNED<VOR2_INSTANCE> VOR2_INSTANCE::make_of_chunk(u32 chunk_id) {
         return {};
     }
 }
+
+template struct RECORD_OPERATIONS<VOR2_INSTANCE>;
+template struct RECORD_OPERATIONS<VOR2_GEOM_INSTANCE>;
+template struct RECORD_OPERATIONS<VOR2_GEOM_INSTANCE_DIFFERING_MATERIALS>;
+template struct RECORD_OPERATIONS<VOR2_GEOM_INSTANCE_DIFFERING_SUB_OBJECTS>;
 
 } // namespace VOR2_LOADER

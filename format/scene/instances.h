@@ -9,8 +9,8 @@
 
 namespace VOR2_LOADER {
 
-class VOR2_INSTANCE : public ANIMATED_RECORD<VOR2_INSTANCE, VOR2_POSITIONAL_OBJECT, UNUSED__VOR2_SCALED_OBJECT,
-                                             VOR2_CHUNK_OBJECT> {
+class VOR2_INSTANCE
+    : public ANIMATED_RECORD<VOR2_INSTANCE, VOR2_POSITIONAL_OBJECT, UNUSED__VOR2_SCALED_OBJECT, VOR2_CHUNK_OBJECT> {
 public:
     u32 instanced_object = 0; ///< what it repeats; carried and not interpreted here
 
@@ -28,8 +28,7 @@ public:
         using C = VOR2_INSTANCE;
         return RECORD("VOR2_INSTANCE", base<VOR2_POSITIONAL_OBJECT>(),
                       // Versions below 1.12 didn't write the scale here, so that only 1.12 itself has one.
-                      base<UNUSED__VOR2_SCALED_OBJECT>().since(1.12F),
-                      value("instanced_object", &C::instanced_object));
+                      base<UNUSED__VOR2_SCALED_OBJECT>().since(1.12F), value("instanced_object", &C::instanced_object));
     }
 };
 

@@ -1,5 +1,7 @@
 #include "format/scene/matrix_hierarchy.h"
 
+#include "format/core/record_operations.h"
+
 namespace VOR2_LOADER {
 
 void VOR2_MATRIX_NODE::update_world_matrix() {
@@ -33,7 +35,7 @@ VOR2_MATRIX_HIERARCHY& VOR2_MATRIX_HIERARCHY::operator=(const VOR2_MATRIX_HIERAR
 }
 
 bool VOR2_MATRIX_HIERARCHY::load(VOR2_INPUT_BUFFER& buffer, f32 version) {
-    const bool loaded = load_record(*this, buffer, version);
+    const bool loaded = RECORDED::load(buffer, version);
     link_parents();
     return loaded;
 }
@@ -45,5 +47,8 @@ void VOR2_MATRIX_HIERARCHY::link_parents() noexcept {
         nodes[i].parent_matrix = stands_before ? &nodes[static_cast<u64>(parent)].world_matrix : nullptr;
     }
 }
+
+template struct RECORD_OPERATIONS<VOR2_MATRIX_NODE>;
+template struct RECORD_OPERATIONS<VOR2_MATRIX_HIERARCHY>;
 
 } // namespace VOR2_LOADER

@@ -6,7 +6,8 @@ namespace {
 /// The transpose of the 3 by 3 part, without a translation.
 MATRIX_3X4 transposed_rotation(const MATRIX_3X4& matrix) {
     MATRIX_3X4 transposed;
-    for (int row = 0; row < 3; ++row) transposed.set_column(row, {matrix.m[row][0], matrix.m[row][1], matrix.m[row][2]});
+    for (int row = 0; row < 3; ++row)
+        transposed.set_column(row, {matrix.m[row][0], matrix.m[row][1], matrix.m[row][2]});
     transposed.set_translation({0.0F, 0.0F, 0.0F});
     return transposed;
 }

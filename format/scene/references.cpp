@@ -1,6 +1,7 @@
 #include "format/scene/references.h"
 
 #include "format/core/paths.h"
+#include "format/core/record_operations.h"
 #include "format/scene/root.h"
 #include "support/platform/platform.h"
 #include "support/text/unicode.h"
@@ -108,5 +109,8 @@ void VOR2_XREF<ID>::set_time(f32 time) {
 
 template class VOR2_XREF<15>;
 template class VOR2_XREF<20>;
+
+template struct RECORD_OPERATIONS<VOR2_XREF_OBJECT>;
+template struct RECORD_OPERATIONS<VOR2_XREF_SPEEDTREE>;
 
 } // namespace VOR2_LOADER

@@ -56,7 +56,9 @@ constexpr std::array<LOAD_CHUNK, CHUNK_ID_COUNT> chunk_loaders() {
     add_instance_loaders<VOR2_INSTANCE::CHUNK_ID, VOR2_GEOM_INSTANCE::CHUNK_ID,
                          VOR2_GEOM_INSTANCE_DIFFERING_MATERIALS::CHUNK_ID,
                          VOR2_GEOM_INSTANCE_DIFFERING_SUB_OBJECTS::CHUNK_ID>(loaders);
-    [&]<std::size_t... I>(std::index_sequence<I...>) { (add_row_loader<I>(loaders), ...); }
+    [&]<std::size_t... I>(std::index_sequence<I...>) {
+        (add_row_loader<I>(loaders), ...);
+    }
     (std::make_index_sequence<std::tuple_size_v<decltype(ROOT_CHUNKS)>>());
     return loaders;
 }

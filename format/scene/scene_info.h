@@ -26,7 +26,7 @@ public:
     /// lower bound.
     bool load(VOR2_INPUT_BUFFER& buffer);
     bool save(VOR2_WRITE_STREAM& stream) const;
-    void describe(RECORD_VISITOR& visitor) const { describe_record(*this, visitor); }
+    void describe(RECORD_VISITOR& visitor) const { RECORD_OPERATIONS<VOR2_INF>::describe(*this, visitor); }
 };
 
 } // namespace VOR2_LOADER

@@ -180,9 +180,7 @@ struct EVERY_RECORD {
     [[nodiscard]] BYTES xref_object() const {
         return positional().bytes(numbers()).bytes(scale(1.12F)).text(u"x\u00e9").words({13}).text(u"");
     }
-    [[nodiscard]] BYTES speedtree() const {
-        return positional().bytes(scale(0)).bytes(numbers()).text(u"tree");
-    }
+    [[nodiscard]] BYTES speedtree() const { return positional().bytes(scale(0)).bytes(numbers()).text(u"tree"); }
 
     [[nodiscard]] BYTES array_lengths() const {
         const u32 xrefs = references ? 1 : 0;
@@ -222,8 +220,7 @@ struct EVERY_RECORD {
 /// Every threshold of the format, and the last version below each.
 inline std::vector<f32> telling_versions() {
     std::vector<f32> versions{0, 1.00F};
-    for (const f32 threshold :
-         {1.03F, 1.04F, 1.05F, 1.06F, 1.07F, 1.08F, 1.10F, 1.12F, 1.13F, 1.14F, 1.15F, 1.16F}) {
+    for (const f32 threshold : {1.03F, 1.04F, 1.05F, 1.06F, 1.07F, 1.08F, 1.10F, 1.12F, 1.13F, 1.14F, 1.15F, 1.16F}) {
         versions.push_back(std::nextafter(threshold, 0.0F));
         versions.push_back(threshold);
     }

@@ -42,7 +42,8 @@ void run_nested(HANDLE top, OPERATION& operation) {
     };
     ARRAY<FRAME> frames;
     frames.push_back({top, 0});
-    const auto apply = [&]<std::size_t... I>(std::size_t index, HANDLE node, HANDLE& child, std::index_sequence<I...>) {
+    const auto apply = [&]<std::size_t... I>(std::size_t index, HANDLE node, HANDLE & child,
+                                             std::index_sequence<I...>) {
         bool goes_on = true;
         ((I == index ? void(goes_on = operation(std::get<I>(RECORD_OF_NODE.fields), node, child)) : void()), ...);
         return goes_on;

@@ -147,7 +147,8 @@ struct FAMILY_CHUNK : ARRAY_CHUNK<FAMILY> {
         u32 kind = 0;
         if (!buffer.read_value(kind)) return false;
         OWNED<FAMILY> object = FAMILY::make(kind);
-        if (!object) return buffer.fail("no class of the " + std::string(this->name) + " has the kind " + std::to_string(kind));
+        if (!object)
+            return buffer.fail("no class of the " + std::string(this->name) + " has the kind " + std::to_string(kind));
         const bool loaded = object->load(buffer, version);
         (root.*this->member).push_back(std::move(object));
         return loaded;
