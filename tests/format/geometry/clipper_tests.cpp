@@ -96,7 +96,8 @@ TEST(clipper, agrees_with_a_plain_clip_in_double_precision) {
             EXPECT_NEAR(vertex->position.x, 2 * p.x, 1e-5);
             EXPECT_NEAR(vertex->colour.green, p.z, 1e-5);
             EXPECT_NEAR(vertex->uvs[0].y, p.z, 1e-5);
-            if (found.changed && vertex->normal.z != 2) EXPECT_NEAR(vertex->normal.z, 1, 1e-6);
+            // A new corner's normal is of unit length, one that was added stays as it is.
+            EXPECT_TRUE(vertex->normal.z == 2 || (found.changed && std::abs(vertex->normal.z - 1) < 1e-6F));
         }
         EXPECT_NEAR(area(points), area(expected), 1e-4) << run;
     }

@@ -169,8 +169,8 @@ TEST(morph_mesh, sums_its_offsets_by_the_weights_of_the_moment) {
     VECTOR_3 found;
     vertex.get_position(found);
     EXPECT_EQ(found, VECTOR_3(11.0F, 21.0F, 31.0F)) << "before any update, the offset of the file";
-    const std::pair<i32, VECTOR_3> entries[] = {{0, {1, 0, 0}},   {0, {0, 1, 0}},  {1, {0, 0, 1}},
-                                                {2, {9, 9, 9}},   {3, {9, 9, 9}},  {-1, {9, 9, 9}},
+    const std::pair<i32, VECTOR_3> entries[] = {{0, {1, 0, 0}},          {0, {0, 1, 0}}, {1, {0, 0, 1}},
+                                                {2, {9, 9, 9}},          {3, {9, 9, 9}}, {-1, {9, 9, 9}},
                                                 {-2147483647, {9, 9, 9}}};
     for (const auto& [index, offset] : entries) {
         VOR2_TARGET_VERT& target = vertex.target_verts.emplace_back();

@@ -40,6 +40,47 @@ TEST(every_record, survives_copying_clearing_and_loading_again) {
     EXPECT_TRUE(copy.lights.empty() && copy.speedtree_instances.empty() && copy.materials.empty());
 }
 
+/// The fraction at which the box tracks of an array's first object stand.
+f32 box_fraction(const auto& objects) {
+    return objects[0]->box_track->cursor_fraction();
+}
+
+TEST(every_record, follows_the_clock_but_for_some) {
+    VOR2 root;
+    ASSERT_TRUE(load_scene(root, EVERY_RECORD{CURRENT_VERSION, CURRENT_VERSION}.file().data));
+    root.set_time(1);
+    for (const f32 moved :
+         {box_fraction(root.rigids),
+          box_fraction(root.anim_meshes),
+          box_fraction(root.morph_meshes),
+          box_fraction(root.weighted_meshes),
+          box_fraction(root.xref_speedtrees),
+          box_fraction(root.light_instances),
+          box_fraction(root.rigid_instances),
+          box_fraction(root.anim_mesh_instances),
+          box_fraction(root.morph_mesh_instances),
+          box_fraction(root.weighted_mesh_instances),
+          box_fraction(root.bezier_spline_instances),
+          box_fraction(root.helper_instances),
+          box_fraction(root.xref_object_instances),
+          box_fraction(root.speedtree_instances),
+          root.lights[0]->shadow_params.shadow_map_params.state_track_3->cursor_fraction(),
+          static_cast<VOR2_CAMERA_MOTION_BLUR_EFFECT&>(*root.cameras[0]->effects[2]).state_track_5->cursor_fraction(),
+          static_cast<VOR2_SHADER_MATERIAL&>(*root.materials[0]).vector_4_params[1].track->cursor_fraction(),
+          static_cast<VOR2_STANDARD_MATERIAL&>(*root.materials[1]).maps[1]->map_value->cursor_fraction(),
+          root.environment.map->map_value->cursor_fraction(),
+          root.camera_man.camera_track->cursor_fraction(),
+          root.bezier_spline_objects[0]->anim_splines[1].point_tracks[1]->cursor_fraction()}) {
+        EXPECT_EQ(moved, 1);
+    }
+    for (const f32 kept :
+         {box_fraction(root.helpers), box_fraction(root.xref_objects), box_fraction(root.camera_instances),
+          box_fraction(root.lights), box_fraction(root.cameras), box_fraction(root.bezier_spline_objects),
+          root.rigids[0]->extended_properties.float_properties[0].track->cursor_fraction()}) {
+        EXPECT_EQ(kept, 0.25F);
+    }
+}
+
 TEST(every_record, cut_off_anywhere_is_read_in_order_or_refused) {
     const std::vector<u8> bytes = EVERY_RECORD{1.12F, 1.12F, true, 1, true}.file().data;
     u32 loaded = 0;

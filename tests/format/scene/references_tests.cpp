@@ -22,7 +22,8 @@ public:
     [[nodiscard]] TEXT name(const std::string& file) const { return library_name((my_path / file).string()); }
     /// A scene of one helper that refers to other files.
     void write(const std::string& file, std::initializer_list<std::u16string_view> references) const {
-        BYTES bytes = file_of_version(1.16F).chunk(17, BYTES().text(u"h").text(u"").text(u"").words({0, 0, 0, 0, 0, 0, 0}));
+        BYTES bytes =
+            file_of_version(1.16F).chunk(17, BYTES().text(u"h").text(u"").text(u"").words({0, 0, 0, 0, 0, 0, 0}));
         u32 chunk_id = 15;
         for (const std::u16string_view reference : references) {
             bytes.chunk(chunk_id, BYTES().text(reference));
@@ -60,9 +61,9 @@ TEST(references, paths_follow_their_rules) {
         const char16_t *path, *directory, *file;
         bool is_file;
     };
-    for (const CASE& c : {CASE{u"a\\b/c.vr2", u"a\\b/", u"c.vr2", true}, CASE{u"c", u"", u"c", true},
-                          CASE{u"a.b\\c", u"a.b\\c", u"", false}, CASE{u"a\\", u"a\\", u"", false},
-                          CASE{u"", u"", u"", true}}) {
+    for (const CASE& c :
+         {CASE{u"a\\b/c.vr2", u"a\\b/", u"c.vr2", true}, CASE{u"c", u"", u"c", true},
+          CASE{u"a.b\\c", u"a.b\\c", u"", false}, CASE{u"a\\", u"a\\", u"", false}, CASE{u"", u"", u"", true}}) {
         bool is_file = !c.is_file;
         EXPECT_EQ(file_name_of(c.path, is_file), TEXT(c.file));
         EXPECT_EQ(is_file, c.is_file);
