@@ -252,7 +252,7 @@ INSTANTIATE_TEST_SUITE_P(, SharedFiles,
                                          SharedFile{"StepScalingTest.ma", 0, 1, 1, 10, false},
                                          SharedFile{"TranparentCube1.ma", 0, 3, 0, 120, false},
                                          SharedFile{"TwoJointsLogicalParentAnim.ma", 2, 3, 32, 60, false},
-                                         SharedFile{"ZeroParentScaleTestAnim.ma", 3, 1, 30, 120, false}));
+                                         SharedFile{"ZeroParentScaleTestAnim.ma", 3, 1, 30, 120, true}));
 
 } // namespace
 } // namespace headless
