@@ -60,7 +60,8 @@ public:
     Result<void> save_as(const std::string& path);
     /// Through the plug-in translator of that type; an empty type picks a translator or reader by the file.
     Result<void> import_file(const std::string& path, const std::string& type);
-    /// Through the plug-in translator of that type, with the selection as what is exported.
+    /// Through the plug-in translator of that type, with the selection as what is exported. An empty one is refused,
+    /// but for a plug-in's command, which may name what it exports itself.
     Result<void> export_selected(const std::string& path, const std::string& type);
 
     // Scripts. The interpreter is installed by headless/script; without one a line is an error.
@@ -110,6 +111,7 @@ private:
     std::map<std::string, SceneReader, std::less<>> readers_;
     std::map<std::string, SceneWriter, std::less<>> writers_;
     Interpreter mel_, python_;
+    int running_commands_ = 0; ///< of plug-ins, one within the other
     struct Plugin {
         PluginFunction initialize = nullptr, uninitialize = nullptr;
     };

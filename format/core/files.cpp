@@ -68,6 +68,7 @@ bool WRITE_FILE::open(const TEXT& name, bool append) {
     my_block_position = 0;
     i32 error = 0;
     my_handle = platform::open_for_writing(name.view(), append, error);
+    my_name = name;
     if (my_handle == nullptr) return note_failure(error);
     // The block below is the buffer; a second one would only copy every byte again.
     (void)std::setvbuf(my_handle, nullptr, _IONBF, 0);
@@ -87,7 +88,8 @@ bool WRITE_FILE::close() {
     const bool flushed = flush();
     const i32 error = std::fclose(my_handle) == 0 ? 0 : errno;
     my_handle = nullptr;
-    if (error != 0) return note_failure(error);
+    if (error != 0) note_failure(error);
+    platform::note_closed(my_name.view(), flushed && !my_failed);
     return flushed && !my_failed;
 }
 

@@ -57,6 +57,7 @@ private:
     bool note_short_write() noexcept;
 
     std::FILE* my_handle = nullptr;
+    TEXT my_name;
     std::unique_ptr<u8[]> my_block;
     u32 my_held = 0;           ///< bytes in the block
     u32 my_block_position = 0; ///< where in the file the block's first byte belongs

@@ -15,4 +15,8 @@ void print_line(std::string_view line) {
     std::fflush(stdout);
 }
 
+void note_closed(std::u16string_view name, bool whole) {
+    if (output_redirection != nullptr) output_redirection->closed(native_file_name(name), whole);
+}
+
 } // namespace VOR2_LOADER::platform

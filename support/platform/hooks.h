@@ -13,6 +13,8 @@ public:
     virtual ~OUTPUT_REDIRECTION() = default;
     /// Gives the name to open instead, or nothing to refuse the file.
     [[nodiscard]] virtual std::optional<std::string> redirect(const std::string& native_name) = 0;
+    /// Told when such a file is closed, by the name it was asked for; `whole` if every byte reached the system.
+    virtual void closed(const std::string& /*native_name*/, bool /*whole*/) {}
     /// Told of every folder that is to be made; false refuses it.
     [[nodiscard]] virtual bool may_create_directory(const std::string& /*native_name*/) { return true; }
 };

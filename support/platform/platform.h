@@ -36,6 +36,8 @@ void free_pages(void* pages, std::size_t size) noexcept;
 [[nodiscard]] std::FILE* open_for_reading(std::u16string_view name, i32& error);
 /// Windows cuts the name to 8 bits and 260 characters; POSIX takes it whole.
 [[nodiscard]] std::FILE* open_for_writing(std::u16string_view name, bool append, i32& error);
+/// To be called once a file that was opened for writing is closed.
+void note_closed(std::u16string_view name, bool whole);
 
 /// Whether anything stands at that name.
 [[nodiscard]] bool file_exists(std::u16string_view name);
