@@ -68,6 +68,39 @@ TEST_F(ToolTest, an_output_appears_whole_or_not_at_all) {
     EXPECT_EQ(made.st_mode, fresh.st_mode);
 }
 
+TEST_F(ToolTest, a_scene_within_a_scene_is_saved_beside_the_output_and_not_outside) {
+    using namespace VOR2_LOADER;
+    const auto referring = [this](std::u16string_view name) {
+        VOR2 scene = two_nodes();
+        scene.xrefs_15.emplace_back(make_owned<VOR2_XREF<15>>())->file_name = TEXT(name);
+        return scene;
+    };
+    fs::create_directories(path("in/sub"));
+    fs::create_directory(path("out"));
+    save(two_nodes(), "in/sub/nested.vr2");
+    save(referring(u"sub\\nested.vr2"), "in/a.vr2");
+    const Outcome good = run({"upgrade", "in/a.vr2", "out/a.vr2"});
+    EXPECT_EQ(good.exit_code, 0) << good.err;
+    EXPECT_EQ(read("out/a.vr2"), read("in/a.vr2"));
+    EXPECT_TRUE(exists("out/sub/nested.vr2"));
+
+    // Ways out: up, absolute, by a link; and what is refused leaves neither files nor folders.
+    fs::remove_all(path("out"));
+    fs::create_directory(path("out"));
+    fs::create_symlink(path("in"), path("out/link"));
+    const Names before = listing();
+    const std::u16string absolute = u"/tmp/vor2-" + std::u16string(8, u'x') + u"/evil.vr2";
+    for (const std::u16string& name : {std::u16string(u"..\\evil.vr2"), std::u16string(u"new/../../evil.vr2"), absolute,
+                                       std::u16string(u"link\\evil.vr2")}) {
+        save(referring(name), "in/a.vr2");
+        expect_refused({"upgrade", "in/a.vr2", "out/a.vr2"}, "out/a.vr2", "--allow-outside");
+        EXPECT_EQ(listing(), before);
+    }
+    save(referring(u"..\\evil.vr2"), "in/a.vr2");
+    EXPECT_EQ(run({"upgrade", "--allow-outside", "in/a.vr2", "out/a.vr2"}).exit_code, 0);
+    EXPECT_TRUE(exists("evil.vr2"));
+}
+
 TEST_F(ToolTest, results_that_nobody_takes_are_a_problem) {
     save(two_nodes(), "a.vr2");
     const std::string line = std::string(VOR2_TOOL) + " dump '" + path("a.vr2") + "' 2>/dev/null >/dev/full";

@@ -97,7 +97,11 @@ TEST_F(ToolTest, info_shows_each_file_and_goes_past_bad_ones) {
 }
 
 TEST_F(ToolTest, pose_tells_where_nodes_stand_at_a_time) {
-    save(two_nodes(), "a.vr2");
+    VOR2 scene = two_nodes();
+    VOR2_RIGID& box = *scene.rigids.emplace_back(make_owned<VOR2_RIGID>());
+    box.name = TEXT(u"box");
+    box.vertices.emplace_back().position = {1.0F, 2.5F, std::nanf("")};
+    save(scene, "a.vr2");
     const Outcome outcome = run({"pose", "a.vr2", "--time", "0.5", "--json"});
     ASSERT_EQ(outcome.exit_code, 0) << outcome.err;
     const Json pose = Json::parse(outcome.out);
@@ -105,7 +109,8 @@ TEST_F(ToolTest, pose_tells_where_nodes_stand_at_a_time) {
     EXPECT_EQ(pose["nodes"][1]["name"], "hips");
     EXPECT_EQ(pose["nodes"][1]["parent"], 0);
     EXPECT_EQ(pose["nodes"][1]["world_matrix"], Json({1, 0, 0, 1, 0, 1, 0, 2, 0, 0, 1, 0}));
-    for (const std::string meshes : {"rigids", "weighted_meshes", "morph_meshes", "anim_meshes"}) {
+    EXPECT_EQ(pose["rigids"].dump(), R"([{"name":"box","positions":[[1,2.5,"nan"]],"normals":[[0,0,0]]}])");
+    for (const std::string meshes : {"weighted_meshes", "morph_meshes", "anim_meshes"}) {
         EXPECT_EQ(pose[meshes], Json::array()) << meshes;
     }
     EXPECT_EQ(run({"pose", "a.vr2", "--time", "9"}).out, "0\t0\t0\t\"root\"\n4\t8\t0\t\"hips\"\n");

@@ -7,27 +7,17 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <algorithm>
 #include <cstdio>
+#include <map>
 #include <new>
 
 namespace tool {
 namespace {
 
 CLI::Option* add_option(CLI::App& app, const OptionRow& row) {
-    if (row.kind == ValueKind::none) {
-        return app.add_flag_callback(
-            row.names, [&row] { row.set({}); }, row.help);
-    }
-    CLI::Option* option = app.add_option(
-        row.names,
-        [&row](const CLI::results_t& values) {
-            for (const std::string& value : values) {
-                const std::string wrong = row.set(value);
-                if (!wrong.empty()) throw CLI::ValidationError(row.name_list().back(), wrong);
-            }
-            return true;
-        },
-        row.help);
+    if (row.kind == ValueKind::none) return app.add_flag(row.names);
+    CLI::Option* option = app.add_option(row.names, [](const CLI::results_t&) { return true; });
     option->required(row.required);
     // One value for each use: "--node a --node b", so that a value can't swallow what follows it.
     option->type_size(1)->expected(1);
@@ -40,6 +30,16 @@ CLI::Option* add_option(CLI::App& app, const OptionRow& row) {
         }
     }
     return option;
+}
+
+/// Hands the values to the rows in the order in which they were typed.
+void set_values(const CLI::App& app, const std::map<const CLI::Option*, const OptionRow*>& rows) {
+    std::map<const CLI::Option*, std::size_t> taken;
+    for (const CLI::Option* option : app.parse_order()) {
+        const OptionRow& row = *rows.at(option);
+        const std::string wrong = row.set(option->results().at(taken[option]++));
+        if (!wrong.empty()) throw CLI::ValidationError(row.name_list().back(), wrong);
+    }
 }
 
 int refuse_usage(const std::string& verb, const std::string& why) {
@@ -59,9 +59,8 @@ int run_verb(Verb& verb, int argument_count, char** arguments) {
     const Syntax syntax = syntax_of(verb, common);
     CLI::App app;
     app.set_help_flag();
-    bool wants_help = false;
-    app.add_flag("-h,--help", wants_help);
-    for (const OptionRow& row : syntax.rows()) add_option(app, row);
+    std::map<const CLI::Option*, const OptionRow*> rows;
+    for (const OptionRow& row : syntax.rows()) rows.emplace(add_option(app, row), &row);
     std::vector<std::string> words(arguments, arguments + argument_count);
     for (const std::string& word : words) {
         if (word == "--") break;
@@ -70,6 +69,7 @@ int run_verb(Verb& verb, int argument_count, char** arguments) {
     try {
         std::reverse(words.begin(), words.end());
         app.parse(std::move(words));
+        set_values(app, rows);
     } catch (const CLI::ParseError& error) {
         return refuse_usage(std::string(verb.name()), error.what());
     }

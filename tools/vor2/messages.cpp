@@ -8,6 +8,7 @@ namespace tool {
 namespace {
 
 bool quiet_run = false;
+std::size_t problem_count = 0;
 
 void write_line(std::string line) {
     for (char& c : line) {
@@ -30,9 +31,14 @@ bool is_quiet() {
 }
 
 void problem(std::string_view file, std::string_view why) {
+    ++problem_count;
     std::string line = "vor2: ";
     if (!file.empty()) line.append(file).append(": ");
     write_line(line.append(why));
+}
+
+std::size_t problems_told() {
+    return problem_count;
 }
 
 void note(std::string_view text) {

@@ -2,6 +2,7 @@
 
 /// What the tool says beside its results, all on standard error: problems, notes, progress.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,8 @@ bool is_quiet();
 /// One line "vor2: FILE: why". An empty `file` leaves its part out. Line ends and control characters within become
 /// blanks, so that a problem stays one line.
 void problem(std::string_view file, std::string_view why);
+/// How many lines `problem` has told in this process.
+std::size_t problems_told();
 /// A line "vor2: text", unless quiet.
 void note(std::string_view text);
 

@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::size_t most_files = 4096;
 
-/// Where a name leads once all folders and links on its way are followed, whether or not it exists.
+} // namespace
+
 fs::path real_place(const fs::path& name) {
     std::error_code error;
     fs::path place = fs::absolute(name, error);
@@ -39,8 +40,6 @@ std::string why_not_a_target(const fs::path& target) {
     return {};
 }
 
-} // namespace
-
 OutputSet::OutputSet(const std::string& target, bool allow_outside)
     : named_target_(target), target_(real_place(target)), folder_(target_.parent_path()), allow_outside_(allow_outside),
       outer_(VOR2_LOADER::platform::output_redirection) {
@@ -63,10 +62,6 @@ bool OutputSet::ready() {
     const std::string why = named_target_.back() == '/' ? "is no name of a file" : why_not_a_target(target_);
     if (!why.empty()) refuse(named_target_, why);
     return why.empty();
-}
-
-std::string OutputSet::scratch() {
-    return redirect(named_target_).value_or(std::string());
 }
 
 std::optional<std::string> OutputSet::redirect(const std::string& native_name) {
@@ -129,7 +124,9 @@ bool OutputSet::lies_inside(const fs::path& place) const {
 
 bool OutputSet::commit() {
     if (refused_) return false;
-    std::stable_partition(files_.begin(), files_.end(), [this](const File& file) { return file.target != target_; });
+    const auto outermost = std::stable_partition(files_.begin(), files_.end(),
+                                                 [this](const File& file) { return file.target != target_; });
+    if (outermost == files_.end()) return refuse(named_target_, "nothing was written").has_value();
     for (const File& file : files_) {
         const int error = flush_to_disk(file.scratch);
         if (error != 0) return refuse(file.target.string(), error_text(error)).has_value();

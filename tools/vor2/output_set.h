@@ -17,10 +17,14 @@
 
 namespace tool {
 
+/// Where a name leads once all folders and links on its way are followed, whether or not anything stands there.
+std::filesystem::path real_place(const std::filesystem::path& name);
+/// Why no file can be written at that place; nothing when one can.
+std::string why_not_a_target(const std::filesystem::path& target);
+
 class OutputSet : private VOR2_LOADER::platform::OUTPUT_REDIRECTION {
 public:
-    /// `target` is the outermost output as the user named it. With `foreign_writers` it is written by code that
-    /// doesn't ask the library for its files: ask `scratch_of` where.
+    /// `target` is the outermost output as the user named it.
     explicit OutputSet(const std::string& target, bool allow_outside = false);
     ~OutputSet() override;
     OutputSet(const OutputSet&) = delete;
@@ -29,10 +33,8 @@ public:
     /// Whether the target can be written: its folder is there, and it is no folder or device itself. Tells the user
     /// when it can't.
     bool ready();
-    /// The name to write the outermost output under; empty, told to the user, when there can be none.
-    std::string scratch();
-    /// Puts all files into place. False, told to the user, when one couldn't be; earlier ones may then be in place,
-    /// the outermost never.
+    /// Puts all files into place. False, told to the user, when one couldn't be, or when the outermost was never
+    /// written; others may then be in place, the outermost never.
     bool commit();
     /// Whether a file was refused; its reason has been told to the user.
     bool refused() const { return refused_; }

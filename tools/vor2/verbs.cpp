@@ -4,6 +4,9 @@ namespace tool {
 
 VerbList make_verbs() {
     VerbList verbs;
+    verbs.push_back(make_export_verb());
+    verbs.push_back(make_import_verb());
+    verbs.push_back(make_host_verb());
     verbs.push_back(make_info_verb());
     verbs.push_back(make_dump_verb());
     verbs.push_back(make_diff_verb());

@@ -7,6 +7,41 @@ namespace {
 
 using namespace VOR2_LOADER;
 
+void write_triple(VECTOR_3 value, JsonWriter& json) {
+    json.begin_array(true);
+    for (const f32 number : {value.x, value.y, value.z}) json.number(number);
+    json.end_array();
+}
+
+/// A vertex without a value of that sort has (0, 0, 0).
+void write_vertices(std::string_view key, const VOR2_TRI_OBJECT& mesh, void (VOR2_VERT::*get)(VECTOR_3&) const,
+                    JsonWriter& json) {
+    json.key(key);
+    json.begin_array();
+    for (u32 i = 0; i < mesh.vertex_count(); ++i) {
+        VECTOR_3 value(0.0F, 0.0F, 0.0F);
+        (mesh.vertex(i).*get)(value);
+        write_triple(value, json);
+    }
+    json.end_array();
+}
+
+template<class MESH>
+void write_meshes(std::string_view key, const OWNED_ARRAY<MESH>& meshes, JsonWriter& json) {
+    json.key(key);
+    json.begin_array();
+    for (const OWNED<MESH>& mesh : meshes) {
+        if (!mesh) continue;
+        json.begin_object();
+        json.key("name");
+        json.text(mesh->name.view());
+        write_vertices("positions", *mesh, &VOR2_VERT::get_position, json);
+        write_vertices("normals", *mesh, &VOR2_VERT::get_normal, json);
+        json.end_object();
+    }
+    json.end_array();
+}
+
 class PoseVerb final : public Verb {
 public:
     std::string_view name() const override { return "pose"; }
@@ -81,11 +116,10 @@ void PoseVerb::write_json(const VOR2& scene, f32 time, TextOut& out) {
         json.end_object();
     }
     json.end_array();
-    for (const std::string_view meshes : {"rigids", "weighted_meshes", "morph_meshes", "anim_meshes"}) {
-        json.key(meshes);
-        json.begin_array();
-        json.end_array();
-    }
+    write_meshes("rigids", scene.rigids, json);
+    write_meshes("weighted_meshes", scene.weighted_meshes, json);
+    write_meshes("morph_meshes", scene.morph_meshes, json);
+    write_meshes("anim_meshes", scene.anim_meshes, json);
     json.end_object();
     json.finish();
 }

@@ -1,0 +1,191 @@
+#include "tool_test.h"
+
+namespace tool_test {
+namespace {
+
+using Names = std::vector<std::string>;
+namespace fs = std::filesystem;
+
+/// "hips" under a namespace moves along x from 0 to 24 centimetres in frames 0 to 24; "knee" stands 10 centimetres
+/// above it, and "lamp" is a transform with no joints.
+const std::string walk = R"(//Maya ASCII 2016 scene
+requires maya "2016";
+currentUnit -l centimeter -a degree -t film;
+createNode joint -n "biped:hips";
+createNode joint -n "biped:knee" -p "biped:hips";
+    setAttr ".t" -type "double3" 0 10 0;
+createNode transform -n "lamp";
+    setAttr ".t" -type "double3" 0 0 5;
+createNode animCurveTL -n "hips_translateX";
+    setAttr ".tan" 2;
+    setAttr -s 2 ".ktv[0:1]"  0 0 24 24;
+connectAttr "hips_translateX.o" "biped:hips.tx";
+createNode script -n "sceneConfigurationScriptNode";
+    setAttr ".b" -type "string" "playbackOptions -min 0 -max 24 -ast 0 -aet 24 ";
+    setAttr ".st" 6;
+)";
+
+class HostVerbs : public ToolTest {
+protected:
+    HostVerbs() { write("walk.ma", walk); }
+    Json pose(const std::string& file, const std::string& time) {
+        return Json::parse(run({"pose", file, "--time", time, "--json"}).out);
+    }
+    Names node_names(const std::string& file) {
+        Names names;
+        const Json info = Json::parse(run({"info", "--json", file}).out);
+        for (const Json& node : info["nodes"]) names.push_back(node["name"]);
+        return names;
+    }
+};
+
+TEST_F(HostVerbs, export_takes_the_joints_and_its_options_reach_the_command) {
+    Outcome outcome = run({"export", "walk.ma", "-o", "a.vr2"});
+    ASSERT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(node_names("a.vr2"), (Names{"Exporter Inserted Root", "hips", "knee"}));
+    // At half a second the hips have gone 12 centimetres; the knee stands 0.1 metres along what was y.
+    const Json half = pose("a.vr2", "0.5")["nodes"];
+    EXPECT_NEAR(std::abs(half[1]["world_matrix"][3].get<double>()), 0.12, 1e-6);
+    const Json info = Json::parse(run({"info", "--json", "a.vr2"}).out);
+    EXPECT_EQ(info["sample_rate"], 60);
+    EXPECT_EQ(info["time_range"], Json({0, 1}));
+    EXPECT_EQ(info["source"], path("walk.ma"));
+
+    outcome = run({"export", "walk.ma", "-o", "b.vr2", "--node", "lamp", "--node", "biped:hips", "--start", "6",
+                   "--stop", "12", "--sample-at", "24", "--strip-namespace", "off"});
+    ASSERT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_EQ(node_names("b.vr2"), (Names{"Exporter Inserted Root", "lamp", "biped:hips", "biped:knee"}));
+    const Json second = Json::parse(run({"info", "--json", "b.vr2"}).out);
+    EXPECT_EQ(second["sample_rate"], 24);
+    EXPECT_EQ(second["time_range"], Json({0.25, 0.5}));
+}
+
+TEST_F(HostVerbs, an_export_can_be_repeated_to_the_byte) {
+    const Names line{"export", "walk.ma", "-o", "a.vr2", "--user", "anna"};
+    Names stamped = line;
+    stamped.insert(stamped.end(), {"--timestamp", "2016-03-02T04:05:06Z"});
+    ASSERT_EQ(run(stamped).exit_code, 0);
+    const std::string bytes = read("a.vr2");
+    EXPECT_EQ(Json::parse(run({"info", "--json", "a.vr2"}).out)["exported_at"], "02/03/2016,04:05:06");
+    ASSERT_EQ(run(line, {"SOURCE_DATE_EPOCH=1456891506"}).exit_code, 0);
+    EXPECT_EQ(read("a.vr2"), bytes);
+    ASSERT_EQ(run({"upgrade", "a.vr2", "b.vr2"}).exit_code, 0);
+    EXPECT_EQ(read("b.vr2"), bytes);
+    EXPECT_EQ(run({"export", "walk.ma", "-o", "a.vr2", "--timestamp", "2016-13-02T04:05:06Z"}).exit_code, 2);
+    EXPECT_EQ(run(line, {"SOURCE_DATE_EPOCH=soon"}).exit_code, 2);
+}
+
+TEST_F(HostVerbs, what_goes_out_comes_back_as_joints) {
+    ASSERT_EQ(run({"export", "walk.ma", "-o", "a.vr2"}).exit_code, 0);
+    Outcome outcome = run({"import", "a.vr2", "-o", "back.ma", "--time-unit", "ntsc"});
+    ASSERT_EQ(outcome.exit_code, 0) << outcome.err;
+    outcome = run(
+        {"host", "back.ma", "-c", "currentUnit -q -t", "-c", "ls -type \"joint\"", "-c", "playbackOptions -q -max"});
+    ASSERT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_NE(outcome.out.find("ntsc"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("knee"), std::string::npos) << outcome.out;
+    ASSERT_EQ(run({"export", "back.ma", "-o", "again.vr2", "--node", "hips"}).exit_code, 0);
+    // A child stands in its parent as it did.
+    const auto knee = [this](const std::string& file) {
+        return Json::parse(run({"dump", "--json", file}).out)["matrix_hierarchy"]["nodes"][2];
+    };
+    const Json first = knee("a.vr2"), second = knee("again.vr2");
+    EXPECT_EQ(second["name"], "knee");
+    for (int i = 0; i < 3; ++i) {
+        const double there = first["position_track"]["key_values"][0][i],
+                     back = second["position_track"]["key_values"][0][i];
+        EXPECT_NEAR(there, back, 1e-6) << i;
+    }
+}
+
+TEST_F(HostVerbs, host_runs_lines_in_order_and_stops_at_the_first_that_fails) {
+    Outcome outcome =
+        run({"host", "walk.ma", "-c", "VOR2Export -f \"out.vr2\" -sAt 30 -enl \"biped:hips\" -enl \"lamp\""});
+    ASSERT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_EQ(node_names("out.vr2"), (Names{"Exporter Inserted Root", "hips", "knee", "lamp"}));
+
+    write("move.mel", "setAttr \"lamp.tx\" 7;\nsetAttr \"lamp.ty\" 8;\n");
+    outcome = run({"host", "walk.ma", "-c", "setAttr \"lamp.tx\" 1", "--script", "move.mel", "-c",
+                   "getAttr \"lamp.tx\"", "--save", "moved.ma"});
+    EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_NE(outcome.out.find('7'), std::string::npos) << outcome.out;
+    EXPECT_TRUE(exists("moved.ma"));
+
+    outcome = run({"host", "walk.ma", "-c", "currentTime 3", "-c", "nonsense", "-c",
+                   "VOR2Export -f \"no.vr2\" -enl lamp", "--save", "no.ma"});
+    EXPECT_EQ(outcome.exit_code, 1);
+    EXPECT_EQ(outcome.problems().size(), 1U) << outcome.err;
+    EXPECT_TRUE(outcome.err.starts_with("vor2: line 2: ")) << outcome.err;
+    write("bad.mel", "setAttr \"lamp.tx\" 7;\nsetAttr \"lantern.tx\" 7;\n");
+    outcome = run({"host", "walk.ma", "--script", "bad.mel"});
+    EXPECT_EQ(outcome.exit_code, 1);
+    EXPECT_TRUE(outcome.err.starts_with("vor2: bad.mel: line 2")) << outcome.err;
+    // The command reports success whatever became of the file; what it showed tells.
+    EXPECT_EQ(run({"host", "walk.ma", "-c", "VOR2Export -f \"none/out.vr2\" -enl lamp"}).exit_code, 1);
+    EXPECT_EQ(run({"host", "walk.ma", "-c", "VOR2Export -f \"nothing.vr2\""}).exit_code, 1);
+    EXPECT_EQ(listing(), (Names{"bad.mel", "move.mel", "moved.ma", "out.vr2", "walk.ma"}));
+}
+
+TEST_F(HostVerbs, a_bad_scene_is_one_line_and_leaves_nothing) {
+    write("syntax.ma", "//Maya ASCII 2016 scene\ncreateNode joint -n \"a;\n");
+    write("empty.ma", "//Maya ASCII 2016 scene\nrequires maya \"2016\";\n");
+    write("frames.bvh",
+          "HIERARCHY ROOT a { OFFSET 0 0 0 CHANNELS 1 Xposition End Site { OFFSET 0 1 0 } } MOTION Frames: 2 "
+          "Frame Time: 0.1\n1\n");
+    write("kept.vr2", "kept");
+    const Names before = listing();
+    expect_refused({"export", "missing.ma", "-o", "kept.vr2"}, "missing.ma", "");
+    expect_refused({"export", "syntax.ma", "-o", "kept.vr2"}, "syntax.ma", "line 2, column ");
+    expect_refused({"export", "empty.ma", "-o", "kept.vr2"}, "empty.ma", "nothing to export");
+    expect_refused({"export", "frames.bvh", "-o", "kept.vr2"}, "frames.bvh", "line ");
+    expect_refused({"export", "walk.ma", "-o", "kept.vr2", "--node", "tail"}, "walk.ma", "tail");
+    expect_refused({"export", "walk.ma", "-o", "none/out.vr2"}, "none/out.vr2", "doesn't exist");
+    expect_refused({"export", "walk.ma", "-o", "a.vr2", "--time-unit", "moons"}, "walk.ma", "moons");
+    expect_refused({"import", "kept.vr2", "-o", "out.ma"}, "kept.vr2", "");
+    expect_refused({"import", "missing.vr2", "-o", "out.ma"}, "missing.vr2", "");
+    EXPECT_EQ(listing(), before);
+    EXPECT_EQ(read("kept.vr2"), "kept");
+    for (const Names& usage :
+         {Names{"export", "walk.ma"}, Names{"export", "walk.ma", "-o", "a.ma"},
+          Names{"export", "walk.ma", "walk.ma", "-o", "a.vr2"}, Names{"export", "walk.ma", "sub/walk.bvh", "-d", "."},
+          Names{"export", "walk.ma", "-o", "a.vr2", "--rotate-180", "maybe"}}) {
+        EXPECT_EQ(run(usage).exit_code, 2) << usage.back();
+    }
+}
+
+TEST_F(HostVerbs, many_scenes_go_out_at_once_past_a_bad_one) {
+    fs::create_directory(path("out"));
+    for (const std::string name : {"b", "c", "d"}) write(name + ".ma", walk);
+    write("c.ma", "createNode ;;; {");
+    const Outcome outcome = run({"export", "-j", "2", "b.ma", "c.ma", "d.ma", "--output-dir", "out"});
+    EXPECT_EQ(outcome.exit_code, 1);
+    ASSERT_EQ(outcome.problems().size(), 2U) << outcome.err;
+    EXPECT_TRUE(outcome.problems()[0].starts_with("vor2: c.ma: ")) << outcome.err;
+    EXPECT_EQ(outcome.problems()[1], "vor2: 3 files, 1 failed");
+    EXPECT_TRUE(exists("out/b.vr2") && exists("out/d.vr2") && !exists("out/c.vr2"));
+}
+
+TEST_F(HostVerbs, real_scenes_go_the_whole_way) {
+    std::error_code ignored;
+    int scenes = 0;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(VOR2_SHARED_DATA, ignored)) {
+        const std::string ending = entry.path().extension();
+        if (ending != ".ma" && ending != ".bvh") continue;
+        ++scenes;
+        const std::string scene = entry.path().string();
+        SCOPED_TRACE(scene);
+        const Outcome exported = run({"export", scene, "-o", "a.vr2", "--quiet"});
+        ASSERT_EQ(exported.exit_code, 0) << exported.err;
+        EXPECT_EQ(run({"info", "a.vr2"}).exit_code, 0);
+        EXPECT_EQ(run({"import", "a.vr2", "-o", "back.ma", "--quiet"}).exit_code, 0);
+        EXPECT_EQ(run({"host", "back.ma", "-c", "ls -type joint"}).exit_code, 0);
+        ASSERT_EQ(run({"upgrade", "a.vr2", "b.vr2"}).exit_code, 0);
+        EXPECT_EQ(read("b.vr2"), read("a.vr2"));
+        EXPECT_TRUE(Json::accept(run({"dump", "--json", "a.vr2"}).out));
+    }
+    if (scenes == 0) GTEST_SKIP() << "no scenes in " VOR2_SHARED_DATA;
+}
+
+} // namespace
+} // namespace tool_test

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "headless/graph/scene.h"
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// What is exported of a scene when nobody says: the top-level nodes that are joints or have joints below them, or, in
+/// a scene without joints, all top-level transforms but the ones that every scene has. Full paths, in the scene's
+/// order.
+std::vector<std::string> default_nodes(const headless::Scene& scene);
+
+} // namespace tool

@@ -1,0 +1,61 @@
+#include "tools/vor2/line_outputs.h"
+
+#include "tools/vor2/messages.h"
+#include "tools/vor2/output_set.h"
+#include "tools/vor2/system.h"
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace tool {
+
+LineOutputs::LineOutputs() : outer_(VOR2_LOADER::platform::output_redirection) {
+    VOR2_LOADER::platform::output_redirection = this;
+}
+
+LineOutputs::~LineOutputs() {
+    VOR2_LOADER::platform::output_redirection = outer_;
+    for (const auto& [name, scratch] : scratch_of_) {
+        std::error_code ignored;
+        fs::remove(scratch, ignored);
+        keep_if_interrupted(scratch);
+    }
+}
+
+std::optional<std::string> LineOutputs::redirect(const std::string& native_name) {
+    const fs::path target = real_place(native_name);
+    std::string why = why_not_a_target(target);
+    if (why.empty() && !scratch_of_.contains(native_name)) {
+        int error = 0;
+        std::string scratch = make_scratch_file(target.parent_path().string(), error);
+        if (!scratch.empty()) {
+            remove_if_interrupted(scratch);
+            return scratch_of_[native_name] = std::move(scratch);
+        }
+        why = error_text(error);
+    }
+    ++failures_;
+    problem(native_name, why.empty() ? "is being written already" : why);
+    return std::nullopt;
+}
+
+void LineOutputs::closed(const std::string& native_name, bool whole) {
+    const auto file = scratch_of_.find(native_name);
+    if (file == scratch_of_.end()) return;
+    const std::string scratch = file->second;
+    scratch_of_.erase(file);
+    int error = whole ? flush_to_disk(scratch) : 0;
+    std::error_code renamed;
+    if (whole && error == 0) {
+        fs::rename(scratch, real_place(native_name), renamed);
+        error = renamed.value();
+    }
+    if (!whole || error != 0) fs::remove(scratch, renamed);
+    keep_if_interrupted(scratch);
+    if (error == 0) return;
+    ++failures_;
+    problem(native_name, error_text(error));
+}
+
+} // namespace tool

@@ -1,0 +1,132 @@
+#include "tools/vor2/default_nodes.h"
+#include "tools/vor2/host_session.h"
+#include "tools/vor2/jobs.h"
+#include "tools/vor2/json_writer.h"
+#include "tools/vor2/messages.h"
+#include "tools/vor2/output_names.h"
+#include "tools/vor2/output_set.h"
+#include "tools/vor2/progress.h"
+#include "tools/vor2/verb.h"
+
+namespace tool {
+namespace {
+
+/// The plug-in puts the name between double quotes of a Python line as it stands; spelled like this, Python reads
+/// back the very name.
+std::string python_spelling(const std::string& name) {
+    std::string out;
+    for (const char c : name) {
+        if (c == '"' || c == '\\') out += '\\';
+        out += c == '\n' ? std::string("\\n") : std::string(1, c);
+    }
+    return out;
+}
+
+class ExportVerb final : public Verb {
+public:
+    std::string_view name() const override { return "export"; }
+    std::string_view summary() const override { return "export scenes through the plug-in to .vr2 files"; }
+    std::string_view description() const override {
+        return "Opens each scene (.ma or .bvh) in the embedded host and runs VOR2Export there. The options that have a "
+               "flag of that command mean what the flag means, and one that isn't given leaves its default: the "
+               "playback range, 60 samples a second, namespaces stripped.\n\n"
+               "Without --node the top-level nodes that hold the scene's joints are exported, or all top-level "
+               "transforms in a scene without joints. Frames count in the scene's time unit, or in --time-unit.";
+    }
+    std::vector<std::string> examples() const override {
+        return {"vor2 export walk.ma -o walk.vr2 --sample-at 30", "vor2 export shots/*.ma --output-dir out --jobs 4",
+                "vor2 export hall.ma -o hall.vr2 --node hips --node prop --start 1 --stop 48"};
+    }
+    void describe(Syntax& syntax) override {
+        syntax.required_files("SCENE", "SCENE", "the scenes to export", scenes_);
+        outputs_.describe(syntax);
+        syntax.texts("--node", "NAME", "a node to export with all below it", nodes_);
+        syntax.number("--start", "FRAME", "the first frame", start_);
+        syntax.number("--stop", "FRAME", "the last frame", stop_);
+        syntax.number("--sample-at", "RATE", "samples a second", sample_at_);
+        syntax.choice("--strip-namespace", {"on", "off"}, "cut namespaces from node names", strip_namespace_);
+        syntax.choice("--rotate-180", {"on", "off"}, "which way top-level nodes face; off turns them half around",
+                      rotate_180_);
+        syntax.choice("--update-view", {"on", "off"}, "move the clock through the view", update_view_);
+        syntax.text("--use-node-origin", "NAME", "the node whose position is the origin of the export", origin_);
+        syntax.text("--time-unit", "UNIT",
+                    "film, pal, ntsc, game, show, palf, ntscf, 120fps ... in place of the scene's", time_unit_);
+        syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
+        repeat_.describe(syntax);
+        syntax.jobs(jobs_);
+    }
+    std::string check() const override {
+        if (sample_at_ && !(*sample_at_ > 0)) return "--sample-at: the rate must be above 0";
+        if (bvh_unit_ && !(*bvh_unit_ > 0)) return "--bvh-unit: the unit must be above 0";
+        const std::string wrong = outputs_.check(scenes_);
+        return wrong.empty() ? repeat_.check() : wrong;
+    }
+    int run() override {
+        repeat_.apply();
+        return run_for_each(scenes_, jobs_, "exporting", [this](std::size_t index) { return export_one(index); });
+    }
+
+private:
+    int export_one(std::size_t index) const {
+        const std::string& scene = scenes_[index];
+        const Progress progress(scenes_.size() == 1 ? "exporting " + scene : std::string());
+        const std::string output = outputs_.name_for(scene);
+        OutputSet outputs(output);
+        if (!outputs.ready()) return exit_refused;
+        HostSession host(scene);
+        if (!host.is_equipped() || !host.open(scene, bvh_unit_)) return exit_refused;
+        if (!time_unit_.empty() && !host.set_time_unit(time_unit_)) return exit_refused;
+        const std::vector<std::string> nodes = nodes_.empty() ? default_nodes(host.session().scene()) : nodes_;
+        if (!are_there(host.session().scene(), scene, nodes)) return exit_refused;
+        const bool exported = host.run("VOR2Export", arguments(output, nodes));
+        return exported && outputs.commit() ? exit_done : exit_refused;
+    }
+
+    /// Whether the scene holds each node, told to the user where it doesn't.
+    bool are_there(const headless::Scene& scene, const std::string& file, const std::vector<std::string>& nodes) const {
+        bool all = true;
+        std::vector<std::string> names = nodes;
+        if (!origin_.empty()) names.push_back(origin_);
+        for (const std::string& name : names) {
+            const auto found = scene.resolve(name);
+            if (found && !found->empty()) continue;
+            problem(file, found ? "no node '" + name + "'" : found.error().message);
+            all = false;
+        }
+        if (nodes.empty()) problem(file, "there is nothing to export: no joints and no transforms");
+        return all && !nodes.empty();
+    }
+
+    std::vector<std::string> arguments(const std::string& output, const std::vector<std::string>& nodes) const {
+        std::vector<std::string> words{"-filename", python_spelling(output)};
+        const std::pair<const char*, const std::optional<double>*> numbers[] = {
+            {"-start", &start_}, {"-stop", &stop_}, {"-sampleAt", &sample_at_}};
+        for (const auto& [flag, number] : numbers) {
+            if (*number) words.insert(words.end(), {flag, shortest(**number)});
+        }
+        const std::pair<const char*, const std::string*> texts[] = {{"-stripNamespace", &strip_namespace_},
+                                                                    {"-rotate180", &rotate_180_},
+                                                                    {"-updateView", &update_view_},
+                                                                    {"-useNodeOrigin", &origin_}};
+        for (const auto& [flag, value] : texts) {
+            if (!value->empty()) words.insert(words.end(), {flag, *value});
+        }
+        for (const std::string& node : nodes) words.insert(words.end(), {"-exportNodeList", node});
+        return words;
+    }
+
+    std::vector<std::string> scenes_, nodes_;
+    OutputNames outputs_{".vr2"};
+    std::optional<double> start_, stop_, sample_at_, bvh_unit_;
+    std::string strip_namespace_, rotate_180_, update_view_, origin_, time_unit_;
+    RepeatOptions repeat_;
+    unsigned jobs_ = 0;
+};
+
+} // namespace
+
+std::unique_ptr<Verb> make_export_verb() {
+    return std::make_unique<ExportVerb>();
+}
+
+} // namespace tool
