@@ -16,5 +16,7 @@ configure_package_config_file(cmake/Vor2Config.cmake.in "${CMAKE_BINARY_DIR}/Vor
 write_basic_package_version_file("${CMAKE_BINARY_DIR}/Vor2ConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${CMAKE_BINARY_DIR}/Vor2Config.cmake" "${CMAKE_BINARY_DIR}/Vor2ConfigVersion.cmake"
         DESTINATION "${VOR2_PACKAGE_DIR}")
+# Found from where the file lies, so that the installed tree can be moved.
+file(RELATIVE_PATH VOR2_PREFIX_FROM_PC "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file(cmake/vor2.pc.in "${CMAKE_BINARY_DIR}/vor2.pc" @ONLY)
 install(FILES "${CMAKE_BINARY_DIR}/vor2.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
