@@ -48,7 +48,7 @@ int refuse_usage(const std::string& verb, const std::string& why) {
 }
 
 int print(const std::string& text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    (void)std::fwrite(text.data(), 1, text.size(), stdout);
     const bool printed = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
     if (!printed) problem("standard output", "couldn't be written");
     return printed ? exit_done : exit_refused;

@@ -45,7 +45,7 @@ std::string right(const std::string& text, std::size_t width) {
 std::string rounded(double number, int decimals) {
     if (!std::isfinite(number)) return shortest(number);
     char text[400];
-    std::snprintf(text, sizeof text, "%.*f", decimals, number);
+    (void)std::snprintf(text, sizeof text, "%.*f", decimals, number);
     std::string trimmed = text;
     if (decimals > 0) trimmed.erase(trimmed.find_last_not_of('0') + 1);
     if (trimmed.back() == '.') trimmed.pop_back();
@@ -60,7 +60,7 @@ std::string readable_time(const std::string& exported_at) {
         return exported_at;
     }
     char text[80];
-    std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u UTC", year, month, day, hour, minute, second);
+    (void)std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u UTC", year, month, day, hour, minute, second);
     return text;
 }
 

@@ -13,7 +13,7 @@ namespace tool {
 namespace {
 
 struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const { (void)std::fclose(file); }
 };
 using ScratchStream = std::unique_ptr<std::FILE, CloseFile>;
 
@@ -26,9 +26,10 @@ struct Report {
 
 void copy_out(std::FILE* from, std::FILE* to) {
     char block[1 << 14];
-    std::rewind(from);
-    for (std::size_t size = 0; (size = std::fread(block, 1, sizeof block, from)) > 0;) std::fwrite(block, 1, size, to);
-    std::fflush(to);
+    if (std::fseek(from, 0, SEEK_SET) != 0) return;
+    for (std::size_t size = 0; (size = std::fread(block, 1, sizeof block, from)) > 0;)
+        (void)std::fwrite(block, 1, size, to);
+    (void)std::fflush(to);
 }
 
 class WorkerPool {
@@ -78,7 +79,7 @@ private:
         if (end.exit_code < 0) {
             const std::string line = "vor2: " + files_[worker->second] + ": the work on it was ended by signal " +
                                      std::to_string(end.signal) + "\n";
-            std::fputs(line.c_str(), report.errors.get());
+            (void)std::fputs(line.c_str(), report.errors.get());
             report.exit_code = exit_refused;
         }
         running_.erase(worker);

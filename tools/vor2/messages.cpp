@@ -17,7 +17,7 @@ void write_line(std::string line) {
     while (!line.empty() && line.back() == ' ') line.pop_back();
     line += '\n';
     Progress::clear_line();
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    (void)std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 } // namespace

@@ -32,7 +32,7 @@ Progress::~Progress() {
 }
 
 void Progress::clear_line() {
-    if (line_is_drawn.exchange(false)) std::fputs("\r\x1b[K", stderr);
+    if (line_is_drawn.exchange(false)) (void)std::fputs("\r\x1b[K", stderr);
 }
 
 void Progress::forget_line() {
@@ -63,8 +63,8 @@ void Progress::draw(std::chrono::steady_clock::duration elapsed) {
     }
     line += std::to_string(tenths / 10) + " s";
     line_is_drawn = true;
-    std::fwrite(line.data(), 1, line.size(), stderr);
-    std::fflush(stderr);
+    (void)std::fwrite(line.data(), 1, line.size(), stderr);
+    (void)std::fflush(stderr);
 }
 
 } // namespace tool

@@ -24,8 +24,8 @@ void remove_watched_files(int signal) {
         const char* name = path.load();
         if (name != nullptr) unlink(name);
     }
-    ::signal(signal, SIG_DFL);
-    raise(signal);
+    (void)::signal(signal, SIG_DFL);
+    (void)raise(signal);
 }
 
 void keep_number_taken(int number, int flags) {
@@ -42,12 +42,12 @@ void prepare_process() {
     keep_number_taken(STDIN_FILENO, O_WRONLY);
     keep_number_taken(STDOUT_FILENO, O_RDONLY);
     keep_number_taken(STDERR_FILENO, O_RDONLY);
-    ::signal(SIGPIPE, SIG_IGN);
-    ::signal(SIGXFSZ, SIG_IGN);
+    (void)::signal(SIGPIPE, SIG_IGN);
+    (void)::signal(SIGXFSZ, SIG_IGN);
     for (const int ending : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction before {};
         if (sigaction(ending, nullptr, &before) == 0 && before.sa_handler == SIG_DFL) {
-            ::signal(ending, remove_watched_files);
+            (void)::signal(ending, remove_watched_files);
         }
     }
 }
@@ -89,7 +89,7 @@ std::string make_scratch_file(const std::string& folder, int& error) {
     static std::random_device chance;
     for (int attempt = 0; attempt < 64; ++attempt) {
         char name[32];
-        std::snprintf(name, sizeof name, "/.vor2-%08x.tmp", chance());
+        (void)std::snprintf(name, sizeof name, "/.vor2-%08x.tmp", chance());
         std::string path = (folder.empty() ? std::string(".") : folder) + name;
         const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (file >= 0) {
@@ -116,7 +116,7 @@ bool may_write_in(const std::string& folder) {
 }
 
 long start_worker(std::FILE* output, std::FILE* errors, const std::function<int()>& work) {
-    std::fflush(nullptr);
+    (void)std::fflush(nullptr);
     const pid_t child = fork();
     if (child != 0) return child;
     const int empty = open("/dev/null", O_RDONLY | O_CLOEXEC);
@@ -124,7 +124,7 @@ long start_worker(std::FILE* output, std::FILE* errors, const std::function<int(
     dup2(fileno(output), STDOUT_FILENO);
     dup2(fileno(errors), STDERR_FILENO);
     const int code = work();
-    std::fflush(nullptr);
+    (void)std::fflush(nullptr);
     _exit(code);
 }
 
