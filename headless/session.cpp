@@ -3,6 +3,7 @@
 #include "headless/animation/animation.h"
 #include "headless/api/translators.h"
 #include "headless/files/formats.h"
+#include "headless/geometry/geometry.h"
 #include "headless/script/interpreter.h"
 
 #include <algorithm>
@@ -59,6 +60,7 @@ std::string CommandResult::text() const {
 
 Session::Session() : sink_(print) {
     register_animation();
+    register_geometry();
     register_file_formats(*this);
     install_interpreters(*this);
     scene_ = std::make_unique<Scene>();

@@ -5,6 +5,7 @@
 
 #include <maya/MArgList.h>
 #include <maya/MDagPath.h>
+#include <maya/MFnMesh.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 #include <maya/MPxCommand.h>
@@ -14,6 +15,7 @@
 
 namespace headless {
 
+struct Mesh;
 struct SyntaxTable;
 
 /// Between the public API's objects and the graph's.
@@ -38,6 +40,9 @@ struct Access {
     static DagPath path(const MDagPath& path);
     static MDagPath path(const DagPath& path);
     static Node* node(const MDagPath& path) { return scene().find(leaf(path)); }
+
+    /// What a function set of a mesh works on; null when its node is gone. What its history couldn't do is told once.
+    static const Mesh* mesh(const MFnMesh& functions);
 
     static Plug plug(const MPlug& plug); ///< null when the node is gone
     static MPlug plug(const Plug& plug);

@@ -283,6 +283,7 @@ Result<void> write_attributes(MaText& out, const Node& node) {
     }
     if (Result<void> done = ValueWriter(out, node).write(); !done) return done;
     if (Result<void> done = write_keys(out, node); !done) return done;
+    if (Result<void> done = write_mesh(out, node); !done) return done;
     write_marks(out, node);
     return {};
 }

@@ -19,4 +19,7 @@ std::string file_path(const Plug& plug);
 /// The keys of an animation curve with their tangents; nothing for another node.
 Result<void> write_keys(MaText& out, const Node& node);
 
+/// The points, edges, faces, UVs and colours of a mesh; nothing for another node.
+Result<void> write_mesh(MaText& out, const Node& node);
+
 } // namespace headless

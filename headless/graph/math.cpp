@@ -80,6 +80,14 @@ double combine(const Minors& s, const Minors& c) {
 
 } // namespace
 
+Matrix transposed(const Matrix& a) {
+    Matrix out;
+    for (int r = 0; r < 4; ++r) {
+        for (int c = 0; c < 4; ++c) out.m[r][c] = a.m[c][r];
+    }
+    return out;
+}
+
 double determinant(const Matrix& a) {
     return combine(Minors(a.m[0], a.m[1]), Minors(a.m[2], a.m[3]));
 }

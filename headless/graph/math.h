@@ -49,6 +49,7 @@ struct Matrix {
 };
 
 Matrix operator*(const Matrix& a, const Matrix& b);
+Matrix transposed(const Matrix& a);
 double determinant(const Matrix& a);
 /// The inverse; of a singular matrix, the identity.
 Matrix inverse(const Matrix& a);

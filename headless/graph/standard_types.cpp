@@ -87,7 +87,6 @@ void add_transforms(NodeTypes& types) {
 void add_shapes(NodeTypes& types) {
     types.add("shape", "dagNode", MFn::kShape);
     types.add("locator", "shape", MFn::kLocator).add_vector("localScale", "los", number, 1.0);
-    types.add("mesh", "shape", MFn::kMesh);
     types.add("nurbsCurve", "shape", MFn::kNurbsCurve);
     types.add("nurbsSurface", "shape", MFn::kNurbsSurface);
     types.add("lattice", "shape", MFn::kLattice);
@@ -204,6 +203,7 @@ void add_standard_types(NodeTypes& types) {
     add_dag_node(types);
     add_transforms(types);
     add_shapes(types);
+    add_mesh_types(types);
     add_shading(types);
     add_scene_furniture(types);
     add_animation_types(types);

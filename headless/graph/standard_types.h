@@ -9,5 +9,6 @@ namespace headless {
 /// default nodes. Attributes of theirs that no evaluation reads come to a node when a file sets them.
 void add_standard_types(NodeTypes& types);
 void add_animation_types(NodeTypes& types);
+void add_mesh_types(NodeTypes& types);
 
 } // namespace headless

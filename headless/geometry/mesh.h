@@ -1,0 +1,103 @@
+#pragma once
+
+#include "headless/graph/math.h"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace headless {
+
+struct Float2 {
+    float u = 0.0f, v = 0.0f;
+    bool operator==(const Float2&) const = default;
+};
+struct Float3 {
+    float x = 0.0f, y = 0.0f, z = 0.0f;
+    bool operator==(const Float3&) const = default;
+};
+struct Float4 {
+    float r = 0.0f, g = 0.0f, b = 0.0f, a = 1.0f;
+    bool operator==(const Float4&) const = default;
+};
+
+inline Vector3 wide(const Float3& p) {
+    return {p.x, p.y, p.z};
+}
+inline Float3 narrow(const Vector3& p) {
+    return {static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)};
+}
+
+struct MeshEdge {
+    int from = 0, to = 0;
+    bool smooth = true;
+};
+
+/// Values that corners of faces share by index: one list of values, and for each corner of the mesh which of them
+/// it has, or -1 for none. `of_corner` is as long as the mesh has corners.
+template<typename T>
+struct CornerValues {
+    int index = 0; ///< of the set among the attribute's elements
+    std::string name;
+    std::vector<T> values;
+    std::vector<int> of_corner;
+};
+using UvSet = CornerValues<Float2>;
+using ColourSet = CornerValues<Float4>;
+
+/// Holes of a face: how many of its corners, behind those of its outline, each hole takes.
+struct FaceHoles {
+    std::size_t face = 0;
+    std::vector<std::size_t> lengths;
+};
+
+/// A polygon mesh, in centimetres and single precision as the host keeps it. Whoever makes one sees to it that its
+/// indices are good: users check none. Faces list their corners counter-clockwise as seen from outside; a face that
+/// couldn't be made sense of has no corners, so that the others keep their numbers.
+struct Mesh {
+    std::vector<Float3> points;
+    std::vector<MeshEdge> edges;
+    std::vector<std::size_t> face_start{0}; ///< first corner of each face, and one past the last
+    std::vector<int> corner_vertex;
+    std::vector<FaceHoles> holes; ///< ascending by face
+    std::vector<UvSet> uv_sets;
+    std::vector<ColourSet> colour_sets;
+    std::size_t current_uv_set = 0, current_colour_set = 0;
+    /// Normals that were set by hand, by corner; empty when there are none. A corner without one has all three beyond
+    /// any unit vector (see `is_set_normal`).
+    std::vector<Float3> corner_normals;
+    std::vector<std::string> notes; ///< what couldn't be made sense of, in words for the user
+
+    std::size_t face_count() const { return face_start.size() - 1; }
+    std::size_t corner_count(std::size_t face) const { return face_start[face + 1] - face_start[face]; }
+    std::span<const int> vertices_of(std::size_t face) const {
+        return std::span(corner_vertex).subspan(face_start[face], corner_count(face));
+    }
+    const FaceHoles* holes_of(std::size_t face) const;
+
+    void add_face(std::span<const int> vertices) {
+        corner_vertex.insert(corner_vertex.end(), vertices.begin(), vertices.end());
+        face_start.push_back(corner_vertex.size());
+    }
+    /// Makes the edges that the faces go along, in the order in which faces first meet them; those where faces meet at
+    /// more than 30 degrees are hard.
+    void make_edges();
+};
+
+inline bool is_set_normal(const Float3& n) {
+    return !(n.x > 1e10f && n.y > 1e10f && n.z > 1e10f);
+}
+
+/// A direction in unit length; (0, 1, 0) for one of no length.
+Float3 unit_or_up(const Vector3& direction);
+
+/// One normal a vertex, of unit length: where normals were set by hand, the mean of those of its corners; else the
+/// mean of its faces' normals, each weighted by the face's area and its angle at the vertex. (0, 1, 0) where neither
+/// gives a direction. What isn't finite in points or set normals shows in the result.
+std::vector<Float3> vertex_normals(const Mesh& mesh);
+
+/// The area vector of a face: along its normal, and twice its area long. Holes take away from it.
+Vector3 area_vector(const Mesh& mesh, std::size_t face);
+
+} // namespace headless

@@ -1,0 +1,205 @@
+#include "headless/geometry/mesh_history.h"
+
+#include "headless/geometry/mesh_data.h"
+#include "headless/geometry/modifiers.h"
+#include "headless/geometry/primitives.h"
+
+#include <algorithm>
+
+namespace headless {
+namespace {
+
+// A node of a history, and which of its outputs the next one takes.
+struct Step {
+    Node* node;
+    int output = 0;
+};
+
+bool is_deformer(const Node& node) {
+    static constexpr std::string_view types[] = {
+        "skinCluster", "blendShape", "tweak",  "cluster", "ffd",        "softMod",         "wire",       "wrap",
+        "deltaMush",   "nonLinear",  "sculpt", "jiggle",  "shrinkWrap", "textureDeformer", "boneLattice"};
+    return std::ranges::find(types, node.type().name()) != std::end(types);
+}
+
+// Nodes that hand a mesh on as it is: those that mark groups, and those that change no more than shading.
+bool passes_on(const Node& node) {
+    static constexpr std::string_view types[] = {"groupParts",     "polySoftEdge", "polyNormalPerVertex",
+                                                 "createColorSet", "polyTweakUV",  "polyMapCut"};
+    return std::ranges::find(types, node.type().name()) != std::end(types);
+}
+
+// What feeds a node's mesh: the names under which the kinds of nodes have their input.
+Plug input_of(const Step& step) {
+    const Node& node = *step.node;
+    const std::string element = "ip[" + std::to_string(step.output) + "].ig";
+    for (const std::string& name :
+         {std::string("i"), element, std::string("ip"), std::string("ig"), std::string("im")}) {
+        if (name == "i" && !node.type().derives_from("mesh")) continue;
+        const Plug plug = node.find_plug(name);
+        if (const Plug source = plug ? node.source_of(plug.key) : Plug()) return source;
+    }
+    return {};
+}
+
+// From the node itself to the far end; false when it has no end within reach.
+bool history_of(Node& node, std::vector<Step>& out) {
+    out.push_back({&node, 0});
+    while (const Plug source = input_of(out.back())) {
+        if (out.size() == max_history) return false;
+        out.push_back({source.node, source.key.depth > 0 ? source.key.index[0] : 0});
+    }
+    return true;
+}
+
+class Evaluation {
+public:
+    explicit Evaluation(Scene& scene) : scene_(scene) {}
+
+    Mesh run(const std::vector<Step>& steps) {
+        begin(*steps.back().node);
+        for (auto step = steps.rbegin() + 1; step != steps.rend(); ++step) apply(*step->node);
+        return std::move(mesh_);
+    }
+
+private:
+    double number(const Node& node, const char* name) const { return scene_.evaluate(node.find_plug(name)).number(); }
+    std::int64_t count(const Node& node, const char* name) const {
+        return scene_.evaluate(node.find_plug(name)).integer();
+    }
+
+    void not_evaluated(const Node& node) {
+        mesh_.notes.push_back("'" + node.name() + "' (" + node.type().name() + ") in its history isn't evaluated");
+    }
+
+    void begin(const Node& node) {
+        if (const MeshData* data = MeshData::of(node)) {
+            mesh_ = build_mesh(node, *data);
+            return;
+        }
+        if (!create(node)) {
+            not_evaluated(node);
+            return;
+        }
+        turn_axis(mesh_, scene_.evaluate(node.find_plug("ax")).vector());
+    }
+
+    bool create(const Node& node) {
+        const std::string& type = node.type().name();
+        if (!node.type().derives_from("polyCreator")) return false;
+        const bool uvs = count(node, "cuv") > 0;
+        if (type == "polyCube") {
+            mesh_ = make_cube({number(node, "w"), number(node, "h"), number(node, "d"), count(node, "sw"),
+                               count(node, "sh"), count(node, "sd")},
+                              uvs);
+        } else if (type == "polyPlane") {
+            mesh_ = make_plane(number(node, "w"), number(node, "h"), count(node, "sw"), count(node, "sh"), uvs);
+        } else if (type == "polySphere") {
+            mesh_ = make_sphere(number(node, "r"), count(node, "sa"), count(node, "sh"), uvs);
+        } else if (type == "polyCylinder" || type == "polyCone") {
+            const RoundShape shape{number(node, "r"), number(node, "h"), count(node, "sa"), count(node, "sh"),
+                                   count(node, "sc")};
+            mesh_ = type == "polyCone" ? make_cone(shape, uvs) : make_cylinder(shape, uvs);
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    void apply(const Node& node) {
+        const std::string& type = node.type().name();
+        if (const MeshData* data = MeshData::of(node)) {
+            add_tweaks(*data, mesh_);
+        } else if (type == "transformGeometry") {
+            transform_mesh(mesh_, scene_.evaluate(node.find_plug("txf")).matrix());
+        } else if (type == "polySubdFace" && count(node, "m") == 0) {
+            divide_faces(mesh_, faces_of(node.get(node.find_plug("ics").key), mesh_.face_count()), count(node, "dv"));
+        } else if (type == "polyColorPerVertex") {
+            colour_vertices(mesh_, node.get(node.find_plug("cn").key).text(), colours_of(node));
+        } else if (type == "tweak") {
+            tweak(node);
+        } else if (!is_deformer(node) && !passes_on(node)) {
+            not_evaluated(node);
+        }
+    }
+
+    // The deltas of a tweak node's one mesh.
+    void tweak(const Node& node) {
+        for (const PlugKey& key : node.stored()) {
+            const Vector3* by = nullptr;
+            const Value value = node.get(key);
+            if (key.depth != 2 || node.attribute(key.attribute).short_name != "vt" || !(by = value.get_if<Vector3>()))
+                continue;
+            const auto index = static_cast<std::size_t>(key.index[1]);
+            if (key.index[0] == 0 && index < mesh_.points.size())
+                mesh_.points[index] = narrow(wide(mesh_.points[index]) + *by);
+        }
+    }
+
+    // `vclr[vertex].vrgb` and `.vxal`; for one face of it `vclr[vertex].vfcl[face].frgb` and `.vfal`.
+    static std::vector<VertexColour> colours_of(const Node& node) {
+        std::map<std::pair<int, int>, Float4> found;
+        std::map<std::pair<int, int>, bool> coloured;
+        for (const PlugKey& key : node.stored()) {
+            const std::string& name = node.attribute(key.attribute).short_name;
+            const bool of_face = name == "frgb" || name == "vfal", colour = name == "frgb" || name == "vrgb";
+            if (!colour && !of_face && name != "vxal") continue;
+            const std::pair<int, int> place{key.index[0], of_face ? key.index[1] : -1};
+            Float4& at = found[place];
+            const Value value = node.get(key);
+            if (colour) {
+                const Float3 rgb = narrow(value.vector());
+                at = {rgb.x, rgb.y, rgb.z, at.a};
+                coloured[place] = true;
+            } else {
+                at.a = static_cast<float>(value.number());
+            }
+        }
+        std::vector<VertexColour> out;
+        for (const auto& [place, is_coloured] : coloured) out.push_back({place.first, place.second, found[place]});
+        return out;
+    }
+
+    Scene& scene_;
+    Mesh mesh_;
+};
+
+// What a result holds good for: the nodes as they are now, and the moment where any of them is driven.
+std::vector<std::uint64_t> fingerprint(const Scene& scene, const std::vector<Step>& steps) {
+    std::vector<std::uint64_t> out;
+    bool driven = false;
+    for (const Step& step : steps) {
+        out.push_back(step.node->handle().serial);
+        out.push_back(step.node->edit_count());
+        driven = driven || (!MeshData::of(*step.node) && !is_deformer(*step.node) && !step.node->inputs().empty());
+    }
+    if (driven) out.push_back(scene.generation());
+    return out;
+}
+
+} // namespace
+
+std::shared_ptr<const Mesh> mesh_of(Scene& scene, Node& node) {
+    MeshData* data = MeshData::of(node);
+    if (!data) return nullptr;
+    std::vector<Step> steps;
+    const bool ends = history_of(node, steps);
+    std::vector<std::uint64_t> from = fingerprint(scene, steps);
+    if (data->evaluated.mesh && data->evaluated.from == from) return data->evaluated.mesh;
+    auto made = std::make_shared<Mesh>();
+    if (ends)
+        *made = Evaluation(scene).run(steps);
+    else
+        made->notes.emplace_back("its history has no end");
+    data->evaluated.from = std::move(from);
+    data->evaluated.mesh = made;
+    return made;
+}
+
+bool is_skinned(const Node& node) {
+    std::vector<Step> steps;
+    history_of(const_cast<Node&>(node), steps);
+    return std::ranges::any_of(steps, [](const Step& step) { return step.node->type().name() == "skinCluster"; });
+}
+
+} // namespace headless

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "headless/geometry/mesh.h"
+#include "headless/graph/value.h"
+
+namespace headless {
+
+/// Corners that a mesh may have after it was divided; further divisions are left out and noted.
+inline constexpr std::size_t max_divided_corners = 8'000'000;
+
+/// Cuts the chosen faces (all of them where `chosen` is empty) `times` over into quads about a middle point. Points of
+/// the mesh keep their numbers; those on edges and in faces follow. A neighbour that isn't chosen gets the points on
+/// its edges. Holed faces and faces of fewer than three corners stay. Edges are made anew.
+void divide_faces(Mesh& mesh, const std::vector<bool>& chosen, std::int64_t times);
+
+/// Moves points, and normals that were set by hand.
+void transform_mesh(Mesh& mesh, const Matrix& matrix);
+
+/// One colour that a node gives to a vertex, or to a vertex in one face (`face` -1 for all).
+struct VertexColour {
+    int vertex = 0, face = -1;
+    Float4 colour;
+};
+/// Lays colours over a mesh's set of that name, made where there is none; it becomes the current one. Colours of
+/// corners come before those of whole vertices. Vertices and faces that aren't there are passed over.
+void colour_vertices(Mesh& mesh, const std::string& set_name, const std::vector<VertexColour>& colours);
+
+/// Which faces a list of components ("f[0]", "f[2:5]", "f[*]") means, as an element a face. Ranges beyond the last face
+/// are cut; words that name no faces are passed over.
+std::vector<bool> faces_of(const Value& components, std::size_t face_count);
+
+} // namespace headless

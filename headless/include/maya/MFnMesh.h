@@ -1,0 +1,69 @@
+#pragma once
+
+#include <maya/MColorArray.h>
+#include <maya/MFloatArray.h>
+#include <maya/MFloatVectorArray.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MIntArray.h>
+#include <maya/MObjectArray.h>
+#include <maya/MPointArray.h>
+#include <maya/MSpace.h>
+#include <maya/MStringArray.h>
+
+#include <memory>
+
+namespace headless {
+struct Mesh;
+}
+
+/// Operations on a mesh as its history makes it; a skinned one stands in its bind pose. World space needs a mesh that
+/// is given by its path. A set by no name is the current one.
+class MFnMesh : public MFnDagNode {
+public:
+    MFnMesh() = default;
+    MFnMesh(MObject& object, MStatus* status = NULL) { attach(object, status); }
+    MFnMesh(const MObject& object, MStatus* status = NULL) { attach(object, status); }
+    MFnMesh(const MDagPath& path, MStatus* status = NULL) { MFnDagNode::attach(path, status); }
+    MFn::Type type() const override { return MFn::kMesh; }
+    using MFnDagNode::setObject;
+    MStatus setObject(const MObject& object) override;
+
+    int numVertices(MStatus* status = NULL) const;
+    int numEdges(MStatus* status = NULL) const;
+    int numPolygons(MStatus* status = NULL) const;
+    int numFaceVertices(MStatus* status = NULL) const;
+    int polygonVertexCount(int polygonId, MStatus* status = NULL) const;
+    MStatus getPolygonVertices(int polygonId, MIntArray& vertexList) const;
+    MStatus getVertices(MIntArray& vertexCount, MIntArray& vertexList) const;
+    MStatus getEdgeVertices(int edgeId, int vertexList[2]) const;
+    bool isEdgeSmooth(int edgeId, MStatus* status = NULL) const;
+    /// How many triangles each polygon gives, and three vertices for each of them.
+    MStatus getTriangles(MIntArray& triangleCounts, MIntArray& triangleVertices) const;
+
+    MStatus getPoints(MPointArray& vertexArray, MSpace::Space space = MSpace::kObject) const;
+    MStatus getPoint(int vertexId, MPoint& pos, MSpace::Space space = MSpace::kObject) const;
+    /// One a vertex: the mean of its faces' by area and angle, or of those that were set.
+    MStatus getNormals(MFloatVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
+    /// One a vertex: the mean of its corners'. Where none has a colour, `defaultUnsetColor`, or -1 in all four without.
+    MStatus getVertexColors(MColorArray& colors, const MString* colorSet = NULL,
+                            const MColor* defaultUnsetColor = NULL);
+    int numColorSets(MStatus* status = NULL) const;
+    MStatus getColorSetNames(MStringArray& setNames) const;
+
+    int numUVSets(MStatus* status = NULL) const;
+    MStatus getUVSetNames(MStringArray& setNames) const;
+    int numUVs(MStatus* status = NULL) const;
+    int numUVs(const MString& uvSet, MStatus* status = NULL) const;
+    MStatus getUV(int uvId, float& u, float& v, const MString* uvSet = NULL) const;
+    MStatus getUVs(MFloatArray& uArray, MFloatArray& vArray, const MString* uvSet = NULL) const;
+    MStatus getPolygonUVid(int polygonId, int vertexIndex, int& uvId, const MString* uvSet = NULL) const;
+
+    /// The shading groups of an instance, and for each polygon which of them it is in, or -1.
+    MStatus getConnectedShaders(unsigned int instanceNumber, MObjectArray& shaders, MIntArray& indices) const;
+
+private:
+    friend struct headless::Access;
+    // As last asked for, while the scene is what it was then: calls come by the corner.
+    mutable std::shared_ptr<const headless::Mesh> mesh_;
+    mutable std::uint64_t generation_ = 0;
+};
