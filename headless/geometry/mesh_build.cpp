@@ -44,8 +44,9 @@ private:
         const std::size_t count = mesh_.points.size();
         for (const Vector3& words : data_.edges().block()) {
             const auto from = vertex_in(words.x, count), to = vertex_in(words.y, count);
-            if (!from || !to) ++bad_edges_;
-            mesh_.edges.push_back({from.value_or(-1), to.value_or(-1), words.z != 0.0});
+            const bool good = from && to;
+            if (!good) ++bad_edges_;
+            mesh_.edges.push_back(good ? MeshEdge{*from, *to, words.z != 0.0} : MeshEdge{-1, -1, false});
         }
         if (bad_edges_ > 0)
             mesh_.notes.push_back(std::to_string(bad_edges_) + " of its edges name points that aren't there");

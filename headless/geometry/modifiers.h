@@ -6,7 +6,7 @@
 namespace headless {
 
 /// Corners that a mesh may have after it was divided; further divisions are left out and noted.
-inline constexpr std::size_t max_divided_corners = 8'000'000;
+inline constexpr std::size_t max_divided_corners = 4'000'000;
 
 /// Cuts the chosen faces (all of them where `chosen` is empty) `times` over into quads about a middle point. Points of
 /// the mesh keep their numbers; those on edges and in faces follow. A neighbour that isn't chosen gets the points on

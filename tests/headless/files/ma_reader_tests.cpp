@@ -89,7 +89,7 @@ createNode transform -n "cube"; createNode mesh -n "cubeShape" -p "cube";
  setAttr -s 2 -ch 7 ".fc[0:1]" -type "polyFaces"
    f 4 0 1 -2 3 mu 0 4 0 1 3 2
    f 3 0 1 2;
- setAttr ".a" -type "doubleArray" 2 1.5 2 ; setAttr ".vir" yes; setAttr ".n" 7;
+ setAttr ".a" -type "doubleArray" 2 1.5 2 ; setAttr ".vir" yes; setAttr ".bck" 7;
  setAttr ".al" -type "attributeAlias" {"left","weight[0]"} ;
 )"));
     EXPECT_EQ(value("cubeShape.vt[2]").vector(), (Vector3{5, 6, 7}));
@@ -101,7 +101,7 @@ createNode transform -n "cube"; createNode mesh -n "cubeShape" -p "cube";
     EXPECT_EQ(value("cubeShape.fc[1]"), Value(RawTokens{"polyFaces", {"f", "3", "0", "1", "2"}}));
     EXPECT_EQ(value("cubeShape.a"), Value(RawTokens{"doubleArray", {"2", "1.5", "2"}}));
     EXPECT_EQ(value("cubeShape.vir"), Value(true));
-    EXPECT_EQ(value("cubeShape.n"), Value(7));
+    EXPECT_EQ(value("cubeShape.bck"), Value(7));
     ASSERT_NE(value("cubeShape.al").get_if<RawTokens>(), nullptr);
 }
 
