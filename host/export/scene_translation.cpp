@@ -137,9 +137,10 @@ bool fill_root(VOR2& root, const MString& path) {
     fill_environment(root.environment, range);
     fill_file_info(root, path);
     insert_root(root.matrix_hierarchy, range);
+    // Read before an origin node makes the time node the selection.
+    MSelectionList selection = selection_for_export(settings.export_node_list);
     VECTOR_3 world_origin_offset = read_world_origin_offset(settings);
 
-    MSelectionList selection = selection_for_export(settings.export_node_list);
     const NODE_LIST list = list_nodes(selection);
     if (list.nodes.length() == 0) {
         MGlobal::displayError("Nothing to export: no node of the hierarchy is selected or named");

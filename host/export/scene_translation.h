@@ -16,9 +16,8 @@ using namespace VOR2_LOADER;
 /// some sample, and when nothing that has a place in the hierarchy is selected or named. An origin node
 /// that isn't there is passed over with a warning.
 ///
-/// The clock goes through the time node when `update_view` is false and when there is an origin node; the
-/// active selection is "time1" then, before it is looked at. So an export with an origin node must name
-/// its nodes.
+/// The clock goes through the time node when `update_view` is false and when there is an origin node: the
+/// active selection is left as "time1" then. What is exported was read from it before.
 [[nodiscard]] bool translate_scene(VOR2& root, const MString& path);
 
 /// Names in the hierarchy lose all up to their last ":", unless that is their last character.

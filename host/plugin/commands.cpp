@@ -10,6 +10,8 @@
 #include <maya/MFileIO.h>
 #include <maya/MGlobal.h>
 #include <maya/MPxCommand.h>
+#include <maya/MSelectionList.h>
+#include <maya/MStringArray.h>
 
 #include <new>
 
@@ -28,6 +30,27 @@ VALUE argument_or(const MArgDatabase& arguments, const char* flag, VALUE value) 
 double frame_of(const MTime& time) {
     return static_cast<double>(static_cast<float>(time.as(MTime::uiUnit())));
 }
+
+/// The host refuses to export an empty selection, also when the nodes to export are named. Where nothing is
+/// selected, these are the selection for as long as this stands.
+class NAMED_AS_SELECTION {
+public:
+    explicit NAMED_AS_SELECTION(const MStringArray& names) {
+        MSelectionList active;
+        MGlobal::getActiveSelectionList(active);
+        if (active.length() == 0) my_names = names;
+        for (unsigned int i = 0; i < my_names.length(); ++i) MGlobal::selectByName(my_names[i], MGlobal::kAddToList);
+    }
+    ~NAMED_AS_SELECTION() {
+        for (unsigned int i = 0; i < my_names.length(); ++i)
+            MGlobal::selectByName(my_names[i], MGlobal::kRemoveFromList);
+    }
+    NAMED_AS_SELECTION(const NAMED_AS_SELECTION&) = delete;
+    NAMED_AS_SELECTION& operator=(const NAMED_AS_SELECTION&) = delete;
+
+private:
+    MStringArray my_names;
+};
 
 class Exporter : public MPxCommand {
 public:
@@ -88,6 +111,7 @@ MStatus Exporter::doIt(const MArgList& words) {
     if (arguments.isFlagSet("-enl")) take_node_list(words);
     const MString line = MString("import maya.cmds as cmds;cmds.file(\"") + export_settings().file_name +
                          "\",f=True ,pr=1 ,typ=\"Vor2\",es=1)";
+    const NAMED_AS_SELECTION selection(export_settings().export_node_list);
     MGlobal::executePythonCommand(line, false, false);
     return MStatus::kSuccess;
 }

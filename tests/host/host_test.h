@@ -7,6 +7,7 @@
 #include "host/export/export_settings.h"
 #include "host/export/host_text.h"
 #include "host/export/scene_translation.h"
+#include "host/plugin/plugin.h"
 #include "support/platform/hooks.h"
 
 #include <maya/MFnDagNode.h>
@@ -18,10 +19,6 @@
 
 #include <string>
 #include <vector>
-
-// As MFnPlugin.h declares them; including it here would define the plug-in's version a second time.
-MStatus initializePlugin(MObject object);
-MStatus uninitializePlugin(MObject object);
 
 namespace VOR2_EXPORTER_MAYA {
 

@@ -93,6 +93,10 @@ TEST_F(PLUGIN, exports_and_imports_through_scripts) {
     std::filesystem::remove(file);
     ASSERT_TRUE(session.run_mel("select -r hips; VOR2Export -f \"" + file + "\" -st 0 -end 1"));
     EXPECT_TRUE(said("I: Done."));
+    std::filesystem::remove(file);
+    ASSERT_TRUE(session.run_mel("select -cl; VOR2Export -f \"" + file + "\" -st 0 -end 1 -enl hips"));
+    EXPECT_TRUE(std::filesystem::exists(file)) << "named nodes need no selection";
+    EXPECT_TRUE(session.scene().selection.items().empty());
     session.new_scene();
     ASSERT_TRUE(session.run_mel("VOR2Import -f \"" + file + "\""));
     EXPECT_EQ(path_of("hips").fullPathName(), "|Exporter_Inserted_Root|hips");
