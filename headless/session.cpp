@@ -137,7 +137,7 @@ Result<void> Session::import_file(const std::string& path, const std::string& ty
 }
 
 Result<void> Session::export_selected(const std::string& path, const std::string& type) {
-    if (scene_->selection.items().empty() && running_commands_ == 0) return Error{"Nothing is selected to be exported"};
+    if (scene_->selection.items().empty()) return Error{"Nothing is selected to be exported"};
     return write_through_translator(*this, path, type, MPxFileTranslator::kExportActiveAccessMode);
 }
 

@@ -111,7 +111,6 @@ private:
     std::map<std::string, SceneReader, std::less<>> readers_;
     std::map<std::string, SceneWriter, std::less<>> writers_;
     Interpreter mel_, python_;
-    int running_commands_ = 0; ///< of plug-ins, one within the other
     struct Plugin {
         PluginFunction initialize = nullptr, uninitialize = nullptr;
     };

@@ -147,9 +147,7 @@ Result<CommandResult> Session::run_command(const std::string& name, const std::v
     if (command.syntax) Access::set_syntax(*made, syntax);
     // A command may run further ones; each has a result of its own.
     CommandResult before = std::exchange(command_result, {});
-    ++running_commands_;
     const MStatus status = made->doIt(words);
-    --running_commands_;
     CommandResult result = std::exchange(command_result, std::move(before));
     if (!status) return Error{"The command '" + name + "' failed"};
     return result;

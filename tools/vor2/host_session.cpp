@@ -2,20 +2,14 @@
 
 #include "headless/files/bvh_reader.h"
 #include "headless/script/interpreter.h"
+#include "host/plugin/plugin.h"
 #include "support/platform/hooks.h"
 #include "tools/vor2/messages.h"
-
-#include <maya/MObject.h>
-#include <maya/MStatus.h>
 
 #include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-
-// As MFnPlugin.h declares them; including it here would define the plug-in's version a second time.
-MStatus initializePlugin(MObject object);
-MStatus uninitializePlugin(MObject object);
 
 namespace tool {
 
