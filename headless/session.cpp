@@ -109,7 +109,9 @@ void Session::warn_of_unevaluated_drivers() {
 
 Result<void> Session::open_file(const std::string& path) {
     std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path, ignored)) return Error{"File not found", path};
+    if (std::filesystem::is_directory(path, ignored)) return Error{"Is a folder, not a file", path};
+    if (!std::filesystem::exists(path, ignored)) return Error{"File not found", path};
+    if (!std::filesystem::is_regular_file(path, ignored)) return Error{"Is no regular file", path};
     if (!readers_.contains(lower_extension(path)) && identify(*this, path).empty())
         return Error{"Unrecognized file type", path};
     new_scene();
