@@ -46,5 +46,6 @@ std::unique_ptr<Verb> make_dump_verb();
 std::unique_ptr<Verb> make_upgrade_verb();
 std::unique_ptr<Verb> make_diff_verb();
 std::unique_ptr<Verb> make_pose_verb();
+std::unique_ptr<Verb> make_check_verb();
 
 } // namespace tool

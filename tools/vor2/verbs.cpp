@@ -11,6 +11,7 @@ VerbList make_verbs() {
     verbs.push_back(make_dump_verb());
     verbs.push_back(make_diff_verb());
     verbs.push_back(make_pose_verb());
+    verbs.push_back(make_check_verb());
     verbs.push_back(make_upgrade_verb());
     return verbs;
 }
