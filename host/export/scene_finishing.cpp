@@ -1,10 +1,13 @@
 #include "host/export/scene_finishing.h"
 
-#include "host/export/host_text.h"
+#include "format/geometry/scene_check.h"
+#include "host/export/scene_tidying.h"
 #include "support/platform/platform.h"
+#include "support/text/text_helpers.h"
 
 #include <maya/M3dView.h>
 #include <maya/MGlobal.h>
+#include <maya/MPoint.h>
 
 #include <string>
 
@@ -15,13 +18,22 @@ MString report_file_name(const MString& path) {
     return MString((std::string(name.substr(0, name.size() < 3 ? 0 : name.size() - 3)) + "txt").c_str());
 }
 
-bool settle_problems(VOR2& root, const NARROW_TEXT& problems, const MString& report_file) {
+VECTOR_3 same_position(VECTOR_3 position) {
+    const MPoint point(position.x, position.y, position.z);
+    return {point.x, point.y, point.z};
+}
+
+bool check_problems(VOR2& root, const MString& path) {
+    const MString output_filename = report_file_name(path);
+    const NARROW_TEXT report_file(output_filename.asChar());
+    NARROW_TEXT problems;
+    check_scene(root, problems, true, &report_file, false, same_position);
     if (problems.length() == 0) return true;
     const std::string words =
         std::string("Problems were found in your Maya file!! If problems were found with a weighted mesh, it is highly "
                     "likely some verts have zero weights or have not been applied to a valid bone. To check this you "
                     "can apply an animation in Maya to the mesh. See ") +
-        report_file.asChar() +
+        output_filename.asChar() +
         " for further details regarding any errors. It is highly recommended that you cancel export and fix any "
         "problems before exporting again. Do you wish to cancel export now?";
     void* const owner = static_cast<void*>(M3dView::applicationShell());
@@ -32,8 +44,10 @@ bool settle_problems(VOR2& root, const NARROW_TEXT& problems, const MString& rep
 
 bool finalise_scene(VOR2& root, const MString& path) {
     MGlobal::displayInfo("Building vor2 - finalising vr2...");
-    const NARROW_TEXT problems;
-    return settle_problems(root, problems, report_file_name(path));
+    simplify_instances(root);
+    drop_unused_materials(root);
+    root.prepare_weighted_meshes();
+    return check_problems(root, path);
 }
 
 } // namespace VOR2_EXPORTER_MAYA

@@ -3,6 +3,8 @@
 #include "host/export/export_record.h"
 #include "host/export/scene_finishing.h"
 
+#include <limits>
+
 namespace VOR2_EXPORTER_MAYA {
 namespace {
 
@@ -39,21 +41,35 @@ TEST_F(EXPORT_RECORD, says_who_when_and_from_what) {
 }
 
 TEST_F(EXPORT_RECORD, is_marked_when_the_user_goes_on_in_spite_of_problems) {
+    const std::string folder = testing::TempDir();
+    const std::string report = folder + "vor2_export_record.txt";
+    const MString path((folder + "vor2_export_record.vr2").c_str());
     VOR2 root;
     root.inf.file_info = u"record";
-    EXPECT_TRUE(settle_problems(root, NARROW_TEXT(), "x.txt"));
+    EXPECT_TRUE(check_problems(root, path));
     EXPECT_EQ(asked, "");
+    root.rigids.push_back(make_owned<VOR2_RIGID>());
+    const auto spoil = [&root] {
+        root.rigids[0]->vertices.clear();
+        root.rigids[0]->vertices.emplace_back().normal.x = std::numeric_limits<f32>::infinity();
+    };
+    spoil();
     answer = platform::ANSWER::YES;
-    EXPECT_FALSE(settle_problems(root, "bad", "x.txt"));
+    EXPECT_FALSE(check_problems(root, path));
     EXPECT_EQ(root.inf.file_info, TEXT(u"record"));
     EXPECT_EQ(asked, "Vor2 exporter: Problems were found in your Maya file!! If problems were found with a weighted "
                      "mesh, it is highly likely some verts have zero weights or have not been applied to a valid bone. "
-                     "To check this you can apply an animation in Maya to the mesh. See x.txt for further details "
-                     "regarding any errors. It is highly recommended that you cancel export and fix any problems "
-                     "before exporting again. Do you wish to cancel export now?");
+                     "To check this you can apply an animation in Maya to the mesh. See " +
+                         report +
+                         " for further details "
+                         "regarding any errors. It is highly recommended that you cancel export and fix any problems "
+                         "before exporting again. Do you wish to cancel export now?");
+    EXPECT_NEAR(root.rigids[0]->vertices[0].normal.length(), 1, 1e-5) << "repaired whatever the answer";
+    spoil();
     answer = platform::ANSWER::NO;
-    EXPECT_TRUE(settle_problems(root, "bad", "x.txt"));
+    EXPECT_TRUE(check_problems(root, path));
     EXPECT_EQ(root.inf.file_info, TEXT(u"FORCED EXPORT WITH ERRORS!!\r\nrecord"));
+    EXPECT_EQ(std::remove(report.c_str()), 0) << "the report lies beside the file";
 }
 
 TEST_F(EXPORT_RECORD, names_the_report_beside_the_file) {
