@@ -95,12 +95,11 @@ private:
         VOR2 scene;
         if (!load_scene(scene, file)) return exit_refused;
         NARROW_TEXT report;
-        {
-            // Positions are told in the world at the start of the scene; what is saved keeps its cursors.
-            VOR2 posed(scene);
-            posed.set_time(posed.environment.time_range.start);
-            check_scene(posed, report, false, nullptr, false, as_stored);
-        }
+        // Positions are told in the world at the start of the scene; what is saved keeps its cursors.
+        const VOR2_MATRIX_HIERARCHY as_loaded(scene.matrix_hierarchy);
+        scene.matrix_hierarchy.set_time(scene.environment.time_range.start);
+        check_scene(scene, report, false, nullptr, false, as_stored);
+        scene.matrix_hierarchy = as_loaded;
         const std::vector<MeshBlock> blocks = blocks_of(report.view());
         TextOut out(stdout);
         const std::uint64_t found = json_ ? print_json(scene, file, blocks, out) : print_text(scene, file, blocks, out);
@@ -142,7 +141,7 @@ private:
         if (strict_) {
             found += check_strictly(scene, library_name(file), [&](const Finding& finding) {
                 out.put(file + ": " + finding.record);
-                if (!finding.name.empty()) out.put(" " + quoted(finding.name));
+                if (!finding.name.empty()) out.put(" " + tool::quoted(finding.name));
                 out.put(" " + finding.field + ": " + finding.value + ": " + finding.complaint + "\n");
             });
         }
