@@ -15,13 +15,6 @@ struct Step {
     int output = 0;
 };
 
-bool is_deformer(const Node& node) {
-    static constexpr std::string_view types[] = {
-        "skinCluster", "blendShape", "tweak",  "cluster", "ffd",        "softMod",         "wire",       "wrap",
-        "deltaMush",   "nonLinear",  "sculpt", "jiggle",  "shrinkWrap", "textureDeformer", "boneLattice"};
-    return std::ranges::find(types, node.type().name()) != std::end(types);
-}
-
 // Nodes that hand a mesh on as it is: those that mark groups, and those that change no more than shading.
 bool passes_on(const Node& node) {
     static constexpr std::string_view types[] = {"groupParts",     "polySoftEdge", "polyNormalPerVertex",
@@ -118,7 +111,9 @@ private:
             colour_vertices(mesh_, node.get(node.find_plug("cn").key).text(), colours_of(node));
         } else if (type == "tweak") {
             tweak(node);
-        } else if (!is_deformer(node) && !passes_on(node)) {
+        } else if (type == "skinCluster") {
+            mesh_.notes.push_back("'" + node.name() + "' isn't evaluated, so it stands in its bind pose");
+        } else if (!passes_on(node)) {
             not_evaluated(node);
         }
     }
@@ -171,7 +166,8 @@ std::vector<std::uint64_t> fingerprint(const Scene& scene, const std::vector<Ste
     for (const Step& step : steps) {
         out.push_back(step.node->handle().serial);
         out.push_back(step.node->edit_count());
-        driven = driven || (!MeshData::of(*step.node) && !is_deformer(*step.node) && !step.node->inputs().empty());
+        driven = driven || (step.node->type().derives_from("polyCreator") && !step.node->inputs().empty()) ||
+                 (step.node->type().name() == "transformGeometry" && step.node->inputs().size() > 1);
     }
     if (driven) out.push_back(scene.generation());
     return out;
@@ -194,12 +190,6 @@ std::shared_ptr<const Mesh> mesh_of(Scene& scene, Node& node) {
     data->evaluated.from = std::move(from);
     data->evaluated.mesh = made;
     return made;
-}
-
-bool is_skinned(const Node& node) {
-    std::vector<Step> steps;
-    history_of(const_cast<Node&>(node), steps);
-    return std::ranges::any_of(steps, [](const Step& step) { return step.node->type().name() == "skinCluster"; });
 }
 
 } // namespace headless

@@ -4,6 +4,7 @@
 #include "host/export/host_text.h"
 #include "host/export/host_time.h"
 #include "host/export/key_reduction.h"
+#include "host/export/mesh_export.h"
 #include "host/export/node_list.h"
 #include "host/export/node_translation.h"
 #include "host/export/sample_range.h"
@@ -160,6 +161,7 @@ bool fill_root(VOR2& root, const MString& path) {
     thin_out_keys(root.matrix_hierarchy);
     warn_of_lost_rotations(root.matrix_hierarchy);
     root.matrix_hierarchy.link_parents();
+    if (exports_meshes()) export_meshes(root, list, range);
     return true;
 }
 

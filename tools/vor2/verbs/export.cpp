@@ -1,3 +1,4 @@
+#include "host/export/mesh_export.h"
 #include "tools/vor2/default_nodes.h"
 #include "tools/vor2/host_session.h"
 #include "tools/vor2/jobs.h"
@@ -31,7 +32,10 @@ public:
                "flag of that command mean what the flag means, and one that isn't given leaves its default: the "
                "playback range, 60 samples a second, namespaces stripped.\n\n"
                "Without --node the top-level nodes that hold the scene's joints are exported, or all top-level "
-               "transforms in a scene without joints. Frames count in the scene's time unit, or in --time-unit.";
+               "transforms in a scene without joints. Frames count in the scene's time unit, or in --time-unit.\n\n"
+               "With --meshes the meshes of the exported nodes, and without --node of all top-level nodes that hold "
+               "any, stand in the file as they are at the first frame, and move as rigid bodies with the nodes above "
+               "them. A skinned mesh stands in its bind pose, which a note says.";
     }
     std::vector<std::string> examples() const override {
         return {"vor2 export walk.ma -o walk.vr2 --sample-at 30", "vor2 export shots/*.ma --output-dir out --jobs 4",
@@ -49,6 +53,7 @@ public:
                       rotate_180_);
         syntax.choice("--update-view", {"on", "off"}, "move the clock through the view", update_view_);
         syntax.text("--use-node-origin", "NAME", "the node whose position is the origin of the export", origin_);
+        syntax.flag("--meshes", "take the meshes and materials of the exported nodes along", meshes_);
         syntax.text("--time-unit", "UNIT",
                     "film, pal, ntsc, game, show, palf, ntscf, 120fps ... in place of the scene's", time_unit_);
         syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
@@ -76,8 +81,9 @@ private:
         HostSession host(scene);
         if (!host.is_equipped() || !host.open(scene, bvh_unit_)) return exit_refused;
         if (!time_unit_.empty() && !host.set_time_unit(time_unit_)) return exit_refused;
-        const std::vector<std::string> nodes = nodes_.empty() ? default_nodes(host.session().scene()) : nodes_;
+        const std::vector<std::string> nodes = nodes_.empty() ? default_nodes(host.session().scene(), meshes_) : nodes_;
         if (!are_there(host.session().scene(), scene, nodes)) return exit_refused;
+        VOR2_EXPORTER_MAYA::exports_meshes() = meshes_;
         const bool exported = host.run("VOR2Export", arguments(output, nodes));
         return exported && outputs.commit() ? exit_done : exit_refused;
     }
@@ -119,6 +125,7 @@ private:
     OutputNames outputs_{".vr2"};
     std::optional<double> start_, stop_, sample_at_, bvh_unit_;
     std::string strip_namespace_, rotate_180_, update_view_, origin_, time_unit_;
+    bool meshes_ = false;
     RepeatOptions repeat_;
     unsigned jobs_ = 0;
 };
