@@ -24,11 +24,14 @@ int place_of(std::vector<Node*>& groups, Node* group) {
 Shading shading_of(const Node& mesh, int instance, std::size_t face_count) {
     Shading out;
     out.of_face.assign(face_count, -1);
-    const Plug whole = mesh.find_plug("instObjGroups").element(instance);
-    const auto [first, last] = mesh.outputs().equal_range(whole.key);
-    for (auto at = first; at != last; ++at) {
-        if (!is_membership(at->second)) continue;
-        std::ranges::fill(out.of_face, place_of(out.groups, at->second.node));
+    // Files name the first instance's plug without its index.
+    const Plug instances = mesh.find_plug("instObjGroups");
+    for (const PlugKey& key : {instances.key, instances.key.element(instance)}) {
+        if (key.depth == 0 && instance != 0) continue;
+        const auto [first, last] = mesh.outputs().equal_range(key);
+        for (auto at = first; at != last; ++at) {
+            if (is_membership(at->second)) std::ranges::fill(out.of_face, place_of(out.groups, at->second.node));
+        }
     }
     const AttributeId parts = mesh.find_attribute("objectGroups"), list = mesh.find_attribute("objectGrpCompList");
     for (const auto& [key, destination] : mesh.outputs()) {

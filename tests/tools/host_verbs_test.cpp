@@ -61,6 +61,31 @@ TEST_F(HostVerbs, export_takes_the_joints_and_its_options_reach_the_command) {
     EXPECT_EQ(second["time_range"], Json({0.25, 0.5}));
 }
 
+TEST_F(HostVerbs, export_takes_meshes_along_only_where_it_is_asked_to) {
+    write("box.ma", walk + R"(createNode transform -n "box"; setAttr ".t" -type "double3" 0 0 500;
+createNode mesh -n "boxShape" -p "box";
+createNode polyCube -n "cube"; setAttr ".w" 200; connectAttr "cube.out" "boxShape.i";
+connectAttr "boxShape.iog" ":initialShadingGroup.dsm" -na;
+)");
+    ASSERT_EQ(run({"export", "box.ma", "-o", "a.vr2"}).exit_code, 0);
+    EXPECT_TRUE(pose("a.vr2", "0")["rigids"].empty());
+    const Outcome outcome = run({"export", "box.ma", "-o", "a.vr2", "--meshes"});
+    ASSERT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_EQ(node_names("a.vr2"), (Names{"Exporter Inserted Root", "hips", "knee", "box", "boxShape"}));
+    const Json still = pose("a.vr2", "0");
+    ASSERT_EQ(still["rigids"].size(), 1U);
+    EXPECT_EQ(still["rigids"][0]["name"], "boxShape");
+    EXPECT_EQ(still["rigids"][0]["positions"].size(), 36U);
+    // Under a node that turns them from the axes of the box to the world's, in which they are stated.
+    const Json& matrix = still["nodes"][4]["world_matrix"];
+    for (std::size_t r = 0; r < 3; ++r) {
+        for (std::size_t c = 0; c < 3; ++c) EXPECT_NEAR(matrix[r * 4 + c].get<double>(), r == c ? 1.0 : 0.0, 1e-6);
+    }
+    EXPECT_NEAR(matrix[11].get<double>(), -5.0, 1e-6);
+    const Json whole = Json::parse(run({"dump", "--json", "a.vr2"}).out);
+    EXPECT_NE(whole.dump().find("lambert1"), std::string::npos);
+}
+
 TEST_F(HostVerbs, an_export_can_be_repeated_to_the_byte) {
     const Names line{"export", "walk.ma", "-o", "a.vr2", "--user", "anna"};
     Names stamped = line;
@@ -175,6 +200,9 @@ TEST_F(HostVerbs, real_scenes_go_the_whole_way) {
         ++scenes;
         const std::string scene = entry.path().string();
         SCOPED_TRACE(scene);
+        EXPECT_EQ(run({"export", scene, "-o", "m.vr2", "--quiet", "--meshes"}).exit_code, 0);
+        EXPECT_EQ(run({"upgrade", "m.vr2", "n.vr2"}).exit_code, 0);
+        EXPECT_EQ(read("m.vr2"), read("n.vr2"));
         const Outcome exported = run({"export", scene, "-o", "a.vr2", "--quiet"});
         ASSERT_EQ(exported.exit_code, 0) << exported.err;
         EXPECT_EQ(run({"info", "a.vr2"}).exit_code, 0);

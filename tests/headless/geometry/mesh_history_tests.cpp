@@ -152,6 +152,11 @@ TEST_F(MeshHistoryTest, colours_vertices_and_moves_points) {
     EXPECT_EQ(colours[0], MColor(0.493f, 0.493f, 0.085299999f, 1.0f)); // of one face
     EXPECT_NEAR(colours[1].r, (0.493 + 0.218) / 2.0, 1e-6);            // the mean of two
     ASSERT_TRUE(read("GroupedFingersPivotAnim1.ma"));
+    MObjectArray groups;
+    MIntArray of_face;
+    ASSERT_TRUE(MFnMesh(path("upper_bodyShape")).getConnectedShaders(0, groups, of_face));
+    ASSERT_EQ(groups.length(), 1u);
+    EXPECT_EQ(groups[0], node("initialShadingGroup"));
     for (const Float3& point : mesh("upper_bodyShape")->points)
         EXPECT_NEAR(std::abs(point.y - 0.99942482), 0.5, 1e-6); // a cube moved up
 }

@@ -198,6 +198,34 @@ TEST_F(MESH_TEST, puts_meshes_where_the_host_has_them) {
     }
 }
 
+TEST_F(MESH_TEST, puts_the_meshes_of_real_scenes_where_they_are) {
+    exports_meshes() = true;
+    int scenes = 0;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(VOR2_SHARED_DATA, ignored)) {
+        if (entry.path().extension() != ".ma") continue;
+        SCOPED_TRACE(entry.path().string());
+        ++scenes;
+        ASSERT_TRUE(session.open_file(entry.path().string()));
+        export_settings() = EXPORT_SETTINGS();
+        MGlobal::clearSelectionList();
+        for (const headless::Node* top : session.scene().world().children()) {
+            if (!top->default_node()) MGlobal::selectByName(("|" + top->name()).c_str());
+        }
+        VOR2 root = exported();
+        EXPECT_FALSE(root.rigids.empty());
+        MGlobal::viewFrame(export_settings().start_frame);
+        for (u64 i = 0; i < root.rigids.size(); ++i) {
+            const std::string name = to_host_text(root.rigids[i]->name).asChar();
+            SCOPED_TRACE(name);
+            EXPECT_GT(root.rigids[i]->vertices.size(), 0U);
+            expect_in_place(root, i, path_of(name.c_str()), 0.0F);
+            for (const u32 id : material_ids(*root.rigids[i])) EXPECT_LT(id, root.materials.size());
+        }
+    }
+    if (scenes == 0) GTEST_SKIP() << "no scenes in " VOR2_SHARED_DATA;
+}
+
 TEST_F(MESH_TEST, moves_meshes_with_their_nodes) {
     run("setAttr c.w 40;");
     animate(path_of("t"), "tx", {0.0, 1.0}, {0.0, 80.0});
