@@ -192,7 +192,7 @@ TEST_F(MaReaderTest, references_are_read_into_their_namespaces) {
                                          "file -r -ns \"self\" \"shot.ma\";";
     std::ofstream(folder / "shot.ma")
         << "file -rdi 1 -ns \"p\" \"prop.ma\";\n"
-           "file -r -ns \"p\" -typ \"mayaAscii\" \"C:/work/prop.ma\";"
+           "file -r -ns \"p\" -typ \"mayaAscii\" \"C:/scenes/prop.ma\";"
            "file -r -ns \"q\" \"missing.ma\";"
            "createNode transform -n \"hat\" -p \"|p:root|p:tip\"; setAttr \"p:root.tx\" 3;";
     ASSERT_TRUE(session.open_file((folder / "shot.ma").string()));
