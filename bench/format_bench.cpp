@@ -69,6 +69,11 @@ struct SHAPE {
     u32 nodes, keys;
 };
 
+struct SIZE {
+    const char* name;
+    u32 vertices;
+};
+
 void add(SAMPLE& sample, const std::string& name, u64 tracks) {
     const auto known = [&name](const char* what) { return name + "/" + what; };
     benchmark::RegisterBenchmark(known("memcpy").c_str(), [&](auto& state) { limit(state, sample); });
@@ -85,13 +90,31 @@ void add(SAMPLE& sample, const std::string& name, u64 tracks) {
                             {"tracks/large", 200, 3000},
                             {"small_objects/small", 500, 1},
                             {"small_objects/large", 50000, 1}};
-    samples.reserve(std::size(shapes));
+    const SIZE sizes[] = {{"small", 300}, {"medium", 9000}, {"large", 240000}};
+    using FILL = void (*)(VOR2&, u32);
+    const std::pair<const char*, FILL> kinds[] = {
+        {"rigid", [](VOR2& root, u32 count) { add_mesh(root.rigids, count); }},
+        {"weighted", add_weighted_mesh},
+        {"morph", add_morph_mesh},
+        {"anim", [](VOR2& root, u32 count) { add_mesh(root.anim_meshes, count / 4); }},
+        {"many_objects", [](VOR2& root, u32 count) { add_small_objects(root, count / 3); }},
+    };
+    samples.reserve(std::size(shapes) + std::size(kinds) * std::size(sizes));
     for (const SHAPE& shape : shapes) {
         std::string file = std::string("vor2_bench_") + shape.name + ".vr2";
         std::replace(file.begin(), file.end(), '/', '_');
         samples.push_back(
             make_sample(file.c_str(), [&shape](VOR2& root) { add_nodes(root, shape.nodes, shape.keys); }));
         add(samples.back(), shape.name, u64{shape.nodes} * 2);
+    }
+    for (const auto& [kind, fill_root] : kinds) {
+        for (const SIZE& size : sizes) {
+            const std::string file = std::string("vor2_bench_") + kind + "_" + size.name + ".vr2";
+            const u32 vertices = size.vertices;
+            samples.push_back(make_sample(
+                file.c_str(), [fill_root = fill_root, vertices](VOR2& root) { fill_root(root, vertices); }));
+            add(samples.back(), std::string(kind) + "/" + size.name, vertices);
+        }
     }
     return true;
 }();

@@ -2,6 +2,7 @@
 
 #include "support/platform/platform.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -64,8 +65,8 @@ bool WRITE_FILE::note_short_write() noexcept {
 bool WRITE_FILE::open(const TEXT& name, bool append) {
     close();
     my_failed = false;
-    my_held = 0;
     my_block_position = 0;
+    u32 position = 0;
     i32 error = 0;
     my_handle = platform::open_for_writing(name.view(), append, error);
     my_name = name;
@@ -77,8 +78,9 @@ bool WRITE_FILE::open(const TEXT& name, bool append) {
         if (std::fseek(my_handle, 0, SEEK_END) != 0) return note_failure(errno);
         const long end = std::ftell(my_handle);
         if (end < 0 || end > static_cast<long>(LONGEST_FILE)) return note_failure(FILE_TOO_LARGE_ERROR);
-        my_block_position = static_cast<u32>(end);
+        position = static_cast<u32>(end);
     }
+    place_block(position);
     my_last_error = 0;
     return true;
 }
@@ -88,6 +90,7 @@ bool WRITE_FILE::close() {
     const bool flushed = flush();
     const i32 error = std::fclose(my_handle) == 0 ? 0 : errno;
     my_handle = nullptr;
+    my_room = 0;
     if (error != 0) note_failure(error);
     platform::note_closed(my_name.view(), flushed && !my_failed);
     return flushed && !my_failed;
@@ -97,31 +100,32 @@ bool WRITE_FILE::flush() {
     if (my_handle == nullptr) return false;
     if (my_held == 0) return true;
     const u32 held = my_held;
-    my_held = 0;
-    my_block_position += held;
+    place_block(my_block_position + held);
     if (std::fwrite(my_block.get(), 1, held, my_handle) != held) return note_short_write();
     my_last_error = 0;
     return true;
 }
 
-u32 WRITE_FILE::write(const void* data, u32 count) {
+void WRITE_FILE::place_block(u32 position) noexcept {
+    my_held = 0;
+    my_block_position = position;
+    my_room = std::min(BLOCK_SIZE, LONGEST_FILE - position);
+}
+
+u32 WRITE_FILE::write_past_block(const void* data, u32 count) {
     if (my_handle == nullptr) {
         note_failure(NO_FILE_ERROR);
         return 0;
     }
-    if (count <= BLOCK_SIZE - my_held && count <= LONGEST_FILE - tell()) [[likely]] {
-        if (count > 0) std::memcpy(my_block.get() + my_held, data, count);
-        my_held += count;
-        return count;
-    }
+    if (count == 0) return 0;
     if (count > LONGEST_FILE - tell()) {
         note_failure(FILE_TOO_LARGE_ERROR);
         return 0;
     }
     if (!flush()) return 0;
-    if (count < BLOCK_SIZE) return write(data, count);
+    if (count <= my_room) return write(data, count);
     const std::size_t taken = std::fwrite(data, 1, count, my_handle);
-    my_block_position += static_cast<u32>(taken);
+    place_block(my_block_position + static_cast<u32>(taken));
     if (taken != count) note_short_write();
     return static_cast<u32>(taken);
 }
@@ -131,7 +135,7 @@ bool WRITE_FILE::seek(u32 position) {
     if (seek_from(my_handle, position) != 0) return note_failure(errno);
     const long now = std::ftell(my_handle);
     if (now < 0 || now > static_cast<long>(LONGEST_FILE)) return note_failure(FILE_TOO_LARGE_ERROR);
-    my_block_position = static_cast<u32>(now);
+    place_block(static_cast<u32>(now));
     my_last_error = 0;
     return true;
 }

@@ -5,6 +5,7 @@
 #include "support/text/text.h"
 
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 namespace VOR2_LOADER {
@@ -37,7 +38,14 @@ public:
     [[nodiscard]] bool is_open() const noexcept { return my_handle != nullptr; }
 
     /// The bytes taken: `count`, or fewer when the file is closed, too long or its device full.
-    u32 write(const void* data, u32 count);
+    u32 write(const void* data, u32 count) {
+        if (count - 1 >= my_room) [[unlikely]] // also where there is nothing to write
+            return write_past_block(data, count);
+        std::memcpy(my_block.get() + my_held, data, count);
+        my_held += count;
+        my_room -= count;
+        return count;
+    }
     /// Hands all held bytes to the system.
     bool flush();
     [[nodiscard]] u32 tell() const noexcept { return my_block_position + my_held; }
@@ -55,11 +63,15 @@ public:
 private:
     bool note_failure(i32 error) noexcept;
     bool note_short_write() noexcept;
+    u32 write_past_block(const void* data, u32 count);
+    /// To be called when the block is empty and stands somewhere else.
+    void place_block(u32 position) noexcept;
 
     std::FILE* my_handle = nullptr;
     TEXT my_name;
     std::unique_ptr<u8[]> my_block;
     u32 my_held = 0;           ///< bytes in the block
+    u32 my_room = 0;           ///< bytes that it can still take; 0 while no file is open
     u32 my_block_position = 0; ///< where in the file the block's first byte belongs
     i32 my_last_error = NO_FILE_ERROR;
     bool my_failed = false;

@@ -22,7 +22,6 @@
 
 #include "format/core/field_kinds.h"
 
-#include <bit>
 #include <limits>
 #include <tuple>
 
@@ -57,10 +56,6 @@ struct FIELD_WORDS {
     }
     [[nodiscard]] constexpr SELF read_up_to(f32 version) const {
         return with([version](FIELD_RULES& r) { r.last_version = version; });
-    }
-    /// Up to the last version below this one.
-    [[nodiscard]] constexpr SELF read_before(f32 version) const {
-        return read_up_to(std::bit_cast<f32>(std::bit_cast<u32>(version) - 1));
     }
     [[nodiscard]] constexpr SELF never_written() const {
         return with([](FIELD_RULES& r) { r.is_written = false; });

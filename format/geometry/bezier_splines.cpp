@@ -27,16 +27,18 @@ VECTOR_3 point_of(const OWNED<VOR2_ANIMATABLE_VECTOR_3>& control) {
 
 } // namespace
 
-template<class SELF, class CONTROL>
-VECTOR_3& BEZIER_CURVE<SELF, CONTROL>::position_at(VECTOR_3& out, f32 t) const {
+template<class SELF>
+VECTOR_3& BEZIER_CURVE<SELF>::position_at(VECTOR_3& out, f32 t) const {
     out = {0.0F, 0.0F, 0.0F};
+    const auto controls = static_cast<const SELF&>(*this).controls();
     for (u32 i = 0; i < controls.size(); ++i) out += point_of(controls[i]) * weight_of(this->degree, i, t);
     return out;
 }
 
-template<class SELF, class CONTROL>
-VECTOR_3& BEZIER_CURVE<SELF, CONTROL>::tangent_at(VECTOR_3& out, f32 t) const {
+template<class SELF>
+VECTOR_3& BEZIER_CURVE<SELF>::tangent_at(VECTOR_3& out, f32 t) const {
     out = {0.0F, 0.0F, 0.0F};
+    const auto controls = static_cast<const SELF&>(*this).controls();
     for (u32 i = 0; i + 1 < controls.size(); ++i) {
         out += (point_of(controls[i + 1]) - point_of(controls[i])) * weight_of(this->degree, i, t);
     }
@@ -49,7 +51,7 @@ void BEZIER_CHAIN<SELF, CURVE>::link_curves() noexcept {
     u64 first = 0;
     for (CURVE& curve : curves) {
         const bool is_whole = curve.degree <= CURVE::HIGHEST_DEGREE && first + curve.degree < all.size();
-        curve.controls = is_whole ? all.subspan(first, curve.degree + 1) : all.first(0);
+        curve.link(is_whole ? all.subspan(first, curve.degree + 1) : all.first(0));
         first += curve.degree;
     }
 }
@@ -83,8 +85,8 @@ f32 BEZIER_CHAIN<SELF, CURVE>::total_length() const {
     return sum;
 }
 
-template class BEZIER_CURVE<VOR2_RIGID_BEZIER_CURVE, VECTOR_3>;
-template class BEZIER_CURVE<VOR2_ANIM_BEZIER_CURVE, OWNED<VOR2_ANIMATABLE_VECTOR_3>>;
+template class BEZIER_CURVE<VOR2_RIGID_BEZIER_CURVE>;
+template class BEZIER_CURVE<VOR2_ANIM_BEZIER_CURVE>;
 template class BEZIER_CHAIN<VOR2_RIGID_BEZIER_SPLINE, VOR2_RIGID_BEZIER_CURVE>;
 template class BEZIER_CHAIN<VOR2_ANIM_BEZIER_SPLINE, VOR2_ANIM_BEZIER_CURVE>;
 
@@ -94,6 +96,7 @@ VOR2_RIGID_BEZIER_SPLINE::VOR2_RIGID_BEZIER_SPLINE(const VOR2_RIGID_BEZIER_SPLIN
 }
 
 VOR2_RIGID_BEZIER_SPLINE& VOR2_RIGID_BEZIER_SPLINE::operator=(const VOR2_RIGID_BEZIER_SPLINE& source) {
+    if (this == &source) return *this;
     curves = source.curves;
     points = source.points;
     link_curves();
@@ -112,6 +115,7 @@ VOR2_ANIM_BEZIER_SPLINE::VOR2_ANIM_BEZIER_SPLINE(const VOR2_ANIM_BEZIER_SPLINE& 
 }
 
 VOR2_ANIM_BEZIER_SPLINE& VOR2_ANIM_BEZIER_SPLINE::operator=(const VOR2_ANIM_BEZIER_SPLINE& source) {
+    if (this == &source) return *this;
     curves = source.curves;
     point_tracks = source.point_tracks;
     link_curves();

@@ -30,22 +30,31 @@ public:
     virtual VECTOR_3& tangent_at(VECTOR_3& out, f32 t) const = 0;
 };
 
-/// `CONTROL` is what the chain's list holds. The span is empty when there is nothing to evaluate.
-template<class SELF, class CONTROL>
+/// A curve whose class holds the span of its own control points, which is empty when there is nothing to
+/// evaluate, and gives it as `controls`.
+template<class SELF>
 class BEZIER_CURVE : public RECORDED<SELF, VOR2_IBEZIER_CURVE> {
 public:
-    std::span<const CONTROL> controls; ///< of this curve, in the list of its spline
-
     VECTOR_3& position_at(VECTOR_3& out, f32 t) const override;
     VECTOR_3& tangent_at(VECTOR_3& out, f32 t) const override;
 };
 
-class VOR2_RIGID_BEZIER_CURVE final : public BEZIER_CURVE<VOR2_RIGID_BEZIER_CURVE, VECTOR_3> {
+class VOR2_RIGID_BEZIER_CURVE final : public BEZIER_CURVE<VOR2_RIGID_BEZIER_CURVE> {
 public:
+    std::span<const VECTOR_3> control_points; ///< of this curve, within `points` of its spline
+
+    void link(std::span<const VECTOR_3> controls) noexcept { control_points = controls; }
+    [[nodiscard]] std::span<const VECTOR_3> controls() const noexcept { return control_points; }
     static constexpr auto record() { return RECORD("VOR2_RIGID_BEZIER_CURVE", base<VOR2_IBEZIER_CURVE>()); }
 };
-class VOR2_ANIM_BEZIER_CURVE final : public BEZIER_CURVE<VOR2_ANIM_BEZIER_CURVE, OWNED<VOR2_ANIMATABLE_VECTOR_3>> {
+
+class VOR2_ANIM_BEZIER_CURVE final : public BEZIER_CURVE<VOR2_ANIM_BEZIER_CURVE> {
 public:
+    using TRACKS = std::span<const OWNED<VOR2_ANIMATABLE_VECTOR_3>>;
+    TRACKS control_tracks; ///< of this curve, within `point_tracks` of its spline
+
+    void link(TRACKS controls) noexcept { control_tracks = controls; }
+    [[nodiscard]] TRACKS controls() const noexcept { return control_tracks; }
     static constexpr auto record() { return RECORD("VOR2_ANIM_BEZIER_CURVE", base<VOR2_IBEZIER_CURVE>()); }
 };
 
@@ -118,7 +127,7 @@ public:
     ~VOR2_ANIM_BEZIER_SPLINE() override = default;
 
     bool load(VOR2_INPUT_BUFFER& buffer, f32 version) override;
-    [[nodiscard]] std::span<const OWNED<VOR2_ANIMATABLE_VECTOR_3>> controls() const { return point_tracks.view(); }
+    [[nodiscard]] VOR2_ANIM_BEZIER_CURVE::TRACKS controls() const { return point_tracks.view(); }
     static constexpr auto record() {
         using C = VOR2_ANIM_BEZIER_SPLINE;
         return RECORD("VOR2_ANIM_BEZIER_SPLINE", optionals("point_tracks", &C::point_tracks),

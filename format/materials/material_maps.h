@@ -140,6 +140,7 @@ public:
     u32 normal_map_word = 0xFFFFFFFF;
 
     VOR2_NORMAL_MATERIAL_MAP() = default;
+    // NOLINTNEXTLINE(bugprone-copy-constructor-init): the base is copied with the fields, as one of them
     VOR2_NORMAL_MATERIAL_MAP(const VOR2_NORMAL_MATERIAL_MAP& source) : NESTED_RECORD() { copy_nested(source); }
     VOR2_NORMAL_MATERIAL_MAP& operator=(const VOR2_NORMAL_MATERIAL_MAP& source) {
         return *this = VOR2_NORMAL_MATERIAL_MAP(source);

@@ -29,7 +29,7 @@ bool load_instance(VOR2& root, VOR2_INPUT_BUFFER& buffer, f32 version) {
     if (!buffer.read_value(kind)) return false;
     OWNED_ARRAY<VOR2_INSTANCE>* instances = nullptr;
     each_chunk_row([&](const auto& row) {
-        if constexpr (row.IS_INSTANCES) {
+        if constexpr (std::remove_cvref_t<decltype(row)>::IS_INSTANCES) {
             if (row.instance_kind == kind) instances = &(root.*row.member);
         }
     });
