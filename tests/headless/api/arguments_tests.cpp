@@ -18,12 +18,12 @@ protected:
         syntax.addFlag("-enl", "-exportNodeList", MSyntax::kString);
         syntax.makeFlagMultiUse("-enl");
     }
-    static MArgList words(std::initializer_list<const char*> list) {
+    static MArgList words(const std::vector<const char*>& list) {
         MArgList out;
         for (const char* word : list) out.addArg(MString(word));
         return out;
     }
-    MArgDatabase parse(std::initializer_list<const char*> list) { return MArgDatabase(syntax, words(list), &status); }
+    MArgDatabase parse(const std::vector<const char*>& list) { return MArgDatabase(syntax, words(list), &status); }
 
     MSyntax syntax;
     MStatus status;
@@ -91,7 +91,7 @@ TEST_F(Arguments, a_multi_use_flag_keeps_each_use_and_another_its_last) {
 }
 
 TEST_F(Arguments, what_the_syntax_does_not_take_is_refused_in_the_hosts_words) {
-    const std::pair<std::initializer_list<const char*>, const char*> cases[] = {
+    const std::pair<std::vector<const char*>, const char*> cases[] = {
         {{"-x"}, "E: Invalid flag '-x'"},
         {{"-sAt"}, "E: Flag '-sAt' must be passed a double argument"},
         {{"-sampleAt", "fast"}, "E: Flag '-sampleAt' must be passed a double argument"},
