@@ -56,8 +56,7 @@ MStatus told(const Result<void>& done) {
 } // namespace
 
 MString MFileIO::currentFile() {
-    const std::string& name = Access::scene().file_name;
-    return name.empty() ? MString("untitled") : text(name);
+    return text(Access::scene().file_name);
 }
 
 MStatus MFileIO::newFile(bool force) {

@@ -8,7 +8,7 @@ class MFileIO {
 public:
     enum ReferenceMode { kLoadDefault, kLoadAllReferences, kLoadNoReferences };
 
-    static MString currentFile(); ///< full name; "untitled" for a scene that has no file yet
+    static MString currentFile(); ///< full name; empty for a scene that has no file yet
     static MStatus newFile(bool force = false);
     static MStatus open(const MString& fileName, const char* type = NULL, bool force = false,
                         ReferenceMode = kLoadDefault, bool ignoreVersion = false);
