@@ -151,6 +151,7 @@ private:
             }
         }
         std::vector<VertexColour> out;
+        out.reserve(coloured.size());
         for (const auto& [place, is_coloured] : coloured) out.push_back({place.first, place.second, found[place]});
         return out;
     }

@@ -114,7 +114,7 @@ private:
         return 0.75 + 0.25 * (row - 2 * up_ - along_) / along_;
     }
 
-    int ring_point(int row, int i) const { return row % rows_ * (across_ + 1) + i; }
+    int ring_point(int row, int i) const { return (row == rows_ ? 0 : row) * (across_ + 1) + i; }
     int ring_uv(int row, int i) const { return row * (across_ + 1) + i; }
 
     void ring_faces() {

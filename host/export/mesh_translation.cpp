@@ -34,7 +34,7 @@ bool read_parts(MFnMesh& mesh, unsigned int instance, MESH_PARTS& parts) {
                    mesh) &&
            is_read(mesh.getPoints(parts.positions, MSpace::kObject), "getPoints", mesh) &&
            is_read(mesh.getNormals(parts.normals, MSpace::kObject), "getNormals", mesh) &&
-           is_read(mesh.getVertexColors(parts.vertex_colours, NULL, NULL), "getVertexColors", mesh);
+           is_read(mesh.getVertexColors(parts.vertex_colours), "getVertexColors", mesh);
 }
 
 /// The material ids of a mesh's polygons, each shader's looked up once.
