@@ -5,7 +5,7 @@
 /// A parser that also looks up the scene's objects.
 class MArgDatabase : public MArgParser {
 public:
-    MArgDatabase(const MSyntax& syntax, const MArgList& words, MStatus* status = NULL)
+    MArgDatabase(const MSyntax& syntax, const MArgList& words, MStatus* status = nullptr)
         : MArgParser(syntax, words, status) {}
 
     using MArgParser::getCommandArgument;

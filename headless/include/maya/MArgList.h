@@ -12,20 +12,20 @@ class MArgList {
 public:
     enum { kInvalidArgIndex = 0xFFFFFFFFu };
 
-    unsigned int length(MStatus* status = NULL) const;
-    bool asBool(unsigned int i, MStatus* status = NULL) const;
-    int asInt(unsigned int i, MStatus* status = NULL) const;
-    double asDouble(unsigned int i, MStatus* status = NULL) const;
-    MString asString(unsigned int i, MStatus* status = NULL) const;
-    MTime asTime(unsigned int i, MStatus* status = NULL) const;
-    MAngle asAngle(unsigned int i, MStatus* status = NULL) const;
-    MDistance asDistance(unsigned int i, MStatus* status = NULL) const;
+    unsigned int length(MStatus* status = nullptr) const;
+    bool asBool(unsigned int i, MStatus* status = nullptr) const;
+    int asInt(unsigned int i, MStatus* status = nullptr) const;
+    double asDouble(unsigned int i, MStatus* status = nullptr) const;
+    MString asString(unsigned int i, MStatus* status = nullptr) const;
+    MTime asTime(unsigned int i, MStatus* status = nullptr) const;
+    MAngle asAngle(unsigned int i, MStatus* status = nullptr) const;
+    MDistance asDistance(unsigned int i, MStatus* status = nullptr) const;
     MStatus get(unsigned int i, bool& value) const;
     MStatus get(unsigned int i, int& value) const;
     MStatus get(unsigned int i, double& value) const;
     MStatus get(unsigned int i, MString& value) const;
     /// Of a flag by either of its names; `kInvalidArgIndex` when it isn't there.
-    unsigned int flagIndex(const char* shortName, const char* longName = NULL) const;
+    unsigned int flagIndex(const char* shortName, const char* longName = nullptr) const;
     MStatus addArg(bool value);
     MStatus addArg(int value);
     MStatus addArg(double value);

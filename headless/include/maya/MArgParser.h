@@ -12,14 +12,14 @@ struct ParsedArguments;
 /// A command's words, sorted out by its syntax. Flags are asked for by either name, with or without the "-".
 class MArgParser {
 public:
-    MArgParser(const MSyntax& syntax, const MArgList& words, MStatus* status = NULL);
+    MArgParser(const MSyntax& syntax, const MArgList& words, MStatus* status = nullptr);
     MArgParser(const MArgParser& other);
     MArgParser& operator=(const MArgParser& other);
     ~MArgParser();
 
-    bool isFlagSet(const char* flag, MStatus* status = NULL) const;
-    bool isEdit(MStatus* status = NULL) const;
-    bool isQuery(MStatus* status = NULL) const;
+    bool isFlagSet(const char* flag, MStatus* status = nullptr) const;
+    bool isEdit(MStatus* status = nullptr) const;
+    bool isQuery(MStatus* status = nullptr) const;
     unsigned int numberOfFlagsUsed() const;
     unsigned int numberOfFlagUses(const char* flag) const;
     /// Where in the words the arguments of that use begin.
@@ -36,20 +36,20 @@ public:
     MStatus getFlagArgument(const char* flag, unsigned int i, MTime& value) const;
     MStatus getFlagArgument(const char* flag, unsigned int i, MAngle& value) const;
     MStatus getFlagArgument(const char* flag, unsigned int i, MDistance& value) const;
-    bool flagArgumentBool(const char* flag, unsigned int i, MStatus* status = NULL) const;
-    int flagArgumentInt(const char* flag, unsigned int i, MStatus* status = NULL) const;
-    double flagArgumentDouble(const char* flag, unsigned int i, MStatus* status = NULL) const;
-    MString flagArgumentString(const char* flag, unsigned int i, MStatus* status = NULL) const;
+    bool flagArgumentBool(const char* flag, unsigned int i, MStatus* status = nullptr) const;
+    int flagArgumentInt(const char* flag, unsigned int i, MStatus* status = nullptr) const;
+    double flagArgumentDouble(const char* flag, unsigned int i, MStatus* status = nullptr) const;
+    MString flagArgumentString(const char* flag, unsigned int i, MStatus* status = nullptr) const;
 
     // Arguments without a flag.
     MStatus getCommandArgument(unsigned int i, bool& value) const;
     MStatus getCommandArgument(unsigned int i, int& value) const;
     MStatus getCommandArgument(unsigned int i, double& value) const;
     MStatus getCommandArgument(unsigned int i, MString& value) const;
-    bool commandArgumentBool(unsigned int i, MStatus* status = NULL) const;
-    int commandArgumentInt(unsigned int i, MStatus* status = NULL) const;
-    double commandArgumentDouble(unsigned int i, MStatus* status = NULL) const;
-    MString commandArgumentString(unsigned int i, MStatus* status = NULL) const;
+    bool commandArgumentBool(unsigned int i, MStatus* status = nullptr) const;
+    int commandArgumentInt(unsigned int i, MStatus* status = nullptr) const;
+    double commandArgumentDouble(unsigned int i, MStatus* status = nullptr) const;
+    MString commandArgumentString(unsigned int i, MStatus* status = nullptr) const;
     MStatus getObjects(MStringArray& names) const;
 
 protected:

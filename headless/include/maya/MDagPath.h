@@ -17,17 +17,17 @@ public:
     static MStatus getAPathTo(const MObject& node, MDagPath& path);
     static MStatus getAllPathsTo(const MObject& node, MDagPathArray& paths);
 
-    bool isValid(MStatus* status = NULL) const;
-    MObject node(MStatus* status = NULL) const;
-    MObject transform(MStatus* status = NULL) const; ///< the last transform on the way
-    bool hasFn(MFn::Type type, MStatus* status = NULL) const;
-    MFn::Type apiType(MStatus* status = NULL) const;
-    unsigned int length(MStatus* status = NULL) const; ///< nodes on the way, the world not counted
-    unsigned int instanceNumber(MStatus* status = NULL) const;
-    bool isInstanced(MStatus* status = NULL) const;
-    bool isVisible(MStatus* status = NULL) const;
-    unsigned int childCount(MStatus* status = NULL) const;
-    MObject child(unsigned int i, MStatus* status = NULL) const;
+    bool isValid(MStatus* status = nullptr) const;
+    MObject node(MStatus* status = nullptr) const;
+    MObject transform(MStatus* status = nullptr) const; ///< the last transform on the way
+    bool hasFn(MFn::Type type, MStatus* status = nullptr) const;
+    MFn::Type apiType(MStatus* status = nullptr) const;
+    unsigned int length(MStatus* status = nullptr) const; ///< nodes on the way, the world not counted
+    unsigned int instanceNumber(MStatus* status = nullptr) const;
+    bool isInstanced(MStatus* status = nullptr) const;
+    bool isVisible(MStatus* status = nullptr) const;
+    unsigned int childCount(MStatus* status = nullptr) const;
+    MObject child(unsigned int i, MStatus* status = nullptr) const;
 
     MStatus push(const MObject& child);
     MStatus pop(unsigned int count = 1);
@@ -35,13 +35,13 @@ public:
     MStatus numberOfShapesDirectlyBelow(unsigned int& count) const;
     MStatus extendToShapeDirectlyBelow(unsigned int i);
 
-    MMatrix inclusiveMatrix(MStatus* status = NULL) const;
-    MMatrix exclusiveMatrix(MStatus* status = NULL) const;
-    MMatrix inclusiveMatrixInverse(MStatus* status = NULL) const { return inclusiveMatrix(status).inverse(); }
-    MMatrix exclusiveMatrixInverse(MStatus* status = NULL) const { return exclusiveMatrix(status).inverse(); }
+    MMatrix inclusiveMatrix(MStatus* status = nullptr) const;
+    MMatrix exclusiveMatrix(MStatus* status = nullptr) const;
+    MMatrix inclusiveMatrixInverse(MStatus* status = nullptr) const { return inclusiveMatrix(status).inverse(); }
+    MMatrix exclusiveMatrixInverse(MStatus* status = nullptr) const { return exclusiveMatrix(status).inverse(); }
 
-    MString fullPathName(MStatus* status = NULL) const;    ///< "|a|b"
-    MString partialPathName(MStatus* status = NULL) const; ///< as much of it as is unique
+    MString fullPathName(MStatus* status = nullptr) const;    ///< "|a|b"
+    MString partialPathName(MStatus* status = nullptr) const; ///< as much of it as is unique
     MStatus set(const MDagPath& other);
     bool operator==(const MDagPath& other) const;
     bool operator!=(const MDagPath& other) const { return !(*this == other); }

@@ -12,7 +12,7 @@ public:
     virtual MFn::Type type() const { return MFn::kBase; }
     bool hasObj(MFn::Type kind) const { return kind == type(); }
     bool hasObj(const MObject& object) const { return object.hasFn(type()); }
-    MObject object(MStatus* status = NULL) const;
+    MObject object(MStatus* status = nullptr) const;
     virtual MStatus setObject(MObject& object);
     virtual MStatus setObject(const MObject& object);
 

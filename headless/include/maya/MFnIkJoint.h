@@ -6,13 +6,13 @@
 class MFnIkJoint : public MFnTransform {
 public:
     MFnIkJoint() = default;
-    MFnIkJoint(MObject& object, MStatus* status = NULL) { attach(object, status); }
-    MFnIkJoint(const MObject& object, MStatus* status = NULL) { attach(object, status); }
-    MFnIkJoint(const MDagPath& path, MStatus* status = NULL) { MFnDagNode::attach(path, status); }
+    MFnIkJoint(MObject& object, MStatus* status = nullptr) { attach(object, status); }
+    MFnIkJoint(const MObject& object, MStatus* status = nullptr) { attach(object, status); }
+    MFnIkJoint(const MDagPath& path, MStatus* status = nullptr) { MFnDagNode::attach(path, status); }
     MFn::Type type() const override { return MFn::kJoint; }
 
     /// Makes a joint under a parent, or under the world, and selects it alone.
-    MObject create(MObject parent = MObject::kNullObj, MStatus* status = NULL);
+    MObject create(MObject parent = MObject::kNullObj, MStatus* status = nullptr);
     MStatus getOrientation(MQuaternion& orientation) const;
     MStatus setOrientation(const MQuaternion& orientation);
     MStatus getOrientation(MEulerRotation& orientation) const;

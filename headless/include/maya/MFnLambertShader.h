@@ -7,14 +7,14 @@
 class MFnLambertShader : public MFnDependencyNode {
 public:
     MFnLambertShader() = default;
-    MFnLambertShader(MObject& object, MStatus* status = NULL) { attach(object, status); }
-    MFnLambertShader(const MObject& object, MStatus* status = NULL) { attach(object, status); }
+    MFnLambertShader(MObject& object, MStatus* status = nullptr) { attach(object, status); }
+    MFnLambertShader(const MObject& object, MStatus* status = nullptr) { attach(object, status); }
     MFn::Type type() const override { return MFn::kLambert; }
 
-    MColor color(MStatus* status = NULL) const;
-    MColor transparency(MStatus* status = NULL) const;
-    MColor ambientColor(MStatus* status = NULL) const;
-    MColor incandescence(MStatus* status = NULL) const;
-    float diffuseCoeff(MStatus* status = NULL) const;
-    float translucenceCoeff(MStatus* status = NULL) const;
+    MColor color(MStatus* status = nullptr) const;
+    MColor transparency(MStatus* status = nullptr) const;
+    MColor ambientColor(MStatus* status = nullptr) const;
+    MColor incandescence(MStatus* status = nullptr) const;
+    float diffuseCoeff(MStatus* status = nullptr) const;
+    float translucenceCoeff(MStatus* status = nullptr) const;
 };

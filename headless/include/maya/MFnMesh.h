@@ -21,22 +21,22 @@ struct Mesh;
 class MFnMesh : public MFnDagNode {
 public:
     MFnMesh() = default;
-    MFnMesh(MObject& object, MStatus* status = NULL) { attach(object, status); }
-    MFnMesh(const MObject& object, MStatus* status = NULL) { attach(object, status); }
-    MFnMesh(const MDagPath& path, MStatus* status = NULL) { MFnDagNode::attach(path, status); }
+    MFnMesh(MObject& object, MStatus* status = nullptr) { attach(object, status); }
+    MFnMesh(const MObject& object, MStatus* status = nullptr) { attach(object, status); }
+    MFnMesh(const MDagPath& path, MStatus* status = nullptr) { MFnDagNode::attach(path, status); }
     MFn::Type type() const override { return MFn::kMesh; }
     using MFnDagNode::setObject;
     MStatus setObject(const MObject& object) override;
 
-    int numVertices(MStatus* status = NULL) const;
-    int numEdges(MStatus* status = NULL) const;
-    int numPolygons(MStatus* status = NULL) const;
-    int numFaceVertices(MStatus* status = NULL) const;
-    int polygonVertexCount(int polygonId, MStatus* status = NULL) const;
+    int numVertices(MStatus* status = nullptr) const;
+    int numEdges(MStatus* status = nullptr) const;
+    int numPolygons(MStatus* status = nullptr) const;
+    int numFaceVertices(MStatus* status = nullptr) const;
+    int polygonVertexCount(int polygonId, MStatus* status = nullptr) const;
     MStatus getPolygonVertices(int polygonId, MIntArray& vertexList) const;
     MStatus getVertices(MIntArray& vertexCount, MIntArray& vertexList) const;
     MStatus getEdgeVertices(int edgeId, int vertexList[2]) const;
-    bool isEdgeSmooth(int edgeId, MStatus* status = NULL) const;
+    bool isEdgeSmooth(int edgeId, MStatus* status = nullptr) const;
     /// How many triangles each polygon gives, and three vertices for each of them.
     MStatus getTriangles(MIntArray& triangleCounts, MIntArray& triangleVertices) const;
 
@@ -45,18 +45,18 @@ public:
     /// One a vertex: the mean of its faces' by area and angle, or of those that were set.
     MStatus getNormals(MFloatVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
     /// One a vertex: the mean of its corners'. Where none has a colour, `defaultUnsetColor`, or -1 in all four without.
-    MStatus getVertexColors(MColorArray& colors, const MString* colorSet = NULL,
-                            const MColor* defaultUnsetColor = NULL);
-    int numColorSets(MStatus* status = NULL) const;
+    MStatus getVertexColors(MColorArray& colors, const MString* colorSet = nullptr,
+                            const MColor* defaultUnsetColor = nullptr);
+    int numColorSets(MStatus* status = nullptr) const;
     MStatus getColorSetNames(MStringArray& setNames) const;
 
-    int numUVSets(MStatus* status = NULL) const;
+    int numUVSets(MStatus* status = nullptr) const;
     MStatus getUVSetNames(MStringArray& setNames) const;
-    int numUVs(MStatus* status = NULL) const;
-    int numUVs(const MString& uvSet, MStatus* status = NULL) const;
-    MStatus getUV(int uvId, float& u, float& v, const MString* uvSet = NULL) const;
-    MStatus getUVs(MFloatArray& uArray, MFloatArray& vArray, const MString* uvSet = NULL) const;
-    MStatus getPolygonUVid(int polygonId, int vertexIndex, int& uvId, const MString* uvSet = NULL) const;
+    int numUVs(MStatus* status = nullptr) const;
+    int numUVs(const MString& uvSet, MStatus* status = nullptr) const;
+    MStatus getUV(int uvId, float& u, float& v, const MString* uvSet = nullptr) const;
+    MStatus getUVs(MFloatArray& uArray, MFloatArray& vArray, const MString* uvSet = nullptr) const;
+    MStatus getPolygonUVid(int polygonId, int vertexIndex, int& uvId, const MString* uvSet = nullptr) const;
 
     /// The shading groups of an instance, and for each polygon which of them it is in, or -1.
     MStatus getConnectedShaders(unsigned int instanceNumber, MObjectArray& shaders, MIntArray& indices) const;

@@ -19,19 +19,19 @@ public:
               const char* requiredApiVersion = "Any", MStatus* status = 0L);
     MFn::Type type() const override { return MFn::kPlugin; }
 
-    MString name(MStatus* status = NULL) const;
-    MString vendor(MStatus* status = NULL) const;
-    MString version(MStatus* status = NULL) const;
-    MString apiVersion(MStatus* status = NULL) const;
+    MString name(MStatus* status = nullptr) const;
+    MString vendor(MStatus* status = nullptr) const;
+    MString version(MStatus* status = nullptr) const;
+    MString apiVersion(MStatus* status = nullptr) const;
     MStatus setVersion(const MString& version);
     /// A name that is registered is refused; so is a null creator.
     MStatus registerFileTranslator(const MString& translatorName, const char* pixmapName,
-                                   MCreatorFunction creatorFunction, const char* optionsScriptName = NULL,
-                                   const char* defaultOptionsString = NULL, bool requiresFullMel = false,
+                                   MCreatorFunction creatorFunction, const char* optionsScriptName = nullptr,
+                                   const char* defaultOptionsString = nullptr, bool requiresFullMel = false,
                                    DataStorageLocation dataStorageLocation = kDefaultDataLocation);
     MStatus deregisterFileTranslator(const MString& translatorName);
     MStatus registerCommand(const MString& commandName, MCreatorFunction creatorFunction,
-                            MCreateSyntaxFunction createSyntaxFunction = NULL);
+                            MCreateSyntaxFunction createSyntaxFunction = nullptr);
     MStatus deregisterCommand(const MString& commandName);
 
 private:

@@ -10,21 +10,21 @@
 class MFnTransform : public MFnDagNode {
 public:
     MFnTransform() = default;
-    MFnTransform(MObject& object, MStatus* status = NULL) { attach(object, status); }
-    MFnTransform(const MObject& object, MStatus* status = NULL) { attach(object, status); }
-    MFnTransform(const MDagPath& path, MStatus* status = NULL) { MFnDagNode::attach(path, status); }
+    MFnTransform(MObject& object, MStatus* status = nullptr) { attach(object, status); }
+    MFnTransform(const MObject& object, MStatus* status = nullptr) { attach(object, status); }
+    MFnTransform(const MDagPath& path, MStatus* status = nullptr) { MFnDagNode::attach(path, status); }
     MFn::Type type() const override { return MFn::kTransform; }
 
-    MObject create(MObject parent = MObject::kNullObj, MStatus* status = NULL);
+    MObject create(MObject parent = MObject::kNullObj, MStatus* status = nullptr);
 
     /// The local matrix: of a joint with its orient and the compensation of its parent's scale.
-    MTransformationMatrix transformation(MStatus* status = NULL) const;
+    MTransformationMatrix transformation(MStatus* status = nullptr) const;
     /// Sets translate, rotate, scale and shear so that `transformation` gives this matrix back. Pivots, rotate
     /// axis, rotate order and joint orient stay the node's own. A joint has no shear.
     MStatus set(const MTransformationMatrix& transformation);
 
-    MVector getTranslation(MSpace::Space space, MStatus* status = NULL) const;
-    MVector translation(MSpace::Space space, MStatus* status = NULL) const { return getTranslation(space, status); }
+    MVector getTranslation(MSpace::Space space, MStatus* status = nullptr) const;
+    MVector translation(MSpace::Space space, MStatus* status = nullptr) const { return getTranslation(space, status); }
     MStatus setTranslation(const MVector& translation, MSpace::Space space);
     MStatus translateBy(const MVector& translation, MSpace::Space space);
 
@@ -34,13 +34,13 @@ public:
     MStatus setRotation(const MEulerRotation& rotation);
     MStatus setRotation(const MQuaternion& rotation, MSpace::Space space = MSpace::kTransform);
     MStatus setRotation(const double angles[3], MTransformationMatrix::RotationOrder order);
-    MTransformationMatrix::RotationOrder rotationOrder(MStatus* status = NULL) const;
+    MTransformationMatrix::RotationOrder rotationOrder(MStatus* status = nullptr) const;
     MStatus setRotationOrder(MTransformationMatrix::RotationOrder order, bool reorder);
 
     MStatus getScale(double scale[3]) const;
     MStatus setScale(const double scale[3]);
     MStatus getShear(double shear[3]) const;
     MStatus setShear(const double shear[3]);
-    MPoint rotatePivot(MSpace::Space space, MStatus* status = NULL) const;
-    MPoint scalePivot(MSpace::Space space, MStatus* status = NULL) const;
+    MPoint rotatePivot(MSpace::Space space, MStatus* status = nullptr) const;
+    MPoint scalePivot(MSpace::Space space, MStatus* status = nullptr) const;
 };

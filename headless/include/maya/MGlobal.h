@@ -45,12 +45,12 @@ public:
     static MStatus executeCommand(const MString& line, MIntArray& result, bool displayEnabled = false,
                                   bool undoEnabled = false);
     static MString executeCommandStringResult(const MString& line, bool displayEnabled = false,
-                                              bool undoEnabled = false, MStatus* status = NULL);
+                                              bool undoEnabled = false, MStatus* status = nullptr);
     static MStatus executePythonCommand(const MString& line, bool displayEnabled = false, bool undoEnabled = false);
     static MStatus executePythonCommand(const MString& line, MString& result, bool displayEnabled = false,
                                         bool undoEnabled = false);
     static MString executePythonCommandStringResult(const MString& line, bool displayEnabled = false,
-                                                    bool undoEnabled = false, MStatus* status = NULL);
+                                                    bool undoEnabled = false, MStatus* status = nullptr);
 
     static void displayInfo(const MString& text);
     static void displayWarning(const MString& text);
@@ -58,7 +58,7 @@ public:
 
     static MString mayaVersion();
     static int apiVersion();
-    static MMayaState mayaState(MStatus* status = NULL);
-    static bool isYAxisUp(MStatus* status = NULL);
-    static bool isZAxisUp(MStatus* status = NULL);
+    static MMayaState mayaState(MStatus* status = nullptr);
+    static bool isYAxisUp(MStatus* status = nullptr);
+    static bool isZAxisUp(MStatus* status = nullptr);
 };

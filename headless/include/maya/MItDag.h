@@ -13,7 +13,7 @@ class MItDag {
 public:
     enum TraversalType { kInvalidType, kDepthFirst, kBreadthFirst };
 
-    MItDag(TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid, MStatus* status = NULL);
+    MItDag(TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid, MStatus* status = nullptr);
     ~MItDag();
     MItDag(const MItDag&) = delete;
     MItDag& operator=(const MItDag&) = delete;
@@ -21,18 +21,18 @@ public:
     MStatus reset();
     MStatus reset(const MObject& root, TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid);
     MStatus reset(const MDagPath& root, TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid);
-    bool isDone(MStatus* status = NULL) const;
+    bool isDone(MStatus* status = nullptr) const;
     MStatus next();
     MStatus prune(); ///< leaves out what stands under the current node
-    MObject currentItem(MStatus* status = NULL) const;
-    MObject item(MStatus* status = NULL) const { return currentItem(status); }
+    MObject currentItem(MStatus* status = nullptr) const;
+    MObject item(MStatus* status = nullptr) const { return currentItem(status); }
     MStatus getPath(MDagPath& path) const;
     MStatus getAllPaths(MDagPathArray& paths) const;
-    MString fullPathName(MStatus* status = NULL) const;
-    MString partialPathName(MStatus* status = NULL) const;
-    unsigned int depth(MStatus* status = NULL) const; ///< below where the walk began
-    unsigned int instanceCount(bool total, MStatus* status = NULL) const;
-    bool isInstanced(bool indirect = true, MStatus* status = NULL) const;
+    MString fullPathName(MStatus* status = nullptr) const;
+    MString partialPathName(MStatus* status = nullptr) const;
+    unsigned int depth(MStatus* status = nullptr) const; ///< below where the walk began
+    unsigned int instanceCount(bool total, MStatus* status = nullptr) const;
+    bool isInstanced(bool indirect = true, MStatus* status = nullptr) const;
 
 private:
     struct Walk;

@@ -13,12 +13,12 @@ public:
         kPlugSelectionItem
     };
 
-    MItSelectionList(const MSelectionList& list, MFn::Type filter = MFn::kInvalid, MStatus* status = NULL);
-    bool isDone(MStatus* status = NULL) const;
+    MItSelectionList(const MSelectionList& list, MFn::Type filter = MFn::kInvalid, MStatus* status = nullptr);
+    bool isDone(MStatus* status = nullptr) const;
     MStatus next();
     MStatus reset();
     MStatus setFilter(MFn::Type filter);
-    selectionItemType itemType(MStatus* status = NULL) const;
+    selectionItemType itemType(MStatus* status = nullptr) const;
     MStatus getDependNode(MObject& node) const;
     MStatus getDagPath(MDagPath& path) const;
     MStatus getDagPath(MDagPath& path, MObject& component) const;

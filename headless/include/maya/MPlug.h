@@ -15,35 +15,35 @@ class MPlug {
 public:
     MPlug() = default;
 
-    bool isNull(MStatus* status = NULL) const;
-    MString name(MStatus* status = NULL) const; ///< "node.attribute"
-    MString info(MStatus* status = NULL) const { return name(status); }
+    bool isNull(MStatus* status = nullptr) const;
+    MString name(MStatus* status = nullptr) const; ///< "node.attribute"
+    MString info(MStatus* status = nullptr) const { return name(status); }
     MString partialName(bool includeNodeName = false, bool includeNonMandatoryIndices = false,
                         bool includeInstancedIndices = false, bool useAlias = false, bool useFullAttributePath = false,
-                        bool useLongNames = false, MStatus* status = NULL) const;
-    MObject node(MStatus* status = NULL) const;
+                        bool useLongNames = false, MStatus* status = nullptr) const;
+    MObject node(MStatus* status = nullptr) const;
 
-    bool isArray(MStatus* status = NULL) const;
-    bool isElement(MStatus* status = NULL) const;
-    bool isCompound(MStatus* status = NULL) const;
-    bool isChild(MStatus* status = NULL) const;
-    bool isDynamic(MStatus* status = NULL) const;
-    unsigned int numElements(MStatus* status = NULL) const;
-    unsigned int evaluateNumElements(MStatus* status = NULL) { return numElements(status); }
-    unsigned int numChildren(MStatus* status = NULL) const;
-    unsigned int logicalIndex(MStatus* status = NULL) const;
-    MPlug elementByLogicalIndex(unsigned int i, MStatus* status = NULL) const;
-    MPlug elementByPhysicalIndex(unsigned int i, MStatus* status = NULL) const;
+    bool isArray(MStatus* status = nullptr) const;
+    bool isElement(MStatus* status = nullptr) const;
+    bool isCompound(MStatus* status = nullptr) const;
+    bool isChild(MStatus* status = nullptr) const;
+    bool isDynamic(MStatus* status = nullptr) const;
+    unsigned int numElements(MStatus* status = nullptr) const;
+    unsigned int evaluateNumElements(MStatus* status = nullptr) { return numElements(status); }
+    unsigned int numChildren(MStatus* status = nullptr) const;
+    unsigned int logicalIndex(MStatus* status = nullptr) const;
+    MPlug elementByLogicalIndex(unsigned int i, MStatus* status = nullptr) const;
+    MPlug elementByPhysicalIndex(unsigned int i, MStatus* status = nullptr) const;
     MPlug operator[](unsigned int i) const { return elementByPhysicalIndex(i); }
-    MPlug child(unsigned int i, MStatus* status = NULL) const;
-    MPlug parent(MStatus* status = NULL) const;
-    MPlug array(MStatus* status = NULL) const;
+    MPlug child(unsigned int i, MStatus* status = nullptr) const;
+    MPlug parent(MStatus* status = nullptr) const;
+    MPlug array(MStatus* status = nullptr) const;
 
-    bool isConnected(MStatus* status = NULL) const;
-    bool connectedTo(MPlugArray& plugs, bool asDestination, bool asSource, MStatus* status = NULL) const;
-    bool isLocked(MStatus* status = NULL) const;
+    bool isConnected(MStatus* status = nullptr) const;
+    bool connectedTo(MPlugArray& plugs, bool asDestination, bool asSource, MStatus* status = nullptr) const;
+    bool isLocked(MStatus* status = nullptr) const;
     MStatus setLocked(bool locked);
-    bool isKeyable(MStatus* status = NULL) const;
+    bool isKeyable(MStatus* status = nullptr) const;
     MStatus setKeyable(bool keyable);
 
     MStatus setValue(bool value);
@@ -62,15 +62,15 @@ public:
     MStatus setFloat(float value) { return setValue(value); }
     MStatus setString(const MString& value) { return setValue(value); }
     MStatus setMTime(const MTime& value) { return setValue(value); }
-    bool asBool(MStatus* status = NULL) const;
-    short asShort(MStatus* status = NULL) const;
-    int asInt(MStatus* status = NULL) const;
-    float asFloat(MStatus* status = NULL) const;
-    double asDouble(MStatus* status = NULL) const;
-    MTime asMTime(MStatus* status = NULL) const;
-    MAngle asMAngle(MStatus* status = NULL) const;
-    MDistance asMDistance(MStatus* status = NULL) const;
-    MString asString(MStatus* status = NULL) const;
+    bool asBool(MStatus* status = nullptr) const;
+    short asShort(MStatus* status = nullptr) const;
+    int asInt(MStatus* status = nullptr) const;
+    float asFloat(MStatus* status = nullptr) const;
+    double asDouble(MStatus* status = nullptr) const;
+    MTime asMTime(MStatus* status = nullptr) const;
+    MAngle asMAngle(MStatus* status = nullptr) const;
+    MDistance asMDistance(MStatus* status = nullptr) const;
+    MString asString(MStatus* status = nullptr) const;
     MStatus getValue(bool& value) const;
     MStatus getValue(int& value) const;
     MStatus getValue(float& value) const;

@@ -24,8 +24,8 @@ public:
     MSelectionList& operator=(const MSelectionList& other);
     ~MSelectionList();
 
-    unsigned int length(MStatus* status = NULL) const;
-    bool isEmpty(MStatus* status = NULL) const { return length(status) == 0; }
+    unsigned int length(MStatus* status = nullptr) const;
+    bool isEmpty(MStatus* status = nullptr) const { return length(status) == 0; }
     MStatus clear();
     /// By name or path, with wildcards. `searchChildNamespaces` finds a bare name in every namespace.
     MStatus add(const MString& name, const bool searchChildNamespaces = false);
@@ -43,8 +43,8 @@ public:
     MStatus getPlug(unsigned int i, MPlug& plug) const;
     MStatus getSelectionStrings(MStringArray& names) const;
     MStatus getSelectionStrings(unsigned int i, MStringArray& names) const;
-    bool hasItem(const MObject& node, MStatus* status = NULL) const;
-    bool hasItem(const MDagPath& path, const MObject& component = MObject::kNullObj, MStatus* status = NULL) const;
+    bool hasItem(const MObject& node, MStatus* status = nullptr) const;
+    bool hasItem(const MDagPath& path, const MObject& component = MObject::kNullObj, MStatus* status = nullptr) const;
 
 private:
     friend struct headless::Access;

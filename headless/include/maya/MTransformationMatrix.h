@@ -24,10 +24,10 @@ public:
 
     MQuaternion rotation() const;
     MEulerRotation eulerRotation() const;
-    RotationOrder rotationOrder(MStatus* status = NULL) const;
+    RotationOrder rotationOrder(MStatus* status = nullptr) const;
     /// States the same rotation in another order; `reorder` false keeps the angles and so turns otherwise.
     MStatus setRotationOrder(RotationOrder order, bool reorder);
-    MQuaternion rotationOrientation(MStatus* status = NULL) const;
+    MQuaternion rotationOrientation(MStatus* status = nullptr) const;
     MTransformationMatrix& setRotationOrientation(const MQuaternion& orientation);
     MStatus getRotation(double angles[3], RotationOrder& order, MSpace::Space = MSpace::kTransform) const;
     MStatus setRotation(const double angles[3], RotationOrder order, MSpace::Space = MSpace::kTransform);
@@ -35,23 +35,23 @@ public:
     MStatus setRotationQuaternion(double x, double y, double z, double w, MSpace::Space = MSpace::kTransform);
     MTransformationMatrix& rotateTo(const MQuaternion& rotation);
     MTransformationMatrix& rotateTo(const MEulerRotation& rotation);
-    MTransformationMatrix& rotateBy(const MQuaternion& rotation, MSpace::Space space, MStatus* status = NULL);
+    MTransformationMatrix& rotateBy(const MQuaternion& rotation, MSpace::Space space, MStatus* status = nullptr);
 
     MStatus getScale(double scale[3], MSpace::Space) const;
     MStatus setScale(const double scale[3], MSpace::Space);
     MStatus getShear(double shear[3], MSpace::Space) const;
     MStatus setShear(const double shear[3], MSpace::Space);
-    MVector getTranslation(MSpace::Space space, MStatus* status = NULL) const;
-    MVector translation(MSpace::Space space, MStatus* status = NULL) const { return getTranslation(space, status); }
+    MVector getTranslation(MSpace::Space space, MStatus* status = nullptr) const;
+    MVector translation(MSpace::Space space, MStatus* status = nullptr) const { return getTranslation(space, status); }
     MStatus setTranslation(const MVector& translation, MSpace::Space);
     MStatus addTranslation(const MVector& translation, MSpace::Space);
-    MPoint rotatePivot(MSpace::Space, MStatus* status = NULL) const;
+    MPoint rotatePivot(MSpace::Space, MStatus* status = nullptr) const;
     MStatus setRotatePivot(const MPoint& pivot, MSpace::Space, bool balance);
-    MVector rotatePivotTranslation(MSpace::Space, MStatus* status = NULL) const;
+    MVector rotatePivotTranslation(MSpace::Space, MStatus* status = nullptr) const;
     MStatus setRotatePivotTranslation(const MVector& translation, MSpace::Space);
-    MPoint scalePivot(MSpace::Space, MStatus* status = NULL) const;
+    MPoint scalePivot(MSpace::Space, MStatus* status = nullptr) const;
     MStatus setScalePivot(const MPoint& pivot, MSpace::Space, bool balance);
-    MVector scalePivotTranslation(MSpace::Space, MStatus* status = NULL) const;
+    MVector scalePivotTranslation(MSpace::Space, MStatus* status = nullptr) const;
     MStatus setScalePivotTranslation(const MVector& translation, MSpace::Space);
 
     bool operator==(const MTransformationMatrix& other) const { return asMatrix() == other.asMatrix(); }
