@@ -23,7 +23,7 @@
 #include "format/core/field_kinds.h"
 
 #include <limits>
-#include <tuple>
+#include <utility>
 
 namespace VOR2_LOADER {
 
@@ -172,16 +172,40 @@ struct BASE_FIELD : FIELD_WORDS<BASE_FIELD<BASE>> {
     }
 };
 
+/// Fields by their places: a tuple that costs the compiler little. Each source that sees a class makes the type
+/// of its record.
+template<std::size_t PLACE, class FIELD>
+struct FIELD_AT {
+    FIELD field;
+};
+template<class PLACES, class... FIELDS>
+struct FIELD_LIST;
+template<std::size_t... PLACES, class... FIELDS>
+struct FIELD_LIST<std::index_sequence<PLACES...>, FIELDS...> : FIELD_AT<PLACES, FIELDS>... {
+    static constexpr std::size_t SIZE = sizeof...(FIELDS);
+
+    constexpr explicit FIELD_LIST(const FIELDS&... list) : FIELD_AT<PLACES, FIELDS>{list}... {}
+    /// What `call` gives for all fields at once.
+    template<class CALL>
+    constexpr auto apply(CALL&& call) const {
+        return call(static_cast<const FIELD_AT<PLACES, FIELDS>&>(*this).field...);
+    }
+};
+template<std::size_t PLACE, class FIELD>
+constexpr const FIELD& field_at(const FIELD_AT<PLACE, FIELD>& list) {
+    return list.field;
+}
+
 template<class... FIELDS>
 struct RECORD {
     std::string_view class_name;
-    std::tuple<FIELDS...> fields;
+    FIELD_LIST<std::index_sequence_for<FIELDS...>, FIELDS...> fields;
 
     constexpr explicit RECORD(std::string_view name, FIELDS... list) : class_name(name), fields(list...) {}
     /// Calls `visit` with each field in file order.
     template<class VISIT>
     constexpr void each(VISIT&& visit) const {
-        std::apply([&](const FIELDS&... field) { (visit(field), ...); }, fields);
+        fields.apply([&](const FIELDS&... field) { (visit(field), ...); });
     }
 };
 
@@ -286,7 +310,10 @@ class FAMILY_KIND : public ANIMATED_RECORD<SELF, DIRECT...> {
 public:
     static constexpr u32 KIND = NUMBER;
     [[nodiscard]] u32 kind() const override { return NUMBER; }
-    [[nodiscard]] std::string_view class_name() const override { return SELF::record().class_name; }
+    [[nodiscard]] std::string_view class_name() const override {
+        static constexpr std::string_view NAME = SELF::record().class_name;
+        return NAME;
+    }
     [[nodiscard]] bool equals(const FAMILY& other) const override {
         return other.kind() == NUMBER && static_cast<const SELF&>(*this) == static_cast<const SELF&>(other);
     }

@@ -39,8 +39,8 @@ bool RECORD_OPERATIONS<T>::save(const T& self, VOR2_WRITE_STREAM& stream) {
 template<class T>
 bool RECORD_OPERATIONS<T>::equal(const T& a, const T& b) {
     static constexpr auto RECORD_OF_T = T::record();
-    return std::apply([&](const auto&... field) { return ((!field.rules.is_compared || field.equal(a, b)) && ...); },
-                      RECORD_OF_T.fields);
+    return RECORD_OF_T.fields.apply(
+        [&](const auto&... field) { return ((!field.rules.is_compared || field.equal(a, b)) && ...); });
 }
 
 template<class T>

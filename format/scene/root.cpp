@@ -24,19 +24,19 @@ void skin_all(VOR2& root) {
     }
 }
 
-template<class STEP>
-void move_all(VOR2& root, const STEP& step) {
+/// Moves what stands in one row of the table, and skins before the first row behind the skinning's place.
+template<std::size_t ROW, class STEP>
+void move_row(VOR2& root, const STEP& step, bool& skinned) {
+    static constexpr auto& TABLE_ROW = std::get<ROW>(ROOT_CHUNKS);
+    if (TABLE_ROW.move_place > SKINNING_PLACE && !std::exchange(skinned, true)) skin_all(root);
+    if constexpr (TABLE_ROW.move_place != NOT_MOVED) TABLE_ROW.move(root, step);
+}
+
+template<class STEP, std::size_t... PLACES>
+void move_rows(VOR2& root, const STEP& step, std::index_sequence<PLACES...> /*all*/) {
     static constexpr auto ORDER = rows_by_move_place();
     bool skinned = false;
-    const auto move_row = [&]<std::size_t ROW>() {
-        static constexpr auto& TABLE_ROW = std::get<ROW>(ROOT_CHUNKS);
-        if (TABLE_ROW.move_place > SKINNING_PLACE && !std::exchange(skinned, true)) skin_all(root);
-        if constexpr (TABLE_ROW.move_place != NOT_MOVED) TABLE_ROW.move(root, step);
-    };
-    [&]<std::size_t... I>(std::index_sequence<I...>) {
-        (move_row.template operator()<ORDER[I]>(), ...);
-    }
-    (std::make_index_sequence<ROW_COUNT>());
+    (move_row<ORDER[PLACES]>(root, step, skinned), ...);
 }
 
 } // namespace
@@ -53,11 +53,11 @@ void VOR2::clear() {
 }
 
 void VOR2::advance(f32 delta) {
-    move_all(*this, ADVANCE{delta});
+    move_rows(*this, ADVANCE{delta}, std::make_index_sequence<ROW_COUNT>());
 }
 
 void VOR2::set_time(f32 time) {
-    move_all(*this, SET_TIME{time});
+    move_rows(*this, SET_TIME{time}, std::make_index_sequence<ROW_COUNT>());
 }
 
 void VOR2::describe(RECORD_VISITOR& visitor) const {

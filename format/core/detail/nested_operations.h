@@ -30,24 +30,26 @@ struct COPY_PAIR {
     explicit operator bool() const { return to != nullptr && from != nullptr; }
 };
 
+template<class OPERATION, class RECORD_TYPE, class HANDLE, std::size_t... PLACES>
+bool run_on_field(std::size_t place, const RECORD_TYPE& record, OPERATION& operation, HANDLE node, HANDLE& child,
+                  std::index_sequence<PLACES...> /*all*/) {
+    bool goes_on = true;
+    ((PLACES == place ? void(goes_on = operation(field_at<PLACES>(record.fields), node, child)) : void()), ...);
+    return goes_on;
+}
+
 /// Calls `operation(field, node, child)` for every field of the tree in file order, a child's fields in
 /// its parent's place for it. An operation that gives false ends the run.
 template<class NODE, class HANDLE, class OPERATION>
 void run_nested(HANDLE top, OPERATION& operation) {
     static constexpr auto RECORD_OF_NODE = NODE::record();
-    constexpr std::size_t FIELD_COUNT = std::tuple_size_v<decltype(RECORD_OF_NODE.fields)>;
+    constexpr std::size_t FIELD_COUNT = RECORD_OF_NODE.fields.SIZE;
     struct FRAME {
         HANDLE node;
         std::size_t next_field;
     };
     ARRAY<FRAME> frames;
     frames.push_back({top, 0});
-    const auto apply = [&]<std::size_t... I>(std::size_t index, HANDLE node, HANDLE & child,
-                                             std::index_sequence<I...>) {
-        bool goes_on = true;
-        ((I == index ? void(goes_on = operation(std::get<I>(RECORD_OF_NODE.fields), node, child)) : void()), ...);
-        return goes_on;
-    };
     while (!frames.empty()) {
         FRAME& frame = frames.back();
         if (frame.next_field == FIELD_COUNT) {
@@ -58,7 +60,9 @@ void run_nested(HANDLE top, OPERATION& operation) {
             continue;
         }
         HANDLE child{};
-        if (!apply(frame.next_field++, frame.node, child, std::make_index_sequence<FIELD_COUNT>())) return;
+        if (!run_on_field(frame.next_field++, RECORD_OF_NODE, operation, frame.node, child,
+                          std::make_index_sequence<FIELD_COUNT>()))
+            return;
         if (child) frames.push_back({child, 0});
     }
 }

@@ -8,12 +8,10 @@ namespace VOR2_LOADER {
 template<class T>
 constexpr u32 fixed_size_of() {
     if constexpr (HAS_RECORD<T>) {
-        return std::apply(
-            [](const auto&... field) {
-                const bool fixed = (field.is_fixed() && ...);
-                return fixed ? (u32{0} + ... + field.fixed_size()) : 0;
-            },
-            T::record().fields);
+        return T::record().fields.apply([](const auto&... field) {
+            const bool fixed = (field.is_fixed() && ...);
+            return fixed ? (u32{0} + ... + field.fixed_size()) : 0;
+        });
     } else {
         return 0;
     }
@@ -23,9 +21,9 @@ constexpr u32 fixed_size_of() {
 template<class T>
 constexpr u32 least_size_of() {
     if constexpr (HAS_RECORD<T>) {
-        return std::apply(
-            [](const auto&... field) { return (u32{0} + ... + (field.rules.always_there() ? field.least_size() : 0)); },
-            T::record().fields);
+        return T::record().fields.apply([](const auto&... field) {
+            return (u32{0} + ... + (field.rules.always_there() ? field.least_size() : 0));
+        });
     } else {
         return T::LEAST_RECORD_SIZE;
     }

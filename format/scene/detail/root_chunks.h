@@ -6,6 +6,8 @@
 #include "format/scene/array_lengths.h"
 #include "format/scene/root.h"
 
+#include <tuple>
+
 namespace VOR2_LOADER {
 
 /// The clock's place of a row that doesn't follow it.
