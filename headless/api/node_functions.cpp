@@ -73,7 +73,7 @@ MPlug MFnDependencyNode::findPlug(const MString& name, bool, MStatus* status) co
 }
 
 void MFnDagNode::attach(const MDagPath& path, MStatus* status) {
-    put(status, setObject(path));
+    put(status, MFnDagNode::setObject(path));
 }
 
 MStatus MFnDagNode::setObject(MObject& object) {

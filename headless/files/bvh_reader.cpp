@@ -62,10 +62,10 @@ Result<void> BvhBuilder::build() {
     for (std::size_t i = 0; i < times.size(); ++i) times[i] = static_cast<double>(i) / rate_.per_second;
     times_ = KeyTimes(std::move(times));
     for (const BvhJoint& joint : file_.joints) {
-        Result<void> done = add_joint(joint);
-        if (done) continue;
-        remove_what_was_made();
-        return done;
+        if (Result<void> done = add_joint(joint); !done) {
+            remove_what_was_made();
+            return done;
+        }
     }
     if (fresh) set_time_and_range();
     return {};

@@ -20,7 +20,8 @@ public:
         triples(".ed", "", AttributeKind::number, data_.edges());
         triples(".n", "float3", AttributeKind::number, data_.normals());
         runs(".fc", "polyFaces", data_.face_indices(), [this](int index) {
-            for (const std::string& token : data_.face_words(index).tokens) out_.gap().text(token);
+            const RawTokens words = data_.face_words(index);
+            for (const std::string& token : words.tokens) out_.gap().text(token);
         });
     }
 

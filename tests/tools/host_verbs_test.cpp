@@ -86,6 +86,40 @@ connectAttr "boxShape.iog" ":initialShadingGroup.dsm" -na;
     EXPECT_NE(whole.dump().find("lambert1"), std::string::npos);
 }
 
+TEST_F(HostVerbs, an_export_that_finds_problems_is_cancelled_or_forced) {
+    // A U that single precision can't hold.
+    write("broken.ma", walk + R"(createNode transform -n "t"; createNode mesh -n "sheet" -p "t";
+setAttr ".uvst[0].uvsn" -type "string" "map1";
+setAttr -s 3 ".uvst[0].uvsp[0:2]" -type "float2" 1e39 0 1 0 1 1;
+setAttr -s 3 ".vt[0:2]" 0 0 0 1 0 0 1 1 0;
+setAttr -s 3 ".ed[0:2]" 0 1 0 1 2 0 2 0 0;
+setAttr -s 1 ".fc[0]" -type "polyFaces" f 3 0 1 2 mu 0 3 0 1 2;
+)");
+    write("a.vr2", "the last export");
+    const std::vector<std::string> words{"export", "broken.ma", "-o", "a.vr2", "--meshes"};
+    expect_refused(words, "broken.ma", "cancelled: problems were found, see a.txt");
+    EXPECT_EQ(read("a.vr2"), "the last export");
+    EXPECT_NE(read("a.txt").find("Max mapping channel: 1. BAD U! , Good V , Good W."), std::string::npos);
+
+    const auto with = [&words](std::string answer, std::string output) {
+        std::vector<std::string> all = words;
+        all[3] = std::move(output);
+        all.insert(all.end(), {"--on-problems", std::move(answer)});
+        return all;
+    };
+    const Outcome forced = run(with("force", "b.vr2"));
+    EXPECT_EQ(forced.exit_code, 0);
+    EXPECT_EQ(forced.err, "vor2: broken.ma: warning: exported in spite of problems, see b.txt\n");
+    EXPECT_EQ(run({"check", "b.vr2", "--strict"}).exit_code, 0) << "the numbers were replaced";
+    EXPECT_NE(run({"dump", "--json", "b.vr2"}).out.find("FORCED EXPORT WITH ERRORS!!"), std::string::npos);
+
+    // A report that can't be written doesn't pass for one that was.
+    std::filesystem::create_directory(path("c.txt"));
+    expect_refused(with("cancel", "c.vr2"), path("c.txt"), "is a folder");
+    expect_refused(with("force", "c.vr2"), path("c.txt"), "is a folder");
+    EXPECT_EQ(listing(), (Names{"a.txt", "a.vr2", "b.txt", "b.vr2", "broken.ma", "c.txt", "walk.ma"}));
+}
+
 TEST_F(HostVerbs, an_export_can_be_repeated_to_the_byte) {
     const Names line{"export", "walk.ma", "-o", "a.vr2", "--user", "anna"};
     Names stamped = line;

@@ -54,9 +54,9 @@ ChunkTable measure_chunks(std::span<const u8> file) {
         const bool known = id >= 0 && static_cast<std::size_t>(id) < chunk_names.size();
         const i32 row = known ? id : -1;
         const std::string_view name = known ? chunk_names[static_cast<std::size_t>(id)] : "unknown";
-        ChunkSize& kind = by_id.try_emplace(row, ChunkSize{row, name, 0, 0}).first->second;
-        ++kind.count;
-        kind.bytes += length;
+        const auto kind = by_id.try_emplace(row, ChunkSize{row, name, 0, 0}).first;
+        ++kind->second.count;
+        kind->second.bytes += length;
         place += length;
     }
     table.bytes_in_none = file.size();

@@ -134,7 +134,7 @@ void HostSession::note_error(const headless::Error& error) {
     note_error(place + error.message);
 }
 
-bool HostSession::end_step() {
+bool HostSession::tell_error() {
     if (first_error_.empty()) return true;
     if (problems_told() == told_before_) problem(file_, first_error_);
     return false;
@@ -149,7 +149,7 @@ bool HostSession::open(const std::string& scene, std::optional<double> bvh_unit)
     begin_step();
     const headless::Result<void> opened = session_.open_file(scene);
     if (!opened) note_error(opened.error());
-    return end_step();
+    return tell_error();
 }
 
 bool HostSession::set_time_unit(const std::string& unit) {
@@ -177,7 +177,7 @@ std::string HostSession::try_command(const std::string& command, const std::vect
 
 bool HostSession::run(const std::string& command, const std::vector<std::string>& arguments) {
     (void)try_command(command, arguments);
-    return end_step();
+    return tell_error();
 }
 
 bool HostSession::run_script(const std::string& text, bool python) {
@@ -189,7 +189,7 @@ bool HostSession::run_script(const std::string& text, bool python) {
     } else if (result->kind != headless::CommandResult::Kind::none) {
         session_.message(headless::MessageKind::result, result->text());
     }
-    return end_step();
+    return tell_error();
 }
 
 } // namespace tool

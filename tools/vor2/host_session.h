@@ -42,10 +42,12 @@ public:
     /// False, told to the user, when the host knows no such unit.
     bool set_time_unit(const std::string& unit);
     /// Runs a command of the plug-in. Gives why it failed, or the first error that was shown meanwhile; empty when all
-    /// went well. This one isn't told.
+    /// went well. This one isn't told; `tell_error` does that.
     std::string try_command(const std::string& command, const std::vector<std::string>& arguments);
     /// The same, told to the user. False when there was an error.
     bool run(const std::string& command, const std::vector<std::string>& arguments);
+    /// Tells the user the last step's first error. False when there was one.
+    bool tell_error();
     /// False, told to the user, when the scene can't be saved there.
     bool save_as(const std::string& path);
     /// Runs lines of a script, and shows what they give. False as above.
@@ -58,7 +60,6 @@ private:
     void begin_step();
     void note_error(const headless::Error& error);
     void note_error(const std::string& text);
-    bool end_step();
     void take_message(headless::MessageKind kind, const std::string& text);
 
     headless::Session& session_;

@@ -48,8 +48,8 @@ OutputSet::OutputSet(const std::string& target, bool allow_outside)
 
 OutputSet::~OutputSet() {
     VOR2_LOADER::platform::output_redirection = outer_;
-    if (committed_) return;
     remove_scratch_files();
+    if (committed_) return;
     std::error_code ignored;
     for (auto folder = made_folders_.rbegin(); folder != made_folders_.rend(); ++folder) fs::remove(*folder, ignored);
 }
@@ -122,21 +122,32 @@ bool OutputSet::lies_inside(const fs::path& place) const {
     return end == folder_.end() && rest != place.end();
 }
 
+std::vector<OutputSet::File>::iterator OutputSet::outermost_behind_others() {
+    return std::stable_partition(files_.begin(), files_.end(),
+                                 [this](const File& file) { return file.target != target_; });
+}
+
 bool OutputSet::commit() {
     if (refused_) return false;
-    const auto outermost = std::stable_partition(files_.begin(), files_.end(),
-                                                 [this](const File& file) { return file.target != target_; });
-    if (outermost == files_.end()) return refuse(named_target_, "nothing was written").has_value();
-    for (const File& file : files_) {
-        const int error = flush_to_disk(file.scratch);
-        if (error != 0) return refuse(file.target.string(), error_text(error)).has_value();
+    if (outermost_behind_others() == files_.end()) return refuse(named_target_, "nothing was written").has_value();
+    return put_in_place(files_.end());
+}
+
+bool OutputSet::commit_others() {
+    return !refused_ && put_in_place(outermost_behind_others());
+}
+
+bool OutputSet::put_in_place(std::vector<File>::iterator end) {
+    for (auto file = files_.begin(); file != end; ++file) {
+        const int error = flush_to_disk(file->scratch);
+        if (error != 0) return refuse(file->target.string(), error_text(error)).has_value();
     }
-    for (File& file : files_) {
+    for (auto file = files_.begin(); file != end; ++file) {
         std::error_code error;
-        fs::rename(file.scratch, file.target, error);
-        if (error) return refuse(file.target.string(), error_text(error.value())).has_value();
-        keep_if_interrupted(file.scratch);
-        file.scratch.clear();
+        fs::rename(file->scratch, file->target, error);
+        if (error) return refuse(file->target.string(), error_text(error.value())).has_value();
+        keep_if_interrupted(file->scratch);
+        file->scratch.clear();
     }
     flush_to_disk(folder_.string());
     committed_ = true;

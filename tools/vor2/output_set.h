@@ -36,6 +36,8 @@ public:
     /// Puts all files into place. False, told to the user, when one couldn't be, or when the outermost was never
     /// written; others may then be in place, the outermost never.
     bool commit();
+    /// The same for the files beside the outermost, when that one is left unwritten on purpose.
+    bool commit_others();
     /// Whether a file was refused; its reason has been told to the user.
     bool refused() const { return refused_; }
 
@@ -50,6 +52,8 @@ private:
     std::optional<std::string> refuse(const std::string& file, const std::string& why);
     std::string scratch_for(const std::filesystem::path& target);
     bool lies_inside(const std::filesystem::path& place) const;
+    std::vector<File>::iterator outermost_behind_others();
+    bool put_in_place(std::vector<File>::iterator end);
     void remove_scratch_files();
 
     std::string named_target_;

@@ -13,6 +13,8 @@ constexpr auto redraw_time = std::chrono::milliseconds(100);
 constexpr unsigned bar_width = 30;
 
 std::atomic<bool> line_is_drawn = false;
+std::mutex drawing;
+bool is_paused = false; ///< under `drawing`
 
 } // namespace
 
@@ -33,6 +35,17 @@ Progress::~Progress() {
 
 void Progress::clear_line() {
     if (line_is_drawn.exchange(false)) (void)std::fputs("\r\x1b[K", stderr);
+}
+
+Progress::Pause::Pause() {
+    const std::lock_guard guard(drawing);
+    is_paused = true;
+    clear_line();
+}
+
+Progress::Pause::~Pause() {
+    const std::lock_guard guard(drawing);
+    is_paused = false;
 }
 
 void Progress::forget_line() {
@@ -62,6 +75,8 @@ void Progress::draw(std::chrono::steady_clock::duration elapsed) {
         line += "[" + std::string(place, ' ') + "###" + std::string(bar_width - 3 - place, ' ') + "] ";
     }
     line += std::to_string(tenths / 10) + " s";
+    const std::lock_guard guard(drawing);
+    if (is_paused) return;
     line_is_drawn = true;
     (void)std::fwrite(line.data(), 1, line.size(), stderr);
     (void)std::fflush(stderr);

@@ -24,6 +24,14 @@ public:
     void step() { done_.fetch_add(1, std::memory_order_relaxed); }
     /// Takes a bar away, so that a line can be written; it comes back by itself.
     static void clear_line();
+    /// Keeps bars away while the user is asked something.
+    class Pause {
+    public:
+        Pause();
+        ~Pause();
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+    };
     /// In a process that was split off: the bar is the other one's.
     static void forget_line();
 

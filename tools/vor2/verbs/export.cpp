@@ -6,6 +6,7 @@
 #include "tools/vor2/messages.h"
 #include "tools/vor2/output_names.h"
 #include "tools/vor2/output_set.h"
+#include "tools/vor2/problems_dialog.h"
 #include "tools/vor2/progress.h"
 #include "tools/vor2/verb.h"
 
@@ -35,7 +36,8 @@ public:
                "transforms in a scene without joints. Frames count in the scene's time unit, or in --time-unit.\n\n"
                "With --meshes the meshes of the exported nodes, and without --node of all top-level nodes that hold "
                "any, stand in the file as they are at the first frame, and move as rigid bodies with the nodes above "
-               "them. A skinned mesh stands in its bind pose, which a note says.";
+               "them. A skinned mesh stands in its bind pose, which a note says. Meshes with numbers that aren't "
+               "finite stop the export: a report beside the output tells them, and --on-problems decides.";
     }
     std::vector<std::string> examples() const override {
         return {"vor2 export walk.ma -o walk.vr2 --sample-at 30", "vor2 export shots/*.ma --output-dir out --jobs 4",
@@ -57,6 +59,7 @@ public:
         syntax.text("--time-unit", "UNIT",
                     "film, pal, ntsc, game, show, palf, ntscf, 120fps ... in place of the scene's", time_unit_);
         syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
+        on_problems_.describe(syntax);
         repeat_.describe(syntax);
         syntax.jobs(jobs_);
     }
@@ -84,8 +87,16 @@ private:
         const std::vector<std::string> nodes = nodes_.empty() ? default_nodes(host.session().scene(), meshes_) : nodes_;
         if (!are_there(host.session().scene(), scene, nodes)) return exit_refused;
         VOR2_EXPORTER_MAYA::exports_meshes() = meshes_;
-        const bool exported = host.run("VOR2Export", arguments(output, nodes));
-        return exported && outputs.commit() ? exit_done : exit_refused;
+        const ProblemsDialog dialog(on_problems_, scene, output);
+        (void)host.try_command("VOR2Export", arguments(output, nodes));
+        if (dialog.cancelled()) {
+            // The host takes the user's word for a failed save, which it isn't.
+            if (outputs.commit_others()) dialog.tell();
+            return exit_refused;
+        }
+        if (!host.tell_error() || !outputs.commit()) return exit_refused;
+        dialog.tell();
+        return exit_done;
     }
 
     /// Whether the scene holds each node, told to the user where it doesn't.
@@ -126,6 +137,7 @@ private:
     std::optional<double> start_, stop_, sample_at_, bvh_unit_;
     std::string strip_namespace_, rotate_180_, update_view_, origin_, time_unit_;
     bool meshes_ = false;
+    ProblemsOption on_problems_;
     RepeatOptions repeat_;
     unsigned jobs_ = 0;
 };
