@@ -6,6 +6,12 @@ if(MSVC)
   target_compile_options(vor2_options INTERFACE /W4 /WX /fp:strict /utf-8)
 else()
   target_compile_options(vor2_options INTERFACE -Wall -Wextra -Wpedantic -Werror -ffp-contract=off)
+  # The release is hardened as Debian's own packages are; executables are position-independent by default there.
+  if(NOT WIN32)
+    target_compile_options(vor2_options INTERFACE "$<$<CONFIG:Release>:-fstack-protector-strong;-Werror=format-security>")
+    target_compile_definitions(vor2_options INTERFACE "$<$<CONFIG:Release>:_FORTIFY_SOURCE=2>")
+    target_link_options(vor2_options INTERFACE "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now>")
+  endif()
   # GCC 12 sees overlapping copies in the standard library's own string concatenation at -O2 and above.
   # The second word is for Clang's tools, which read GCC's flags and don't know the first.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
@@ -14,16 +20,27 @@ else()
 endif()
 target_include_directories(vor2_options INTERFACE "$<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}>")
 
+# With VOR2_PRECOMPILE_HEADERS, the part of the standard library that most sources include is compiled once for each
+# library of ours, and a test's header once for all programs that share it. That saves a third of a full build. Each
+# source still includes what it uses, which the builds without show; and with optimisation GCC warns of the standard
+# library's own code when that comes precompiled.
+set(VOR2_STANDARD_HEADERS <algorithm> <array> <cmath> <cstring> <functional> <map> <memory> <optional> <string>
+    <string_view> <unordered_map> <utility> <variant> <vector>)
+
 # vor2_library(NAME SOURCES...): a static library of ours.
 function(vor2_library name)
   add_library(${name} STATIC ${ARGN})
   set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
   target_link_libraries(${name} PUBLIC "$<BUILD_INTERFACE:vor2_options>")
+  if(VOR2_PRECOMPILE_HEADERS)
+    target_precompile_headers(${name} PRIVATE ${VOR2_STANDARD_HEADERS})
+  endif()
 endfunction()
 
-# vor2_test(NAME SOURCES... LIBS libraries...): a GoogleTest program, each test known to ctest.
+# vor2_test(NAME SOURCES... [HEADER header] LIBS libraries...): a GoogleTest program, each test known to ctest.
+# The header is one that its sources include.
 function(vor2_test name)
-  cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "" "HEADER" "LIBS" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF)
   target_link_libraries(${name} PRIVATE vor2_options ${ARG_LIBS} GTest::gtest_main)
@@ -33,5 +50,15 @@ function(vor2_test name)
   endif()
   target_compile_definitions(${name} PRIVATE "VOR2_SHARED_DATA=\"${VOR2_SHARED_DATA}\""
                                              "VOR2_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\"")
+  if(ARG_HEADER AND VOR2_PRECOMPILE_HEADERS)
+    string(MAKE_C_IDENTIFIER "VOR2_HEADER_OF_${ARG_HEADER}" owner)
+    get_property(first GLOBAL PROPERTY ${owner})
+    if(first)
+      target_precompile_headers(${name} REUSE_FROM ${first})
+    else()
+      set_property(GLOBAL PROPERTY ${owner} ${name})
+      target_precompile_headers(${name} PRIVATE "${CMAKE_SOURCE_DIR}/${ARG_HEADER}")
+    endif()
+  endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()

@@ -25,11 +25,21 @@ install_packages() {
 BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev googletest python3)
 
-# build PRESET [cmake -D options]: configures and builds.
-build() {
+# configure PRESET [cmake -D options]
+configure() {
     local preset=$1
     shift
-    cmake --preset "$preset" "$@" >"$BUILD_LOG" 2>&1 && cmake --build --preset "$preset" >>"$BUILD_LOG" 2>&1 && return 0
+    cmake --preset "$preset" "$@" >"$BUILD_LOG" 2>&1 && return 0
+    told_failure
+}
+
+# build PRESET [cmake -D options]: configures and builds.
+build() {
+    configure "$@" || return 1
+    cmake --build --preset "$1" >>"$BUILD_LOG" 2>&1 || told_failure
+}
+
+told_failure() {
     tail -n 60 "$BUILD_LOG" >&2
     echo "The build failed; all of its output is in $BUILD_LOG" >&2
     return 1
