@@ -6,7 +6,10 @@
 /// A unit of a name stands either for a UTF-16 code unit or, as the host hands names over, for one
 /// byte of an 8-bit name, zero-extended. On POSIX `native_file_name` settles which: a run of units
 /// that forms a UTF-8 sequence is taken as bytes, anything else is converted from UTF-16, and
-/// backslashes become slashes.
+/// backslashes become slashes. On Windows a process whose 8-bit character set is UTF-8, as the tool's
+/// is, settles it the same way and keeps backslashes. In any other, the host's, the low bytes of the units
+/// are the 8-bit name that files and folders are written under, and a file is found by its 16-bit name as
+/// it stands or else by that one.
 
 #include "support/types.h"
 
@@ -34,7 +37,8 @@ void free_pages(void* pages, std::size_t size) noexcept;
 /// with the reason in `error` (an `errno` value). Only regular files open for reading: a folder, a
 /// device or a pipe is refused at once and never waited for.
 [[nodiscard]] std::FILE* open_for_reading(std::u16string_view name, i32& error);
-/// Windows cuts the name to 8 bits and 260 characters; POSIX takes it whole.
+/// Where an 8-bit character set other than UTF-8 rules on Windows, the name is cut to 8 bits and 260
+/// characters; elsewhere it is taken whole.
 [[nodiscard]] std::FILE* open_for_writing(std::u16string_view name, bool append, i32& error);
 /// To be called once a file that was opened for writing is closed.
 void note_closed(std::u16string_view name, bool whole);
@@ -57,7 +61,8 @@ struct UTC_TIME {
 [[nodiscard]] std::optional<std::string> account_name(std::size_t capacity);
 
 enum class ANSWER { YES, NO };
-/// A modal question with the buttons Yes and No. `owner` is a window handle or null.
+/// A modal question with the buttons Yes and No. `owner` is a window handle or null. Where nobody could
+/// answer, it is YES at once.
 [[nodiscard]] ANSWER ask_yes_no(void* owner, const char* words, const char* caption);
 /// Starts a program with one argument and doesn't wait for it.
 void start_program(const char* program, const char* argument);

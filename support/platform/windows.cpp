@@ -1,26 +1,47 @@
 #include "support/platform/hooks.h"
 #include "support/platform/platform.h"
+#include "support/text/unicode.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <malloc.h>
 #include <process.h>
 
+#ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
+#include <io.h>
 #include <windows.h>
 
 namespace VOR2_LOADER::platform {
 
 namespace {
 
-/// The 8-bit calls take the low byte of each unit, at most `MAX_PATH` of them.
-std::string narrow_file_name(std::u16string_view name) {
-    std::string narrow;
-    for (const char16_t unit : name.substr(0, std::min<std::size_t>(name.size(), MAX_PATH))) {
-        narrow.push_back(static_cast<char>(unit & 0xFF));
-    }
-    return narrow;
+bool anything_at(const std::wstring& name) {
+    return GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// An 8-bit name in the process's character set, at 16 bits; empty when it has no such form.
+std::wstring widened(const std::string& name) {
+    const int size = static_cast<int>(name.size());
+    std::wstring wide(name.size(), L'\0');
+    const int used = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, name.data(), size, wide.data(), size);
+    wide.resize(static_cast<std::size_t>(std::max(used, 0)));
+    return wide;
+}
+
+/// The name under which a file is found: with UTF-8 the one that it is written under; otherwise the 16-bit name as it
+/// stands or, where nothing stands there, what the host named with 8 bits if that leads to something.
+std::wstring name_to_find(std::u16string_view name) {
+    std::wstring wide(name.begin(), name.end());
+    const bool ascii = std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit <= 0x7F; });
+    if (ascii || (GetACP() != CP_UTF8 && anything_at(wide))) return wide;
+    std::wstring other = widened(native_file_name(name));
+    return !other.empty() && (GetACP() == CP_UTF8 || anything_at(other)) ? other : wide;
 }
 
 /// Which file a name leads to: the volume's serial number and the file's index on it.
@@ -30,15 +51,23 @@ struct FILE_IDENTITY {
 };
 
 std::optional<FILE_IDENTITY> identity_of(std::u16string_view name) {
-    const std::wstring wide(name.begin(), name.end());
     const DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE file = CreateFileW(wide.c_str(), 0, sharing, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    const HANDLE file = CreateFileW(name_to_find(name).c_str(), 0, sharing, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (file == INVALID_HANDLE_VALUE) return {};
     BY_HANDLE_FILE_INFORMATION facts{};
     const bool known = GetFileInformationByHandle(file, &facts) != 0;
     CloseHandle(file);
     if (!known) return {};
     return FILE_IDENTITY{facts.dwVolumeSerialNumber, facts.nFileIndexHigh, facts.nFileIndexLow};
+}
+
+/// A service or a build farm's session has no desktop that anyone sees; a box there would wait for ever.
+bool anyone_can_see_a_box() {
+    USEROBJECTFLAGS flags{};
+    const HWINSTA station = GetProcessWindowStation();
+    return station != nullptr && GetUserObjectInformationA(station, UOI_FLAGS, &flags, sizeof flags, nullptr) != 0 &&
+           (flags.dwFlags & WSF_VISIBLE) != 0;
 }
 
 } // namespace
@@ -60,23 +89,35 @@ void free_pages(void* pages, std::size_t /*size*/) noexcept {
 }
 
 std::string native_file_name(std::u16string_view name) {
-    return narrow_file_name(name);
+    if (GetACP() == CP_UTF8) return to_readable_utf8(name);
+    std::string narrow;
+    for (const char16_t unit : name.substr(0, MAX_PATH)) narrow.push_back(static_cast<char>(unit & 0xFF));
+    return narrow;
 }
 
 std::FILE* open_for_reading(std::u16string_view name, i32& error) {
-    const std::wstring wide(name.begin(), name.end());
+    const std::wstring wide = name_to_find(name);
     const DWORD attributes = GetFileAttributesW(wide.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         error = EISDIR;
         return nullptr;
     }
     std::FILE* stream = _wfopen(wide.c_str(), L"rbS");
-    error = stream != nullptr ? 0 : errno;
+    if (stream == nullptr) {
+        error = errno;
+        return nullptr;
+    }
+    if (GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)))) != FILE_TYPE_DISK) { // NOLINT
+        std::fclose(stream);
+        error = EINVAL;
+        return nullptr;
+    }
+    error = 0;
     return stream;
 }
 
 std::FILE* open_for_writing(std::u16string_view name, bool append, i32& error) {
-    std::string narrow = narrow_file_name(name);
+    std::string narrow = native_file_name(name);
     if (output_redirection != nullptr) {
         std::optional<std::string> other = output_redirection->redirect(narrow);
         if (!other) {
@@ -91,7 +132,8 @@ std::FILE* open_for_writing(std::u16string_view name, bool append, i32& error) {
 }
 
 bool file_exists(std::u16string_view name) {
-    return GetFileAttributesA(narrow_file_name(name).c_str()) != INVALID_FILE_ATTRIBUTES;
+    return GetFileAttributesA(native_file_name(name).c_str()) != INVALID_FILE_ATTRIBUTES ||
+           anything_at(name_to_find(name));
 }
 
 bool same_file(std::u16string_view a, std::u16string_view b) {
@@ -100,7 +142,7 @@ bool same_file(std::u16string_view a, std::u16string_view b) {
 }
 
 bool create_directory(std::u16string_view name) {
-    const std::string narrow = narrow_file_name(name);
+    const std::string narrow = native_file_name(name);
     if (output_redirection != nullptr && !output_redirection->may_create_directory(narrow)) return false;
     if (CreateDirectoryA(narrow.c_str(), nullptr) != 0) return true;
     const DWORD attributes = GetFileAttributesA(narrow.c_str());
@@ -108,10 +150,10 @@ bool create_directory(std::u16string_view name) {
 }
 
 void make_writable(std::u16string_view name) {
-    const std::string narrow = narrow_file_name(name);
-    const DWORD attributes = GetFileAttributesA(narrow.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES) {
-        SetFileAttributesA(narrow.c_str(), attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    const std::string narrow = native_file_name(name);
+    // A hidden file couldn't be replaced either, so every mark goes.
+    if (GetFileAttributesA(narrow.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        SetFileAttributesA(narrow.c_str(), FILE_ATTRIBUTE_NORMAL);
     }
 }
 
@@ -124,22 +166,26 @@ UTC_TIME utc_now() {
 
 std::optional<std::string> account_name(std::size_t capacity) {
     if (fixed_account_name) {
-        if (fixed_account_name->size() >= capacity) return {};
+        if (fixed_account_name->empty() || fixed_account_name->size() >= capacity) return {};
         return fixed_account_name;
     }
     std::string name(capacity, '\0');
     DWORD size = static_cast<DWORD>(capacity);
-    if (GetUserNameA(name.data(), &size) == 0) return {};
+    if (GetUserNameA(name.data(), &size) == 0 || name[0] == '\0') return {};
     return std::string(name.c_str());
 }
 
 ANSWER ask_yes_no(void* owner, const char* words, const char* caption) {
     if (ask_yes_no_hook != nullptr) return ask_yes_no_hook(words, caption);
-    return MessageBoxA(static_cast<HWND>(owner), words, caption, MB_YESNO) == IDYES ? ANSWER::YES : ANSWER::NO;
+    if (!anyone_can_see_a_box()) return ANSWER::YES;
+    // A box that can't be shown counts as Yes, too.
+    return MessageBoxA(static_cast<HWND>(owner), words, caption, MB_YESNO) == IDNO ? ANSWER::NO : ANSWER::YES;
 }
 
 void start_program(const char* program, const char* argument) {
-    _spawnlp(_P_NOWAIT, program, program, argument, static_cast<const char*>(nullptr));
+    const std::string quoted = "\"" + std::string(argument) + "\"";
+    const intptr_t child = _spawnlp(_P_NOWAIT, program, program, quoted.c_str(), static_cast<const char*>(nullptr));
+    if (child != -1) CloseHandle(reinterpret_cast<HANDLE>(child)); // NOLINT(performance-no-int-to-ptr)
 }
 
 } // namespace VOR2_LOADER::platform
