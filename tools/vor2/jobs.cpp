@@ -53,8 +53,8 @@ private:
     void start() {
         const std::size_t index = next_++;
         Report& report = reports_[index];
-        report.output.reset(std::tmpfile());
-        report.errors.reset(std::tmpfile());
+        report.output.reset(temporary_stream());
+        report.errors.reset(temporary_stream());
         if (!report.output || !report.errors) return give_up(report, index, errno);
         const long worker = start_worker(report.output.get(), report.errors.get(), [this, index] {
             Progress::forget_line();

@@ -49,7 +49,7 @@ void LineOutputs::closed(const std::string& native_name, bool whole) {
     std::error_code renamed;
     if (whole && error == 0) {
         fs::rename(scratch, real_place(native_name), renamed);
-        error = renamed.value();
+        error = renamed.default_error_condition().value();
     }
     if (!whole || error != 0) fs::remove(scratch, renamed);
     keep_if_interrupted(scratch);

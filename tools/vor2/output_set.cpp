@@ -59,7 +59,8 @@ bool OutputSet::ready() {
         refuse("output", "no name is given");
         return false;
     }
-    const std::string why = named_target_.back() == '/' ? "is no name of a file" : why_not_a_target(target_);
+    const std::string why =
+        !fs::path(named_target_).has_filename() ? "is no name of a file" : why_not_a_target(target_);
     if (!why.empty()) refuse(named_target_, why);
     return why.empty();
 }
@@ -145,7 +146,8 @@ bool OutputSet::put_in_place(std::vector<File>::iterator end) {
     for (auto file = files_.begin(); file != end; ++file) {
         std::error_code error;
         fs::rename(file->scratch, file->target, error);
-        if (error) return refuse(file->target.string(), error_text(error.value())).has_value();
+        if (error)
+            return refuse(file->target.string(), error_text(error.default_error_condition().value())).has_value();
         keep_if_interrupted(file->scratch);
         file->scratch.clear();
     }

@@ -1,6 +1,7 @@
 #pragma once
 
-/// What the tool asks of the operating system beyond the standard library. `system_posix.cpp` has the bodies.
+/// What the tool asks of the operating system beyond the standard library. `system_posix.cpp` and
+/// `system_windows.cpp` have the bodies.
 
 #include <cstdio>
 #include <functional>
@@ -29,8 +30,12 @@ int flush_to_disk(const std::string& path);
 /// Whether the folder may be written to.
 bool may_write_in(const std::string& folder);
 
+/// A file for reading and writing that is gone once it is closed; null with `errno` set on failure.
+std::FILE* temporary_stream();
+
 /// Runs `work` in a process of its own, with standard output and error going to the given files and standard input
-/// empty. Gives a handle, negative with `errno` set on failure.
+/// empty. Gives a handle, negative with `errno` set on failure. Windows has no process that goes on from here, so there
+/// the work is done at once, within the call.
 long start_worker(std::FILE* output, std::FILE* errors, const std::function<int()>& work);
 struct WorkerEnd {
     long handle = -1;

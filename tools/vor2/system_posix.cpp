@@ -115,6 +115,10 @@ bool may_write_in(const std::string& folder) {
     return access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) == 0;
 }
 
+std::FILE* temporary_stream() {
+    return std::tmpfile();
+}
+
 long start_worker(std::FILE* output, std::FILE* errors, const std::function<int()>& work) {
     (void)std::fflush(nullptr);
     const pid_t child = fork();

@@ -1,0 +1,165 @@
+#include "tools/vor2/system.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <deque>
+#include <mutex>
+#include <random>
+#include <set>
+#include <thread>
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+namespace tool {
+namespace {
+
+struct WatchedFiles {
+    std::mutex mutex;
+    std::set<std::string> paths;
+};
+
+WatchedFiles& watched_files() {
+    static WatchedFiles files;
+    return files;
+}
+
+// Runs on a thread of the system's own, after which the process ends.
+BOOL WINAPI remove_watched_files(DWORD /*event*/) {
+    WatchedFiles& files = watched_files();
+    const std::lock_guard lock(files.mutex);
+    for (const std::string& path : files.paths) DeleteFileA(path.c_str());
+    return FALSE;
+}
+
+std::deque<WorkerEnd> finished_workers;
+
+/// Stands for one of the standard streams' numbers for as long as it lives.
+class Redirection {
+public:
+    Redirection(int number, int other) : number_(number), before_(_dup(number)) { _dup2(other, number_); }
+    ~Redirection() {
+        if (before_ < 0) return;
+        _dup2(before_, number_);
+        _close(before_);
+    }
+    Redirection(const Redirection&) = delete;
+    Redirection& operator=(const Redirection&) = delete;
+
+private:
+    int number_, before_;
+};
+
+} // namespace
+
+void prepare_process() {
+    // The same bytes as on every other system, line ends included.
+    for (std::FILE* stream : {stdin, stdout, stderr}) {
+        if (_fileno(stream) >= 0) _setmode(_fileno(stream), _O_BINARY);
+    }
+    // A drive without a disk is an error like any other, not a question to the user.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    SetConsoleOutputCP(CP_UTF8);
+    SetConsoleCtrlHandler(remove_watched_files, TRUE);
+}
+
+bool error_is_terminal() {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
+unsigned processor_count() {
+    return std::max(1U, std::thread::hardware_concurrency());
+}
+
+std::string error_text(int error) {
+    std::string text = std::strerror(error); // NOLINT(concurrency-mt-unsafe)
+    if (text.size() > 1 && text[0] >= 'A' && text[0] <= 'Z' && text[1] >= 'a') text[0] += 'a' - 'A';
+    return text;
+}
+
+void remove_if_interrupted(const std::string& path) {
+    const std::lock_guard lock(watched_files().mutex);
+    watched_files().paths.insert(path);
+}
+
+void keep_if_interrupted(const std::string& path) {
+    const std::lock_guard lock(watched_files().mutex);
+    watched_files().paths.erase(path);
+}
+
+std::string make_scratch_file(const std::string& folder, int& error) {
+    static std::random_device chance;
+    for (int attempt = 0; attempt < 64; ++attempt) {
+        char name[32];
+        std::snprintf(name, sizeof name, "/.vor2-%08x.tmp", chance());
+        std::string path = (folder.empty() ? std::string(".") : folder) + name;
+        const int file = _open(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+        if (file >= 0) {
+            _close(file);
+            return path;
+        }
+        error = errno;
+        if (error != EEXIST) break;
+    }
+    return {};
+}
+
+int flush_to_disk(const std::string& path) {
+    // A folder can't be opened this way, and needs no call of its own to keep its entries.
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return 0;
+    const int file = _open(path.c_str(), _O_RDWR | _O_BINARY | _O_NOINHERIT);
+    if (file < 0) return errno;
+    const int error = _commit(file) == 0 ? 0 : errno;
+    _close(file);
+    return error;
+}
+
+bool may_write_in(const std::string& folder) {
+    return _access(folder.empty() ? "." : folder.c_str(), 2) == 0;
+}
+
+std::FILE* temporary_stream() {
+    wchar_t folder[MAX_PATH + 1];
+    wchar_t name[MAX_PATH + 1];
+    if (GetTempPathW(MAX_PATH, folder) == 0 || GetTempFileNameW(folder, L"vr2", 0, name) == 0) {
+        errno = EACCES;
+        return nullptr;
+    }
+    return _wfopen(name, L"w+bTD");
+}
+
+long start_worker(std::FILE* output, std::FILE* errors, const std::function<int()>& work) {
+    static long last_handle = 0;
+    std::fflush(nullptr);
+    const int empty = _open("NUL", _O_RDONLY | _O_BINARY);
+    if (empty < 0) return -1;
+    {
+        const Redirection input(_fileno(stdin), empty);
+        const Redirection results(_fileno(stdout), _fileno(output));
+        const Redirection messages(_fileno(stderr), _fileno(errors));
+        finished_workers.push_back({++last_handle, work(), 0});
+        std::fflush(nullptr);
+    }
+    _close(empty);
+    return last_handle;
+}
+
+WorkerEnd wait_for_worker() {
+    if (finished_workers.empty()) return {};
+    const WorkerEnd end = finished_workers.front();
+    finished_workers.pop_front();
+    return end;
+}
+
+} // namespace tool
