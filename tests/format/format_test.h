@@ -12,10 +12,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <vector>
-
-#include <unistd.h>
 
 namespace VOR2_LOADER {
 
@@ -71,15 +70,18 @@ inline TEXT library_name(const std::string& path) {
     return TEXT(name);
 }
 
+/// A place in the folder for temporary files that nobody uses; test programs run side by side.
+inline std::filesystem::path fresh_path(const std::string& ending) {
+    static const unsigned run = std::random_device()();
+    static int count = 0;
+    return std::filesystem::temp_directory_path() /
+           ("vor2_test_" + std::to_string(run) + "_" + std::to_string(count++) + ending);
+}
+
 /// A name for a file that goes away with this object.
 class TEMPORARY_FILE {
 public:
-    TEMPORARY_FILE() {
-        static int count = 0;
-        path_ = (std::filesystem::temp_directory_path() /
-                 ("vor2_test_" + std::to_string(::getpid()) + "_" + std::to_string(count++) + ".vr2"))
-                    .string();
-    }
+    TEMPORARY_FILE() { path_ = fresh_path(".vr2").string(); }
     ~TEMPORARY_FILE() {
         std::error_code ignored;
         std::filesystem::remove(path_, ignored);

@@ -1,14 +1,11 @@
 #include "tool_test.h"
 
+#include "run_program.h"
+
 #include <algorithm>
-#include <csignal>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
-
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <random>
 
 namespace tool_test {
 
@@ -23,9 +20,12 @@ std::vector<std::string> Outcome::problems() const {
 }
 
 ToolTest::ToolTest() {
-    std::string pattern = (fs::temp_directory_path() / "vor2-tool-XXXXXX").string();
-    folder_ = fs::canonical(mkdtemp(pattern.data())) / "a folder ü";
-    fs::create_directory(folder_);
+    static const unsigned run = std::random_device()(); // test programs run side by side
+    static int count = 0;
+    const fs::path own =
+        fs::canonical(fs::temp_directory_path()) / ("vor2-tool-" + std::to_string(run) + "-" + std::to_string(count++));
+    folder_ = own / fs::path(u8"a folder ü");
+    fs::create_directories(folder_);
 }
 
 ToolTest::~ToolTest() {
@@ -34,25 +34,9 @@ ToolTest::~ToolTest() {
 }
 
 Outcome ToolTest::run(const std::vector<std::string>& arguments, const std::vector<std::string>& variables) {
-    const std::string out = (folder_.parent_path() / "out").string();
-    const std::string err = (folder_.parent_path() / "err").string();
-    const pid_t child = fork();
-    if (child == 0) {
-        alarm(60);
-        if (chdir(folder_.c_str()) != 0) _exit(126);
-        for (const std::string& variable : variables) putenv(const_cast<char*>(variable.c_str()));
-        dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-        dup2(open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
-        dup2(open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDERR_FILENO);
-        std::vector<char*> words{const_cast<char*>(VOR2_TOOL)};
-        for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
-        words.push_back(nullptr);
-        execv(VOR2_TOOL, words.data());
-        _exit(127);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read("../out"), read("../err")};
+    const fs::path beside = folder_.parent_path();
+    const int code = run_program({VOR2_TOOL, arguments, variables, folder_, beside / "out", beside / "err"});
+    return {code, read("../out"), read("../err")};
 }
 
 void ToolTest::expect_refused(const std::vector<std::string>& arguments, const std::string& file,
@@ -76,7 +60,7 @@ void ToolTest::write(const std::string& name, const std::string& bytes) const {
 std::vector<std::string> ToolTest::listing() const {
     std::vector<std::string> names;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder_)) {
-        names.push_back(entry.path().lexically_relative(folder_).string());
+        names.push_back(entry.path().lexically_relative(folder_).generic_string());
     }
     std::sort(names.begin(), names.end());
     return names;

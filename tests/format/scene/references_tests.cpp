@@ -8,9 +8,7 @@ namespace fs = std::filesystem;
 /// A folder that goes away with this object.
 class TEMPORARY_FOLDER {
 public:
-    TEMPORARY_FOLDER() : my_path(fs::temp_directory_path() / ("vor2_references_" + std::to_string(::getpid()))) {
-        fs::create_directories(my_path);
-    }
+    TEMPORARY_FOLDER() : my_path(fresh_path("_references")) { fs::create_directories(my_path); }
     ~TEMPORARY_FOLDER() {
         std::error_code ignored;
         fs::remove_all(my_path, ignored);
@@ -104,7 +102,9 @@ TEST(references, cycles_chains_and_crowds_are_refused) {
     EXPECT_TRUE(says(folder.problem("self.vr2"), "refers back"));
     folder.write("a.vr2", {u"b.vr2"});
     folder.write("b.vr2", {u".\\c.vr2"});
-    fs::create_symlink(folder / "a.vr2", folder / "c.vr2");
+    std::error_code no_links; // as on Windows, without special rights
+    fs::create_symlink(folder / "a.vr2", folder / "c.vr2", no_links);
+    if (no_links) folder.write("c.vr2", {u"a.vr2"});
     const std::string problem = folder.problem("a.vr2");
     EXPECT_TRUE(says(problem, "b.vr2: ") && says(problem, "c.vr2: ") && says(problem, "refers back")) << problem;
 
@@ -149,8 +149,9 @@ TEST(references, a_save_never_writes_over_a_file_that_is_being_written) {
         root.xrefs_15[0]->file_name = TEXT(name);
         EXPECT_FALSE(root.save(folder.name("all.vr2")));
     }
-    fs::create_symlink(folder / "all.vr2", folder / "link.vr2");
-    root.xrefs_15[0]->file_name = TEXT(u"link.vr2");
+    std::error_code no_links;
+    fs::create_symlink(folder / "all.vr2", folder / "link.vr2", no_links);
+    root.xrefs_15[0]->file_name = TEXT(no_links ? u"ALL.VR2" : u"link.vr2");
     EXPECT_FALSE(root.save(folder.name("all.vr2")));
     root.xrefs_15[0]->scene.reset();
     EXPECT_TRUE(root.save(folder.name("all.vr2")));
