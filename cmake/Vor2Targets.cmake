@@ -19,6 +19,15 @@ else()
   endif()
 endif()
 target_include_directories(vor2_options INTERFACE "$<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}>")
+# On Windows the manifest makes UTF-8 a program's 8-bit character set, for file names as for the command line, and the
+# stack is as deep as elsewhere.
+if(WIN32)
+  set(program_only "$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>")
+  target_sources(vor2_options INTERFACE
+    "$<BUILD_INTERFACE:$<${program_only}:${CMAKE_SOURCE_DIR}/cmake/vor2.$<IF:$<BOOL:${MSVC}>,manifest,rc>>>")
+  target_link_options(vor2_options INTERFACE
+    "$<${program_only}:$<IF:$<BOOL:${MSVC}>,/STACK:8388608,-Wl$<COMMA>--stack$<COMMA>8388608>>")
+endif()
 
 # With VOR2_PRECOMPILE_HEADERS, the part of the standard library that most sources include is compiled once for each
 # library of ours, and a test's header once for all programs that share it. That saves a third of a full build. Each
@@ -37,8 +46,18 @@ function(vor2_library name)
   endif()
 endfunction()
 
-# vor2_test(NAME SOURCES... [HEADER header] LIBS libraries...): a GoogleTest program, each test known to ctest.
-# The header is one that its sources include.
+# GoogleTest as the system has it or, for another system than this one, built from its sources.
+function(vor2_find_googletest)
+  if(CMAKE_CROSSCOMPILING)
+    set(INSTALL_GTEST OFF CACHE BOOL "Install GoogleTest along with this" FORCE)
+    add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+  else()
+    find_package(GTest REQUIRED)
+  endif()
+endfunction()
+
+# vor2_test(NAME SOURCES... [HEADER header] LIBS libraries...): a GoogleTest program, each test known to ctest; in an
+# emulator, where starting a process is slow, the program is one test. The header is one that its sources include.
 function(vor2_test name)
   cmake_parse_arguments(ARG "" "HEADER" "LIBS" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
@@ -60,5 +79,10 @@ function(vor2_test name)
       target_precompile_headers(${name} PRIVATE "${CMAKE_SOURCE_DIR}/${ARG_HEADER}")
     endif()
   endif()
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+  if(CMAKE_CROSSCOMPILING)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300 FIXTURES_REQUIRED emulator)
+  else()
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+  endif()
 endfunction()

@@ -24,6 +24,7 @@ install_packages() {
 # What building needs, and what the tests need on top.
 BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev googletest python3)
+WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64)
 
 # configure PRESET [cmake -D options]
 configure() {
