@@ -22,6 +22,8 @@ Error failed(const std::string& what, const std::string& path, int problem) {
 std::FILE* open_beside(const std::string& target, std::string& name) {
     for (int attempt = 0; attempt < 100; ++attempt) {
         name = target + ".part" + (attempt == 0 ? "" : std::to_string(attempt));
+        std::error_code ignored;
+        if (fs::exists(name, ignored)) continue; // an old C library doesn't know the x
         if (std::FILE* file = std::fopen(name.c_str(), "wbx")) return file;
         if (errno != EEXIST) break;
     }

@@ -139,7 +139,7 @@ TEST_F(ScriptTest, constraints_keep_their_offset_and_follow) {
 }
 
 TEST_F(ScriptTest, files_open_save_and_ask_before_losing_changes) {
-    const std::string path = (std::filesystem::temp_directory_path() / "script test.ma").string();
+    const std::string path = (std::filesystem::temp_directory_path() / "script test.ma").generic_string();
     mel("createNode joint -n hip; setAttr hip.ty 90");
     EXPECT_EQ(mel("file -new"), "error: Unsaved changes");
     EXPECT_EQ(mel("file -q -modified"), "1");
