@@ -9,6 +9,7 @@
 #include "host/export/scene_translation.h"
 #include "host/plugin/plugin.h"
 #include "support/platform/hooks.h"
+#include "tests/temporary.h"
 
 #include <maya/MFnDagNode.h>
 #include <maya/MFnTransform.h>

@@ -1,4 +1,5 @@
 #include "tests/headless/api/api_test.h"
+#include "tests/temporary.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MFileIO.h>
@@ -97,7 +98,7 @@ protected:
         if (session.is_plugin_loaded("toys")) (void)session.unload_plugin("toys");
     }
     static std::string file(const char* name, const char* contents) {
-        const std::string out = testing::TempDir() + name;
+        const std::string out = temporary_folder() + name;
         std::ofstream(out) << contents;
         return out;
     }

@@ -3,6 +3,7 @@
 #include "headless/files/ma_reader.h"
 #include "headless/files/ma_writer.h"
 #include "headless/session.h"
+#include "tests/temporary.h"
 
 #include <gtest/gtest.h>
 
@@ -145,7 +146,7 @@ protected:
         return text;
     }
 
-    const std::string folder = testing::TempDir() + "vor2_ma_writer";
+    const std::string folder = temporary_folder() + "vor2_ma_writer";
 };
 
 TEST_F(MaWriterTest, a_scene_with_values_of_every_kind_reads_back_the_same) {

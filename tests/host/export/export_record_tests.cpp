@@ -41,7 +41,7 @@ TEST_F(EXPORT_RECORD, says_who_when_and_from_what) {
 }
 
 TEST_F(EXPORT_RECORD, is_marked_when_the_user_goes_on_in_spite_of_problems) {
-    const std::string folder = testing::TempDir();
+    const std::string folder = temporary_folder();
     const std::string report = folder + "vor2_export_record.txt";
     const MString path((folder + "vor2_export_record.vr2").c_str());
     VOR2 root;

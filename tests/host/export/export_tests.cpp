@@ -153,7 +153,7 @@ TEST_F(EXPORT, writes_a_file_that_loads) {
     const MDagPath hips = make("joint", "hips");
     animate(hips, "rotateZ", {0, 1}, {0, 6});
     select({"hips"});
-    const std::string path = testing::TempDir() + "export tests.vr2";
+    const std::string path = temporary_folder() + "export tests.vr2";
     ASSERT_TRUE(build_and_save(path.c_str()));
     EXPECT_EQ(messages,
               (TEXTS{"I: Building vor2...", "I: Building vor2 - translating nodes...",

@@ -127,7 +127,7 @@ TEST_F(MOTION_CAPTURE, keys_of_children_equal_the_files_channels_frame_by_frame)
             EXPECT_NEAR(rate * capture.frame_time, 1, 1e-3) << "the scene counts in the file's own frames";
             std::string roots;
             for (const auto& [name, joint] : capture.joints) roots += joint.is_root ? " -enl " + name : "";
-            const std::string file = testing::TempDir() + "motion_capture.vr2";
+            const std::string file = temporary_folder() + "motion_capture.vr2";
             ASSERT_TRUE(session.run_mel("VOR2Export -f \"" + file + "\" -sAt " + std::to_string(rate) + roots));
             VOR2 root;
             ASSERT_TRUE(root.load(to_text(file.c_str()), false));

@@ -27,7 +27,7 @@ protected:
         EXPECT_FALSE(std::filesystem::exists(file));
         EXPECT_EQ(MAnimControl::currentTime().as(MTime::uiUnit()), 5.0);
     }
-    std::string file = testing::TempDir() + "refused_export.vr2";
+    std::string file = temporary_folder() + "refused_export.vr2";
 };
 
 TEST_F(REFUSED_EXPORT, says_what_is_wrong_with_the_range) {

@@ -60,7 +60,7 @@ protected:
     static double frame(const MTime& time) { return time.as(MTime::uiUnit()); }
 
     VOR2 root;
-    std::string file = testing::TempDir() + "import_tests.vr2";
+    std::string file = temporary_folder() + "import_tests.vr2";
 };
 
 TEST_F(IMPORT, makes_and_keys_joints) {

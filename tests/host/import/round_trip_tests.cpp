@@ -80,11 +80,11 @@ protected:
     }
     void round_trip(const std::string& nodes) {
         const std::string unit = session.scene().time_unit.name;
-        const VOR2 first = export_to(testing::TempDir() + "first.vr2", nodes);
+        const VOR2 first = export_to(temporary_folder() + "first.vr2", nodes);
         session.new_scene();
         ASSERT_TRUE(
-            session.run_mel("currentUnit -t " + unit + "; VOR2Import -f \"" + testing::TempDir() + "first.vr2\""));
-        const VOR2 second = export_to(testing::TempDir() + "second.vr2", " -enl Exporter_Inserted_Root");
+            session.run_mel("currentUnit -t " + unit + "; VOR2Import -f \"" + temporary_folder() + "first.vr2\""));
+        const VOR2 second = export_to(temporary_folder() + "second.vr2", " -enl Exporter_Inserted_Root");
         expect_same_children(first, second);
     }
 };

@@ -89,7 +89,7 @@ TEST_F(PLUGIN, refuses_wrong_flags_before_anything_is_taken) {
 
 TEST_F(PLUGIN, exports_and_imports_through_scripts) {
     make("joint", "hips");
-    const std::string file = testing::TempDir() + "plugin tests.vr2";
+    const std::string file = temporary_folder() + "plugin tests.vr2";
     std::filesystem::remove(file);
     ASSERT_TRUE(session.run_mel("select -r hips; VOR2Export -f \"" + file + "\" -st 0 -end 1"));
     EXPECT_TRUE(said("I: Done."));
