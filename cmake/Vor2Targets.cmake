@@ -20,11 +20,12 @@ else()
 endif()
 target_include_directories(vor2_options INTERFACE "$<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}>")
 # On Windows the manifest makes UTF-8 a program's 8-bit character set, for file names as for the command line, and the
-# stack is as deep as elsewhere.
+# stack is as deep as elsewhere. A target with the property VOR2_SYSTEM_CHARSET goes without the manifest.
 if(WIN32)
   set(program_only "$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>")
+  set(has_manifest "$<AND:${program_only},$<NOT:$<BOOL:$<TARGET_PROPERTY:VOR2_SYSTEM_CHARSET>>>>")
   target_sources(vor2_options INTERFACE
-    "$<BUILD_INTERFACE:$<${program_only}:${CMAKE_SOURCE_DIR}/cmake/vor2.$<IF:$<BOOL:${MSVC}>,manifest,rc>>>")
+    "$<BUILD_INTERFACE:$<${has_manifest}:${CMAKE_SOURCE_DIR}/cmake/vor2.$<IF:$<BOOL:${MSVC}>,manifest,rc>>>")
   target_link_options(vor2_options INTERFACE
     "$<${program_only}:$<IF:$<BOOL:${MSVC}>,/STACK:8388608,-Wl$<COMMA>--stack$<COMMA>8388608>>")
 endif()

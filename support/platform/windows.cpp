@@ -62,6 +62,18 @@ std::optional<FILE_IDENTITY> identity_of(std::u16string_view name) {
     return FILE_IDENTITY{facts.dwVolumeSerialNumber, facts.nFileIndexHigh, facts.nFileIndexLow};
 }
 
+/// One word of a command line, as a program's start-up code takes it apart again.
+std::string quoted(std::string_view word) {
+    std::string line = "\"";
+    std::size_t backslashes = 0;
+    for (const char c : word) {
+        if (c == '"') line.append(backslashes + 1, '\\');
+        backslashes = c == '\\' ? backslashes + 1 : 0;
+        line.push_back(c);
+    }
+    return line.append(backslashes, '\\') + "\"";
+}
+
 /// A service or a build farm's session has no desktop that anyone sees; a box there would wait for ever.
 bool anyone_can_see_a_box() {
     USEROBJECTFLAGS flags{};
@@ -183,8 +195,8 @@ ANSWER ask_yes_no(void* owner, const char* words, const char* caption) {
 }
 
 void start_program(const char* program, const char* argument) {
-    const std::string quoted = "\"" + std::string(argument) + "\"";
-    const intptr_t child = _spawnlp(_P_NOWAIT, program, program, quoted.c_str(), static_cast<const char*>(nullptr));
+    const intptr_t child = _spawnlp(_P_NOWAIT, program, quoted(program).c_str(), quoted(argument).c_str(),
+                                    static_cast<const char*>(nullptr));
     if (child != -1) CloseHandle(reinterpret_cast<HANDLE>(child)); // NOLINT(performance-no-int-to-ptr)
 }
 
