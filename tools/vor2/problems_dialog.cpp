@@ -3,6 +3,7 @@
 #include "host/export/scene_finishing.h"
 #include "tools/vor2/messages.h"
 #include "tools/vor2/progress.h"
+#include "tools/vor2/system.h"
 
 namespace tool {
 
@@ -37,7 +38,7 @@ platform::ANSWER ProblemsDialog::answer(const char* words, const char* caption) 
     // The question is whether to cancel.
     ProblemsDialog& self = *present;
     self.was_asked_ = true;
-    if (self.choice_.empty()) {
+    if (self.choice_.empty() && input_is_terminal()) {
         const Progress::Pause pause;
         platform::ask_yes_no_hook = nullptr;
         self.answer_ = platform::ask_yes_no(nullptr, words, caption);

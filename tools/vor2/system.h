@@ -13,6 +13,7 @@ namespace tool {
 /// Before anything else: makes writing into a closed pipe an error like any other instead of the process's end,
 /// and keeps the numbers of closed standard streams from being given to files.
 void prepare_process();
+bool input_is_terminal();
 bool error_is_terminal();
 unsigned processor_count();
 /// What an `errno` value means, in lower case.

@@ -52,6 +52,10 @@ void prepare_process() {
     }
 }
 
+bool input_is_terminal() {
+    return isatty(STDIN_FILENO) != 0;
+}
+
 bool error_is_terminal() {
     return isatty(STDERR_FILENO) != 0;
 }

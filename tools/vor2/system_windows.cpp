@@ -59,6 +59,11 @@ private:
     int number_, before_;
 };
 
+bool is_console(DWORD stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
+}
+
 } // namespace
 
 void prepare_process() {
@@ -72,9 +77,12 @@ void prepare_process() {
     SetConsoleCtrlHandler(remove_watched_files, TRUE);
 }
 
+bool input_is_terminal() {
+    return is_console(STD_INPUT_HANDLE);
+}
+
 bool error_is_terminal() {
-    DWORD mode = 0;
-    return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+    return is_console(STD_ERROR_HANDLE);
 }
 
 unsigned processor_count() {
