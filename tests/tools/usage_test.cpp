@@ -23,6 +23,7 @@ TEST_F(ToolTest, wrong_usage_exits_with_2_and_says_what_is_wrong) {
         EXPECT_EQ(outcome.problems().size(), 1U) << outcome.err;
         EXPECT_NE(outcome.err.find(line.words), std::string::npos) << outcome.err;
     }
+    expect_refused({"info", "/no/such.vr2"}, "/no/such.vr2", ""); // a path with a slash is no option anywhere
 }
 
 TEST_F(ToolTest, help_and_documents_tell_every_verb_and_option) {

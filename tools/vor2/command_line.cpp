@@ -59,6 +59,7 @@ int run_verb(Verb& verb, int argument_count, char** arguments) {
     const Syntax syntax = syntax_of(verb, common);
     CLI::App app;
     app.set_help_flag();
+    app.allow_windows_style_options(false); // a path may begin with a slash on every system
     std::map<const CLI::Option*, const OptionRow*> rows;
     for (const OptionRow& row : syntax.rows()) rows.emplace(add_option(app, row), &row);
     std::vector<std::string> words(arguments, arguments + argument_count);
