@@ -1,35 +1,44 @@
-// A scene file of any bytes: what loads must follow the clock, copy, describe itself, save, load again and
-// save to the same bytes.
+// A scene file of any bytes: what loads must follow the clock, copy and compare, describe itself, be checked and
+// repaired, save, load again and save to the same bytes.
 
+#include "format/geometry/scene_check.h"
 #include "format/vor2.h"
 #include "fuzz/input.h"
-#include "support/platform/hooks.h"
-
-#include <vector>
-
-#include <sys/mman.h>
-#include <unistd.h>
+#include "fuzz/sandbox.h"
 
 namespace {
 
 using namespace VOR2_LOADER;
 
-/// Lets a save reach a file in memory alone, whatever names the scene's references hold.
-class MemoryOnly : public platform::OUTPUT_REDIRECTION {
-public:
-    std::optional<std::string> redirect(const std::string& name) override {
-        if (name == path) return path;
-        return {};
-    }
-    const int file = memfd_create("scene", 0);
-    const std::string path = "/proc/self/fd/" + std::to_string(file);
-};
+/// The bytes that a scene saves to; none when it can't be saved, for the files that its references name.
+std::string saved(const VOR2& root) {
+    return root.save(TEXT(u"saved.vr2")) ? fuzz::file_in_sandbox("saved.vr2") : std::string();
+}
 
-std::vector<u8> saved(const VOR2& root, MemoryOnly& memory) {
-    const TEXT name(std::u16string(memory.path.begin(), memory.path.end()));
-    if (!root.save(name)) return {};
-    VOR2_INPUT_BUFFER buffer(name);
-    return {buffer.start, buffer.end};
+bool same(const auto& a, const auto& b) {
+    if constexpr (requires { a.equals(b); }) {
+        return a.equals(b);
+    } else {
+        return a == b;
+    }
+}
+
+/// What isn't equal to itself, having a number that is none, is equal to nothing.
+void compare_objects(const auto& a, const auto& b) {
+    if (a.size() != b.size()) fuzz::wrong("another number of objects");
+    for (u64 i = 0; i < a.size(); ++i) {
+        if (!a[i] != !b[i]) fuzz::wrong("an object got lost");
+        if (a[i] && same(*a[i], *a[i]) && !same(*a[i], *b[i])) fuzz::wrong("an object that isn't equal");
+    }
+}
+
+/// All but weighted meshes: what skinning derives follows the pose of the moment.
+void compare(const VOR2& a, const VOR2& b) {
+    const auto each = [&a, &b](auto... arrays) { (compare_objects(a.*arrays, b.*arrays), ...); };
+    each(&VOR2::lights, &VOR2::cameras, &VOR2::materials, &VOR2::helpers, &VOR2::bezier_spline_objects);
+    each(&VOR2::rigids, &VOR2::anim_meshes, &VOR2::morph_meshes);
+    each(&VOR2::light_instances, &VOR2::rigid_instances, &VOR2::weighted_mesh_instances, &VOR2::helper_instances);
+    each(&VOR2::xref_objects, &VOR2::xref_speedtrees);
 }
 
 /// Touches all that a program can see.
@@ -54,13 +63,37 @@ public:
     i64 depth = 0;
 };
 
+/// Repaired, a scene has no problems left, and the report holds those that it had.
+void check_repair(VOR2& scene) {
+    const NARROW_TEXT report("report.txt");
+    NARROW_TEXT problems, left;
+    check_scene(scene, problems, true, &report, false, swap_y_z);
+    const std::string told = fuzz::file_in_sandbox("report.txt");
+    if (problems.length() > 0 && told != std::string(problems.c_str(), problems.length() + 1)) {
+        fuzz::wrong("a report that isn't the problems");
+    }
+    check_scene(scene, left, false, nullptr, false, swap_y_z);
+    if (left.length() > 0) fuzz::wrong("a repaired scene with problems");
+}
+
+/// A scene for references to find.
+void provide_reference(std::string_view bytes) {
+    using namespace std::string_view_literals;
+    if (bytes.find("p\0l\0a\0i\0n"sv) == bytes.npos) return;
+    static const std::string plain = [] {
+        VOR2 root;
+        root.helpers.emplace_back(new VOR2_HELPER);
+        return saved(root);
+    }();
+    fuzz::put_in_sandbox("plain.vr2", plain);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
-    static MemoryOnly memory;
-    platform::output_redirection = &memory;
-    if (size > (1U << 20)) return 0;
-    VOR2_INPUT_BUFFER buffer(std::span<const u8>(data, size), TEXT(u"/nowhere/scene.vr2"));
+    const fuzz::Visit visit;
+    provide_reference({reinterpret_cast<const char*>(data), size});
+    VOR2_INPUT_BUFFER buffer(std::span<const u8>(data, size), TEXT(u"scene.vr2"));
     VOR2 root;
     if (!root.load(buffer, (size & 1) != 0)) {
         if (buffer.problem().empty()) fuzz::wrong("refused without a reason");
@@ -72,13 +105,19 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
     Counter counter;
     root.describe(counter);
     if (counter.depth != 0) fuzz::wrong("a description that doesn't close");
-    const VOR2 copy(root);
-    const std::vector<u8> first = saved(root, memory);
-    if (saved(copy, memory) != first) fuzz::wrong("a copy that saves to other bytes");
+    VOR2 copy(root);
+    compare(root, copy);
+    compare_objects(root.weighted_meshes, copy.weighted_meshes);
+    const std::string first = saved(root);
+    if (saved(copy) != first) fuzz::wrong("a copy that saves to other bytes");
+    check_repair(copy);
+    copy.advance(0.1F);
     if (first.empty()) return 0;
-    VOR2_INPUT_BUFFER again(std::span<const u8>(first), TEXT(u"/nowhere/scene.vr2"));
+    VOR2_INPUT_BUFFER again(std::span<const u8>(reinterpret_cast<const u8*>(first.data()), first.size()),
+                            TEXT(u"scene.vr2"));
     VOR2 reloaded;
     if (!reloaded.load(again, false)) fuzz::wrong("a saved scene that doesn't load");
-    if (saved(reloaded, memory) != first) fuzz::wrong("a second save with other bytes");
+    compare(root, reloaded);
+    if (saved(reloaded) != first) fuzz::wrong("a second save with other bytes");
     return 0;
 }

@@ -2,8 +2,10 @@
 
 /// Files that hold every record there is, written by hand, in the layout of any version.
 
-#include "tests/format/format_test.h"
+#include "tests/format/bytes.h"
 
+#include <array>
+#include <cmath>
 #include <vector>
 
 namespace VOR2_LOADER {
@@ -16,6 +18,7 @@ struct EVERY_RECORD {
     bool full = true; ///< whether optional things are there
     u32 length = 2;   ///< of lists
     bool references = false;
+    std::u16string_view referenced = u"C:\\none.vr2";
 
     /// Whether the layout has a field that came with `version`, and whether its value is known.
     [[nodiscard]] bool has(f32 version) const { return layout >= version; }
@@ -212,7 +215,7 @@ struct EVERY_RECORD {
         out.chunk(13, BYTES().words({1}).bytes(shader_material()));
         out.chunk(13, BYTES().words({0}).bytes(standard_material()));
         out.bytes(instances({3, 2, 5, 0, 4, 6, 1, 7}));
-        if (references) out.chunk(15, BYTES().text(u"C:\\none.vr2")).chunk(20, BYTES().text(u"C:\\none.vr2"));
+        if (references) out.chunk(15, BYTES().text(referenced)).chunk(20, BYTES().text(referenced));
         return out.chunk(21, xref_object()).bytes(instances({8, 9}));
     }
 };

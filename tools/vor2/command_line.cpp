@@ -54,15 +54,29 @@ int print(const std::string& text) {
     return printed ? exit_done : exit_refused;
 }
 
-int run_verb(Verb& verb, int argument_count, char** arguments) {
+int run_verb(Verb& verb, std::vector<std::string> words) {
     CommonOptions common;
+    if (const std::optional<int> ended = read_words(verb, common, std::move(words))) return *ended;
+    set_quiet(common.quiet);
+    return verb.run();
+}
+
+} // namespace
+
+Syntax syntax_of(Verb& verb, CommonOptions& common) {
+    Syntax syntax;
+    verb.describe(syntax);
+    syntax.flag("-q,--quiet", "tell problems alone: no notes, no progress", common.quiet);
+    return syntax;
+}
+
+std::optional<int> read_words(Verb& verb, CommonOptions& common, std::vector<std::string> words) {
     const Syntax syntax = syntax_of(verb, common);
     CLI::App app;
     app.set_help_flag();
     app.allow_windows_style_options(false); // a path may begin with a slash on every system
     std::map<const CLI::Option*, const OptionRow*> rows;
     for (const OptionRow& row : syntax.rows()) rows.emplace(add_option(app, row), &row);
-    std::vector<std::string> words(arguments, arguments + argument_count);
     for (const std::string& word : words) {
         if (word == "--") break;
         if (word == "-h" || word == "--help") return print(help_text(verb));
@@ -76,17 +90,7 @@ int run_verb(Verb& verb, int argument_count, char** arguments) {
     }
     const std::string wrong = verb.check();
     if (!wrong.empty()) return refuse_usage(std::string(verb.name()), wrong);
-    set_quiet(common.quiet);
-    return verb.run();
-}
-
-} // namespace
-
-Syntax syntax_of(Verb& verb, CommonOptions& common) {
-    Syntax syntax;
-    verb.describe(syntax);
-    syntax.flag("-q,--quiet", "tell problems alone: no notes, no progress", common.quiet);
-    return syntax;
+    return {};
 }
 
 int run_command_line(int argument_count, char** arguments) {
@@ -101,7 +105,7 @@ int run_command_line(int argument_count, char** arguments) {
     for (const std::unique_ptr<Verb>& verb : verbs) {
         if (verb->name() != word) continue;
         try {
-            return run_verb(*verb, argument_count - 2, arguments + 2);
+            return run_verb(*verb, {arguments + 2, arguments + argument_count});
         } catch (const std::bad_alloc&) {
             problem(word, "memory ran out");
             return exit_refused;

@@ -1,4 +1,5 @@
 #include "tests/format/every_record.h"
+#include "tests/format/format_test.h"
 
 namespace VOR2_LOADER {
 namespace {
