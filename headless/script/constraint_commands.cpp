@@ -93,8 +93,8 @@ private:
             std::erase_if(out, [&](const Link& link) { return axis.size() == 1 && link.to[1] == axis[0]; });
         for (const auto& [flag, letter] : {std::pair{"st", 't'}, {"sr", 'r'}}) {
             for (const std::string& axis : arguments_.texts(flag))
-                std::erase_if(out, [&](const Link& link) {
-                    return link.to[0] == letter && axis.size() == 1 && link.to[1] == axis[0];
+                std::erase_if(out, [&axis, first = letter](const Link& link) {
+                    return link.to[0] == first && axis.size() == 1 && link.to[1] == axis[0];
                 });
         }
         return out;

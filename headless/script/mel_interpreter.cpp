@@ -1,6 +1,7 @@
 #include "headless/script/interpreter.h"
 #include "headless/script/mel_values.h"
 #include "headless/script/python.h"
+#include "headless/script/script_work.h"
 
 #include <deque>
 
@@ -25,12 +26,15 @@ enum class Flow { on, leave, go_on, give_back };
 // Keeps what scripts leave behind, and the scripts themselves: an import sends the same few lines at every key.
 class MelInterpreter {
 public:
+    explicit MelInterpreter(std::shared_ptr<ScriptWork> work) : work_(std::move(work)) {}
+
     Result<CommandResult> run(Session& session, const std::string& text) {
         const Result<std::shared_ptr<const MelProgram>> program = program_of(text);
         if (!program) return program.error();
         for (const auto& procedure : (*program)->procedures) procedures_[procedure->name] = procedure;
         Frame frame{*this, session, **program};
         CommandResult last;
+        const ScriptWork::Run running(*work_);
         if (depth_ == 0) rounds_ = 0;
         for (const MelStatement& statement : (*program)->statements) {
             Result<CommandResult> value = frame.value_of(statement);
@@ -63,6 +67,7 @@ private:
         Result<void> loop(const MelStatement& statement);
         Result<void> for_each(const MelStatement& statement);
         bool leaves_loop();
+        Result<CommandResult> computed(const MelExpression& expression);
         Result<CommandResult> binary(const MelExpression& expression);
         Result<CommandResult> assign(const MelExpression& expression);
         Result<CommandResult> assign_to(const MelExpression& place, CommandResult value);
@@ -100,6 +105,7 @@ private:
     NameMap<std::shared_ptr<const MelProgram>> programs_;
     NameMap<std::shared_ptr<const MelProcedure>> procedures_;
     Variables globals_;
+    std::shared_ptr<ScriptWork> work_;
     int depth_ = 0;
     std::int64_t rounds_ = 0;
 };
@@ -132,6 +138,7 @@ Result<CommandResult> MelInterpreter::Frame::value_of(const MelStatement& statem
 Result<void> MelInterpreter::Frame::execute(const MelStatement& statement) {
     const Level level(interpreter);
     if (interpreter.depth_ > max_run_depth) return failed(statement.offset, "The script nests too deep");
+    if (!interpreter.work_->step()) return failed(statement.offset, ScriptWork::refusal);
     switch (statement.kind) {
     case MelStatement::Kind::nothing:
         return {};
@@ -184,6 +191,7 @@ Result<void> MelInterpreter::Frame::declare(const MelStatement& statement) {
     if (statement.expressions.empty()) return {};
     const Result<CommandResult> value = evaluate(statement.expressions[0]);
     if (!value) return value.error();
+    if (!interpreter.work_->make(*value)) return failed(statement.offset, ScriptWork::refusal);
     find(statement.name)->value = mel_converted(*value, type);
     return {};
 }
@@ -229,6 +237,17 @@ Result<CommandResult> MelInterpreter::Frame::part(const MelExpression& expressio
 }
 
 Result<CommandResult> MelInterpreter::Frame::evaluate(const MelExpression& expression) {
+    Result<CommandResult> value = computed(expression);
+    if (!value) return value;
+    using Kind = MelExpression::Kind;
+    const bool makes = expression.kind == Kind::list || expression.kind == Kind::binary ||
+                       expression.kind == Kind::assign || expression.kind == Kind::step;
+    ScriptWork& work = *interpreter.work_;
+    if (!(makes ? work.make(*value) : work.pass(*value))) return failed(expression.offset, ScriptWork::refusal);
+    return value;
+}
+
+Result<CommandResult> MelInterpreter::Frame::computed(const MelExpression& expression) {
     const Level level(interpreter);
     if (interpreter.depth_ > max_run_depth) return failed(expression.offset, "The script nests too deep");
     switch (expression.kind) {
@@ -329,6 +348,10 @@ Result<CommandResult> MelInterpreter::Frame::assign_to(const MelExpression& plac
         if (values.size() <= static_cast<std::size_t>(i)) values.resize(static_cast<std::size_t>(i) + 1);
         values[static_cast<std::size_t>(i)] = std::move(one);
     };
+    const auto end = static_cast<std::size_t>(i) + 1;
+    if (const std::size_t size = mel_size(list);
+        end > size && !interpreter.work_->make((end - size) * sizeof(std::string)))
+        return failed(place.offset, ScriptWork::refusal);
     if (!mel_is_list(list)) list = mel_converted(list, variable->type.empty() ? "string[]" : variable->type);
     if (list.kind == CommandResult::Kind::texts) put(list.texts, mel_text(value));
     if (list.kind == CommandResult::Kind::numbers) put(list.numbers, mel_number(value));
@@ -396,6 +419,7 @@ Result<CommandResult> MelInterpreter::Frame::call(const MelProcedure& procedure,
     Frame frame{interpreter, session, program};
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const auto& [type, name] = procedure.parameters[i];
+        if (!interpreter.work_->make(arguments[i])) return Error{ScriptWork::refusal};
         frame.variables[name] = {type, mel_converted(arguments[i], type)};
     }
     if (Result<void> done = frame.execute(procedure.body); !done) return done.error();
@@ -405,9 +429,10 @@ Result<CommandResult> MelInterpreter::Frame::call(const MelProcedure& procedure,
 } // namespace
 
 void install_interpreters(Session& session) {
-    const auto mel = std::make_shared<MelInterpreter>();
+    const auto work = std::make_shared<ScriptWork>();
+    const auto mel = std::make_shared<MelInterpreter>(work);
     session.set_mel([mel](Session& host, const std::string& text) { return mel->run(host, text); });
-    const auto python = std::make_shared<PythonInterpreter>();
+    const auto python = std::make_shared<PythonInterpreter>(work);
     session.set_python([python](Session& host, const std::string& text) { return python->run(host, text); });
 }
 

@@ -111,6 +111,9 @@ private:
         return fail(at_, Error{"SyntaxError: " + what + " at " + where}, true);
     }
 
+    bool made(const CommandResult& value) { return interpreter_.work_->make(value) || too_much(); }
+    bool too_much() { return fail(at_, Error{"MemoryError: " + std::string(ScriptWork::refusal)}, false); }
+
     // Statements.
     bool statement() {
         skip();
@@ -146,7 +149,7 @@ private:
     bool assignment(std::string_view name) {
         ++at_;
         PythonValue value;
-        if (!expression(value)) return false;
+        if (!expression(value) || !made(value.value)) return false;
         if (doing_) interpreter_.variables_[std::string(name)] = std::move(value.value);
         return true;
     }
@@ -230,6 +233,7 @@ private:
             out.value = mel_is_list(out.value) || mel_is_list(other.value)
                             ? mel_list({out.value, other.value})
                             : mel_binary("+", out.value, other.value).value_or(CommandResult());
+            if (!made(out.value)) return false;
         }
         return true;
     }
@@ -292,6 +296,7 @@ private:
         --brackets_;
         if (closing == ')' && !comma && values.size() == 1) return true; // only brackets around a value
         out.value = values.empty() ? texts_result({}) : mel_list(values);
+        if (!made(out.value)) return false;
         out.tuple = closing == ')';
         return true;
     }
@@ -405,7 +410,7 @@ private:
         const auto at = interpreter_.variables_.find(path);
         if (at == interpreter_.variables_.end()) return unknown_name(path, begin);
         out.value = at->second;
-        return true;
+        return interpreter_.work_->pass(out.value) || too_much();
     }
 
     bool unknown_name(const std::string& path, std::size_t begin) {
@@ -575,6 +580,7 @@ private:
 
 Result<CommandResult> PythonInterpreter::run(Session& session, const std::string& text) {
     if (depth_ == max_scripts_in_scripts) return Error{"RuntimeError: maximum recursion depth exceeded"};
+    const ScriptWork::Run running(*work_);
     ++depth_;
     Result<CommandResult> done = PythonRun(*this, session, text).run();
     --depth_;

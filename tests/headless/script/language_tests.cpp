@@ -47,6 +47,15 @@ TEST_F(ScriptTest, nothing_runs_without_end) {
     for (int i = 0; i < 100000; ++i) sum += "+1";
     EXPECT_NE(mel(sum).find("too long"), std::string::npos);
     EXPECT_NE(python(std::string(100000, '[')).find("nests too deep"), std::string::npos);
+    const std::string too_much = "The script takes too much time or memory";
+    for (const char* hungry : {
+             "proc int f(int $n) { if ($n < 1) return 0; f($n - 1); f($n - 1); return 1; } f(40);",
+             "$s = \"ab\"; for ($i = 0; $i < 60; $i++) $s += $s;",
+             "string $s[] = {\"ab\"}; for ($i = 0; $i < 60; $i++) $s = {$s, $s};",
+             "string $a[], $b[], $c[]; $a[16777215] = 1; $b[16777215] = 1; $c[16777215] = 1;",
+             "python(\"s = ['ab']\"); for ($i = 0; $i < 60; $i++) python(\"s = s + s\");",
+         })
+        EXPECT_TRUE(mel(hungry).ends_with(too_much)) << hungry;
     EXPECT_NE(python("import maya.cmds as cmds; s = 'cmds.python(s)'; cmds.python(s)").find("recursion"),
               std::string::npos);
 }

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "headless/session.h"
+
+namespace headless {
+
+/// What a script may cost, with all scripts that run within it, so that none keeps the host busy or fills the memory
+/// without end. One unit is a step of the script, or a handful of bytes that it makes or goes over.
+class ScriptWork {
+public:
+    /// While one lasts a script runs; the outermost starts anew.
+    class Run {
+    public:
+        explicit Run(ScriptWork& work) : work_(work) {
+            if (work_.runs_++ == 0) work_.spent_ = 0;
+        }
+        ~Run() { --work_.runs_; }
+        Run(const Run&) = delete;
+        Run& operator=(const Run&) = delete;
+
+    private:
+        ScriptWork& work_;
+    };
+
+    static constexpr const char* refusal = "The script takes too much time or memory";
+
+    // False once it is too much.
+    bool add(std::size_t units) { return (spent_ += units) <= most_units; }
+    bool step() { return add(1); }
+    /// A value that is kept, or made of others.
+    bool make(const CommandResult& value) { return make(bytes_of(value)); }
+    bool make(std::size_t bytes) { return add(1 + bytes / 64); }
+    /// A value that is passed on and soon gone again.
+    bool pass(const CommandResult& value) { return add(1 + bytes_of(value) / 4096); }
+
+private:
+    static constexpr std::size_t most_units = 16'000'000; // of made bytes, a gigabyte
+
+    static std::size_t bytes_of(const CommandResult& value) {
+        std::size_t bytes = value.numbers.size() * sizeof(double) + value.integers.size() * sizeof(std::int64_t);
+        for (const std::string& text : value.texts) bytes += sizeof text + text.size();
+        return bytes;
+    }
+
+    std::size_t spent_ = 0;
+    int runs_ = 0;
+};
+
+} // namespace headless
