@@ -45,6 +45,7 @@ struct Reading {
     MaNames names{scene};
     std::vector<NodeHandle> made{};
     std::vector<std::string> open_files{};
+    int references = 0;
     std::string base_namespace{}; ///< that names in the scene have and names in the files don't
     bool fresh = false;           ///< the scene held nothing of its own
 };
@@ -371,6 +372,8 @@ private:
         if (path.empty()) return Error{"The referenced file '" + std::string(stated) + "' isn't there"};
         if (!path.ends_with(".ma")) return Error{"The referenced file '" + std::string(stated) + "' isn't Maya ASCII"};
         if (reading_.open_files.size() >= max_reference_depth) return Error{"References lie too deep"};
+        if (++reading_.references > max_references)
+            return Error{"More than " + std::to_string(max_references) + " files are referred to"};
         if (std::ranges::find(reading_.open_files, path) != reading_.open_files.end())
             return Error{"The referenced file '" + std::string(stated) + "' refers back to itself"};
         const std::string_view name_space = flags.value("-ns", "-namespace");

@@ -48,9 +48,14 @@ Result<std::string> read_text_file(const std::string& path) {
     const std::uintmax_t size = fs::file_size(path, problem);
     bytes.resize(problem ? 0 : static_cast<std::size_t>(size));
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-    // What a pipe or a growing file holds beyond the size that it stated.
+    // What a pipe or a growing file holds beyond the size that it stated. A device may give bytes without end.
+    constexpr std::size_t most_unstated = std::size_t{64} << 20;
+    const std::size_t most = bytes.size() + most_unstated;
     char more[4096];
-    for (std::size_t n = 0; (n = std::fread(more, 1, sizeof more, file.get())) > 0;) bytes.append(more, n);
+    for (std::size_t n = 0; (n = std::fread(more, 1, sizeof more, file.get())) > 0;) {
+        if (bytes.size() + n > most) return Error{"gives more than 64 MB, as only a regular file may", path};
+        bytes.append(more, n);
+    }
     if (std::ferror(file.get())) return failed("can't be read", path, errno);
     return bytes;
 }

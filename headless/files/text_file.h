@@ -9,7 +9,8 @@
 
 namespace headless {
 
-/// All bytes of a file. A missing file, a folder and a file that can't be read are errors that say which.
+/// All bytes of a file. A missing file, a folder, a file that can't be read, and a pipe or device that gives more than
+/// 64 MB are errors that say which.
 Result<std::string> read_text_file(const std::string& path);
 
 /// A file that appears whole or not at all: what is written goes into a file beside the target, which takes the

@@ -204,6 +204,24 @@ TEST_F(MaReaderTest, references_are_read_into_their_namespaces) {
     std::filesystem::remove_all(folder);
 }
 
+TEST_F(MaReaderTest, files_that_refer_to_more_and_more_come_to_an_end) {
+    const auto folder = std::filesystem::temp_directory_path() / "ma reader twofold";
+    std::filesystem::create_directories(folder);
+    const auto name = [](int i) { return "file" + std::to_string(i) + ".ma"; };
+    for (int i = 0; i < 30; ++i) {
+        std::ofstream(folder / name(i)) << "createNode transform -n \"t\"; file -r \"" << name(i + 1)
+                                        << "\"; file -r \"" << name(i + 1) << "\";";
+    }
+    std::ofstream(folder / name(30)) << "createNode transform -n \"t\";";
+    const std::size_t before = scene().node_count();
+    ASSERT_TRUE(session.open_file((folder / name(0)).string()));
+    EXPECT_EQ(scene().node_count() - before, 1u + max_references);
+    std::filesystem::remove_all(folder);
+#ifndef _WIN32
+    EXPECT_TRUE(session.run_mel("source \"/dev/zero\"").error().message.starts_with("gives more than 64 MB"));
+#endif
+}
+
 TEST_F(MaReaderTest, a_name_space_takes_the_file_in) {
     ASSERT_TRUE(read("createNode joint -n \"a\"; createNode joint -n \"b\" -p \"a\"; setAttr \"|a|b.tx\" 2;", {"x:y"}));
     EXPECT_EQ(value("|x:y:a|x:y:b.tx").number(), 2.0);
