@@ -1,6 +1,7 @@
 #include "tools/vor2/output_set.h"
 
 #include "tools/vor2/messages.h"
+#include "tools/vor2/scene_file.h"
 #include "tools/vor2/system.h"
 
 #include <algorithm>
@@ -40,8 +41,8 @@ std::string why_not_a_target(const fs::path& target) {
     return {};
 }
 
-OutputSet::OutputSet(const std::string& target, bool allow_outside)
-    : named_target_(target), target_(real_place(target)), folder_(target_.parent_path()), allow_outside_(allow_outside),
+OutputSet::OutputSet(const std::string& target, OutputRules rules)
+    : named_target_(target), target_(real_place(target)), folder_(target_.parent_path()), rules_(rules),
       outer_(VOR2_LOADER::platform::output_redirection) {
     VOR2_LOADER::platform::output_redirection = this;
 }
@@ -82,6 +83,8 @@ std::optional<std::string> OutputSet::redirect(const std::string& native_name) {
     if (files_.size() >= most_files) return refuse(named_target_, "refers to more files than are saved in one go");
     const std::string why = why_not_a_target(place);
     if (!why.empty()) return refuse(native_name, why);
+    if (!outermost && rules_.scenes_over_scenes_only && !may_give_way_to_a_scene(place.string()))
+        return refuse(named_target_, "would save a scene over " + native_name + ", which is none");
     const std::string scratch = scratch_for(place);
     if (scratch.empty()) return std::nullopt;
     files_.push_back({place, scratch});
@@ -118,7 +121,7 @@ std::string OutputSet::scratch_for(const fs::path& target) {
 }
 
 bool OutputSet::lies_inside(const fs::path& place) const {
-    if (allow_outside_) return true;
+    if (rules_.allow_outside) return true;
     const auto [end, rest] = std::mismatch(folder_.begin(), folder_.end(), place.begin(), place.end());
     return end == folder_.end() && rest != place.end();
 }

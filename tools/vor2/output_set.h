@@ -7,6 +7,9 @@
 /// which a scene refers to, and which the library saves with it, keep the same promise. A file that would land
 /// outside the folder of the outermost output is refused, unless that is allowed. "Outside" is judged by where
 /// folders and links really lead.
+///
+/// Names of referenced scenes come out of files, maybe a stranger's: with `scenes_over_scenes_only` such a scene may
+/// take the place of nothing but a scene, so that no name in a file costs the user another file of his.
 
 #include "support/platform/hooks.h"
 
@@ -22,10 +25,15 @@ std::filesystem::path real_place(const std::filesystem::path& name);
 /// Why no file can be written at that place; nothing when one can.
 std::string why_not_a_target(const std::filesystem::path& target);
 
+struct OutputRules {
+    bool allow_outside = false;
+    bool scenes_over_scenes_only = false;
+};
+
 class OutputSet : private VOR2_LOADER::platform::OUTPUT_REDIRECTION {
 public:
     /// `target` is the outermost output as the user named it.
-    explicit OutputSet(const std::string& target, bool allow_outside = false);
+    explicit OutputSet(const std::string& target, OutputRules rules = {});
     ~OutputSet() override;
     OutputSet(const OutputSet&) = delete;
     OutputSet& operator=(const OutputSet&) = delete;
@@ -59,7 +67,7 @@ private:
     std::string named_target_;
     std::filesystem::path target_; ///< where links lead
     std::filesystem::path folder_;
-    bool allow_outside_;
+    OutputRules rules_;
     bool refused_ = false;
     bool committed_ = false;
     std::vector<File> files_; ///< in order of their first opening

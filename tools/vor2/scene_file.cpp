@@ -1,10 +1,12 @@
 #include "tools/vor2/scene_file.h"
 
+#include "support/platform/platform.h"
 #include "support/text/unicode.h"
 #include "tools/vor2/messages.h"
 #include "tools/vor2/output_set.h"
 #include "tools/vor2/system.h"
 
+#include <cerrno>
 #include <filesystem>
 
 namespace tool {
@@ -36,6 +38,33 @@ std::string why_unreadable(const std::string& name) {
     return {};
 }
 
+namespace {
+
+void leave_out_missing(VOR2& scene, const TEXT& file, const std::string& name);
+
+/// `file` is where the references are, `name` what the user calls the file that it all began with.
+template<class REFERENCES>
+void leave_out_missing_of(REFERENCES& references, const TEXT& file, const std::string& name) {
+    for (auto& reference : references) {
+        if (!reference || !reference->scene) continue;
+        const TEXT path = resolve_path(file, reference->file_name);
+        if (file_exists(path)) {
+            leave_out_missing(*reference->scene, path, name);
+        } else {
+            note(name + ": warning: there is no scene " + platform::native_file_name(path) + ", which it refers to");
+            reference->scene.reset();
+        }
+    }
+}
+
+// No deeper than the library follows references.
+void leave_out_missing(VOR2& scene, const TEXT& file, const std::string& name) { // NOLINT(misc-no-recursion)
+    leave_out_missing_of(scene.xrefs_15, file, name);
+    leave_out_missing_of(scene.xrefs_20, file, name);
+}
+
+} // namespace
+
 bool load_scene(VOR2& scene, const std::string& name, VOR2_INPUT_BUFFER& buffer) {
     if (scene.load(buffer, false)) return true;
     std::string why = why_unreadable(name);
@@ -49,8 +78,19 @@ bool load_scene(VOR2& scene, const std::string& name) {
     return load_scene(scene, name, buffer);
 }
 
+bool may_give_way_to_a_scene(const std::string& name) {
+    READ_FILE file;
+    if (!file.open(library_name(name))) return file.last_error() == ENOENT;
+    u32 word = 0;
+    return file.read(&word, sizeof word) == 0 || word == MAGIC_WORD || word == 0;
+}
+
+void leave_out_missing_references(VOR2& scene, const std::string& name) {
+    leave_out_missing(scene, library_name(name), name);
+}
+
 bool save_scene(const VOR2& scene, const std::string& name, bool allow_outside) {
-    OutputSet outputs(name, allow_outside);
+    OutputSet outputs(name, {allow_outside, true});
     if (!outputs.ready()) return false;
     VOR2_WRITE_STREAM stream;
     bool saved = stream.open(library_name(name), false, true) && scene.save(stream);

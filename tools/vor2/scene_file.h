@@ -19,11 +19,20 @@ std::string readable(const VOR2_LOADER::TEXT& text);
 /// where nothing is.
 std::string why_unreadable(const std::string& name);
 
+/// Whether a scene may be saved over what stands at that name: nothing, an empty file, a scene, or one whose save
+/// didn't finish.
+bool may_give_way_to_a_scene(const std::string& name);
+
 /// Loads without moving the clock. False, told to the user, when that fails.
 bool load_scene(VOR2_LOADER::VOR2& scene, const std::string& name);
 bool load_scene(VOR2_LOADER::VOR2& scene, const std::string& name, VOR2_LOADER::VOR2_INPUT_BUFFER& buffer);
 
-/// Saves the scene, and with it those it refers to, whole or not at all. False, told to the user, when that fails.
+/// Lets the references whose file wasn't there be names alone, so that a save of the scene makes no empty file for
+/// them; each is told to the user as a warning about `name`, the file that the scene was loaded from.
+void leave_out_missing_references(VOR2_LOADER::VOR2& scene, const std::string& name);
+
+/// Saves the scene, and with it those it refers to, whole or not at all. False, told to the user, when that fails. A
+/// referenced scene is saved within the folder of `name`, unless `allow_outside`, and over nothing that is no scene.
 bool save_scene(const VOR2_LOADER::VOR2& scene, const std::string& name, bool allow_outside);
 
 } // namespace tool

@@ -107,6 +107,10 @@ void Syntax::json(bool& target) {
     flag("--json", "print JSON for programs to read", target);
 }
 
+void Syntax::allow_outside(bool& target) {
+    flag("--allow-outside", "let scenes that the file refers to be saved outside OUT's folder", target);
+}
+
 std::optional<double> parse_number(std::string_view text) {
     if (!text.empty() && text.front() == '+') text.remove_prefix(1);
     double number = 0;

@@ -50,6 +50,9 @@ public:
     /// `--json`, for a verb whose result a program would read.
     void json(bool& target);
 
+    /// `--allow-outside`, for a verb that saves scenes together with those they refer to.
+    void allow_outside(bool& target);
+
     const std::vector<OptionRow>& rows() const { return rows_; }
 
 private:

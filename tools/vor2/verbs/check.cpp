@@ -63,10 +63,10 @@ public:
     std::string_view description() const override {
         return "Looks for UVW coordinates and normals that aren't finite, as an export does before it saves, and "
                "prints a block for each mesh. Exits with 1 when there are problems.\n\n"
-               "--fix saves the scene with such numbers replaced by random ones. --strict also looks for indices "
-               "that name nothing, parents behind their children, keys out of order or step, rotations that aren't "
-               "of unit length, weights that don't add up to 1, mapping channels that a vertex lacks, and missing "
-               "references; these are told and not repaired.";
+               "--fix saves the scene with such numbers replaced by random ones, and the scenes that it refers to as "
+               "'vor2 upgrade' does. --strict also looks for indices that name nothing, parents behind their "
+               "children, keys out of order or step, rotations that aren't of unit length, weights that don't add up "
+               "to 1, mapping channels that a vertex lacks, and missing references; these are told and not repaired.";
     }
     std::vector<std::string> examples() const override {
         return {"vor2 check hall.vr2", "vor2 check *.vr2 --strict --json",
@@ -75,6 +75,7 @@ public:
     void describe(Syntax& syntax) override {
         syntax.required_files("FILE", "FILE...", "the scenes to check", files_);
         syntax.file("--fix", "OUT.vr2", "save the repaired scene; for one file", fixed_);
+        syntax.allow_outside(allow_outside_);
         syntax.file("--report", "TXT", "write the report of the export's check, where there is something to report",
                     report_);
         syntax.flag("--strict", "also find what is wrong beyond numbers that aren't finite", strict_);
@@ -106,8 +107,9 @@ private:
         bool good = out.finish() && found == 0;
         if (!report_.empty() && report.length() > 0) good = write_report(report) && good;
         if (!fixed_.empty()) {
+            leave_out_missing_references(scene, file);
             check_scene(scene, report, true, nullptr, false, as_stored);
-            good = save_scene(scene, fixed_, false) && good;
+            good = save_scene(scene, fixed_, allow_outside_) && good;
         }
         return good ? exit_done : exit_refused;
     }
@@ -202,7 +204,7 @@ private:
 
     std::vector<std::string> files_;
     std::string fixed_, report_;
-    bool strict_ = false, json_ = false;
+    bool strict_ = false, json_ = false, allow_outside_ = false;
     unsigned jobs_ = 0;
 };
 
