@@ -6,6 +6,7 @@
 #include "headless/files/ma_writer.h"
 #include "headless/geometry/mesh_history.h"
 #include "headless/script/interpreter.h"
+#include "headless/script/script_work.h"
 #include "headless/session.h"
 #include "support/platform/hooks.h"
 
@@ -17,7 +18,8 @@ Scene& quiet_scene() {
     Session& session = Session::current();
     session.set_message_sink([](MessageKind, const std::string&) {});
     VOR2_LOADER::platform::print_line_hook = [](std::string_view) {};
-    install_interpreters(session); // without the variables and procedures of the input before
+    install_interpreters(session);      // without the variables and procedures of the input before
+    ScriptWork::most_units = 4'000'000; // an input is to take no seconds
     session.new_scene();
     return session.scene();
 }

@@ -1,6 +1,6 @@
 #include "format/core/files.h"
 
-#include "support/platform/platform.h"
+#include "support/platform/hooks.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,6 +11,10 @@ namespace {
 
 constexpr u32 BLOCK_SIZE = 1U << 16;
 constexpr i32 FILE_TOO_LARGE_ERROR = EFBIG;
+
+std::FILE* through(std::FILE* (*hook)(std::FILE* opened), std::FILE* opened) {
+    return hook != nullptr && opened != nullptr ? hook(opened) : opened;
+}
 
 i32 seek_from(std::FILE* file, u32 position) {
     const i32 signed_position = static_cast<i32>(position);
@@ -68,7 +72,7 @@ bool WRITE_FILE::open(const TEXT& name, bool append) {
     my_block_position = 0;
     u32 position = 0;
     i32 error = 0;
-    my_handle = platform::open_for_writing(name.view(), append, error);
+    my_handle = through(platform::output_stream_hook, platform::open_for_writing(name.view(), append, error));
     my_name = name;
     if (my_handle == nullptr) return note_failure(error);
     // The block below is the buffer; a second one would only copy every byte again.
@@ -151,7 +155,7 @@ bool WRITE_FILE::patch(u32 position, u32 value) {
 
 bool READ_FILE::open(const TEXT& name) {
     close();
-    my_handle = platform::open_for_reading(name.view(), my_last_error);
+    my_handle = through(platform::input_stream_hook, platform::open_for_reading(name.view(), my_last_error));
     if (my_handle == nullptr && my_last_error == 0) my_last_error = EIO;
     return my_handle != nullptr;
 }
@@ -168,8 +172,12 @@ i64 READ_FILE::length() {
         return -1;
     }
     const long end = std::ftell(my_handle);
-    if (end < 0 || end > static_cast<long>(LONGEST_FILE) || std::fseek(my_handle, 0, SEEK_SET) != 0) {
+    if (end < 0 || end > static_cast<long>(LONGEST_FILE)) {
         my_last_error = FILE_TOO_LARGE_ERROR;
+        return -1;
+    }
+    if (std::fseek(my_handle, 0, SEEK_SET) != 0) {
+        my_last_error = errno;
         return -1;
     }
     return end;

@@ -4,6 +4,7 @@
 #include "support/platform/platform.h"
 
 #include <algorithm>
+#include <cerrno>
 
 namespace VOR2_LOADER {
 namespace {
@@ -41,8 +42,17 @@ void VOR2_INPUT_BUFFER::read_file() {
     }
     const i64 length = file.length();
     if (length < 0) {
-        fail("the file is longer than 2147483647 bytes");
+        fail(file.last_error() == EFBIG ? "the file is longer than 2147483647 bytes"
+                                        : std::string("can't be read: ") + std::strerror(file.last_error()));
         return;
+    }
+    if (my_referring != nullptr) {
+        u64& referred_to = outermost().bytes_referred_to;
+        if (referred_to + static_cast<u64>(length) > LONGEST_FILE) {
+            fail("the files that are referred to come to more than 2147483647 bytes");
+            return;
+        }
+        referred_to += static_cast<u64>(length);
     }
     // A file of no bytes still gets a block, so that its three pointers are equal and not null.
     my_block.allocate(std::max<u32>(static_cast<u32>(length), 1));

@@ -71,6 +71,9 @@ public:
     [[nodiscard]] VOR2_INPUT_BUFFER& outermost() noexcept;
     /// Files opened through references below this one; kept on the outermost buffer.
     u32 references_opened = 0;
+    /// Their bytes, each file as often as it was opened; kept there, too. They may come to `LONGEST_FILE`: a load that
+    /// reads one file many times over costs no more than the longest file there is.
+    u64 bytes_referred_to = 0;
 
 private:
     void read_file();

@@ -180,23 +180,23 @@ bool CLIPPER::pass(const EDGE& edge) {
     return !my_pool_is_used_up;
 }
 
-CLIPPER& process_clipper() {
-    static CLIPPER clipper;
+CLIPPER& thread_clipper() {
+    static thread_local CLIPPER clipper;
     return clipper;
 }
 
 } // namespace
 
 void clip_begin() {
-    process_clipper().begin();
+    thread_clipper().begin();
 }
 
 bool clip_add_vertex(const VOR2_TRI_CLIPPER_RIGID_VERT& vertex) {
-    return process_clipper().add(vertex);
+    return thread_clipper().add(vertex);
 }
 
 bool clip_to_rectangle(f32 min_x, f32 min_z, f32 max_x, f32 max_z, VOR2_TRI_CLIPPER_RIGID_VERT*& first) {
-    return process_clipper().clip({min_x, min_z, max_x, max_z}, first);
+    return thread_clipper().clip({min_x, min_z, max_x, max_z}, first);
 }
 
 } // namespace VOR2_LOADER

@@ -5,8 +5,8 @@
 /// rectangle at a time, on a linked list of vertices).
 ///
 /// Call `clip_begin`, then `clip_add_vertex` for each corner in order, then `clip_to_rectangle`, and walk
-/// the result through `next` before the next `clip_begin`. All vertices lie in one pool of twelve for the
-/// whole process: one clip at a time, on one thread.
+/// the result through `next` before the next `clip_begin`. All vertices lie in one pool of twelve, of which
+/// every thread has one: one clip at a time on each, from its begin to the last look at its result.
 
 #include "format/geometry/vertices.h"
 

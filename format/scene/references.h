@@ -66,12 +66,13 @@ public:
     /// Reads the record and then the file that it names, with the clock set to that scene's start. A file
     /// that doesn't exist is no failure. One that can't be read fails the record, and so does a reference
     /// back to a file of the chain, whatever name it goes by, a chain of more than
-    /// `LONGEST_REFERENCE_CHAIN` files, and more than `MOST_REFERENCES` files in all. The message names the
-    /// file.
+    /// `LONGEST_REFERENCE_CHAIN` files, and more than `MOST_REFERENCES` files or `LONGEST_FILE` bytes in all.
+    /// The message names the file. Files are found wherever the name leads.
     bool load(VOR2_INPUT_BUFFER& buffer);
-    /// Writes the record, and a present scene to its file, whose folders are made. False when the scene
-    /// couldn't be saved whole, when the path has no file's name in it, and, with nothing written there,
-    /// when it leads to a file that is being written.
+    /// Writes the record, and a present scene to its file, wherever the name leads, whose folders are made: who
+    /// saves a stranger's scene looks at its names first, or stands between with an `OUTPUT_REDIRECTION`. False when
+    /// the scene couldn't be saved whole, when the path has no file's name in it, and, with nothing written there, when
+    /// it leads to a file that is being written.
     bool save(VOR2_WRITE_STREAM& stream) const;
     void describe(RECORD_VISITOR& visitor) const;
     void advance(f32 delta) override;

@@ -5,6 +5,12 @@
 /// A file is the magic word and then chunks to its end, without nesting, in any order. The root owns
 /// all objects. Objects refer to each other by index, never by pointer or name. An entry of an array may
 /// be absent: it is passed over everywhere, and written to no file.
+///
+/// Threads: a root belongs to one thread at a time. Roots that have nothing in common may be worked with on
+/// as many threads as there are, and a root that nobody changes may be copied, described and saved, each to
+/// a file of its own, by many at once. What the library keeps for the whole process are its hooks
+/// (support/array/memory.h, support/platform/hooks.h), to be set before threads start, and the C runtime's
+/// `rand`, which the repair of a scene draws on.
 
 #include "format/geometry/anim_mesh.h"
 #include "format/geometry/bezier_splines.h"
@@ -22,6 +28,9 @@ namespace VOR2_LOADER {
 /// The first four bytes of a file, 01 32 52 56. It is written last, so that a file whose save didn't
 /// finish is refused.
 inline constexpr u32 MAGIC_WORD = 0x56523201;
+
+/// A load takes no more than this for each byte of its file. The worst known file comes to 22.
+inline constexpr u64 MOST_MEMORY_A_BYTE = 64;
 
 class VOR2 : public VOR2_INTERNAL_ANIM_OBJECT {
 public:
@@ -63,8 +72,10 @@ public:
     /// file ends in; the buffer's `problem` says which. Unknown chunks are passed over. A failed load
     /// leaves a partly filled root, which is fit for anything.
     ///
-    /// Memory and time are linear in the file's size whatever its counts say. With `set_to_start` the
-    /// clock is set to the start of the scene's time range.
+    /// Whatever the file's counts say, no more than `MOST_MEMORY_A_BYTE` times its size is taken, and 1 MiB;
+    /// the time is linear in its size, and no nesting in it makes a function call itself. Scenes in further
+    /// files count with their own sizes; their depth, number and bytes have limits of their own
+    /// (`VOR2_XREF::load`). With `set_to_start` the clock is set to the start of the scene's time range.
     bool load(VOR2_INPUT_BUFFER& buffer, bool set_to_start);
     bool load(const TEXT& file_name, bool set_to_start);
 

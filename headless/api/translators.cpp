@@ -1,6 +1,7 @@
 #include "headless/api/translators.h"
 
 #include "headless/api/access.h"
+#include "headless/files/text_file.h"
 
 #include <algorithm>
 #include <array>
@@ -61,6 +62,7 @@ MPxFileTranslator::FileAccessMode current_access_mode() {
 }
 
 std::string identify(Session& session, const std::string& path) {
+    if (!why_unreadable(path).empty()) return {};
     std::array<char, 1024> start{};
     std::ifstream file(path, std::ios::binary);
     file.read(start.data(), start.size() - 1);
@@ -78,6 +80,7 @@ std::string identify(Session& session, const std::string& path) {
 
 Result<void> read_through_translator(Session& session, const std::string& path, const std::string& wanted,
                                      MPxFileTranslator::FileAccessMode mode) {
+    if (const std::string why = why_unreadable(path); !why.empty()) return Error{why, path};
     const std::string type = wanted.empty() ? identify(session, path) : wanted;
     if (type.empty()) return Error{"Unrecognized file type", path};
     const Result<TranslatorPointer> translator = make(session, type);

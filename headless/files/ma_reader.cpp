@@ -45,7 +45,8 @@ struct Reading {
     MaNames names{scene};
     std::vector<NodeHandle> made{};
     std::vector<std::string> open_files{};
-    int references = 0;
+    int references = 0; ///< read so far, a file as often as it was
+    std::size_t referenced_bytes = 0;
     std::string base_namespace{}; ///< that names in the scene have and names in the files don't
     bool fresh = false;           ///< the scene held nothing of its own
 };
@@ -372,8 +373,6 @@ private:
         if (path.empty()) return Error{"The referenced file '" + std::string(stated) + "' isn't there"};
         if (!path.ends_with(".ma")) return Error{"The referenced file '" + std::string(stated) + "' isn't Maya ASCII"};
         if (reading_.open_files.size() >= max_reference_depth) return Error{"References lie too deep"};
-        if (++reading_.references > max_references)
-            return Error{"More than " + std::to_string(max_references) + " files are referred to"};
         if (std::ranges::find(reading_.open_files, path) != reading_.open_files.end())
             return Error{"The referenced file '" + std::string(stated) + "' refers back to itself"};
         const std::string_view name_space = flags.value("-ns", "-namespace");
@@ -381,8 +380,12 @@ private:
     }
 
     Result<void> read_reference(const std::string& path, const std::string& prefix) {
+        // Few levels are enough for a handful of files that name each other twice to come to millions.
+        if (++reading_.references > max_references) return Error{"More files are referred to than are read"};
         const Result<std::string> text = read_text_file(path);
         if (!text) return Error{text.error().text()};
+        reading_.referenced_bytes += text->size();
+        if (reading_.referenced_bytes > longest_text_file) return Error{"More is referred to than is read"};
         reading_.open_files.push_back(path);
         const Result<void> done = MaReader(reading_, *text, path, prefix).read();
         reading_.open_files.pop_back();

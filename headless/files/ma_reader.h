@@ -13,7 +13,7 @@ struct MaReadOptions {
 
 /// Files within files that references may open.
 inline constexpr int max_reference_depth = 32;
-/// References that are followed in all, over such levels. Files that each refer to two more would have no end.
+/// The most files that one scene refers to, directly and through others, a file as often as it is named.
 inline constexpr int max_references = 1024;
 
 /// Reads a Maya ASCII file into a scene, in time linear in its length. Values come in the file's own units. A scene
@@ -24,8 +24,8 @@ inline constexpr int max_references = 1024;
 /// Types and attributes that the host doesn't know are kept as values and counted in one warning for the file. A line
 /// that can't be followed (an unknown command, a name that isn't there, a value that doesn't fit) is passed over; one
 /// warning tells the first such place and how many there were. Referenced `.ma` files are read too, by their path or
-/// beside the file; one that is missing, refers back to a file that is being read, lies too deep, or comes after too many
-/// others is a warning.
+/// beside the file; one that is missing, refers back to a file that is being read, lies too deep, or comes after too
+/// many others is a warning.
 ///
 /// Errors: a file that can't be read, one without a statement, and text that isn't of the form (line and column).
 /// After an error the nodes that the file had made are gone again.

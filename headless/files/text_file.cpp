@@ -39,21 +39,29 @@ std::string resolved(const std::string& path) {
 
 } // namespace
 
+std::string why_unreadable(const std::string& path) {
+    std::error_code ignored;
+    const fs::file_status status = fs::status(path, ignored);
+    if (fs::is_directory(status)) return "is a folder, not a file";
+    if (fs::exists(status) && !fs::is_regular_file(status)) return "is no regular file";
+    return {};
+}
+
 Result<std::string> read_text_file(const std::string& path) {
-    std::error_code problem;
-    if (fs::is_directory(path, problem)) return Error{"is a folder, not a file", path};
+    // Opening a pipe alone may wait for ever.
+    if (const std::string why = why_unreadable(path); !why.empty()) return Error{why, path};
     const File file(std::fopen(path.c_str(), "rb"));
     if (!file) return failed("can't be read", path, errno);
     std::string bytes;
+    std::error_code problem;
     const std::uintmax_t size = fs::file_size(path, problem);
+    if (!problem && size > longest_text_file) return Error{"is longer than 2147483647 bytes", path};
     bytes.resize(problem ? 0 : static_cast<std::size_t>(size));
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-    // What a pipe or a growing file holds beyond the size that it stated. A device may give bytes without end.
-    constexpr std::size_t most_unstated = std::size_t{64} << 20;
-    const std::size_t most = bytes.size() + most_unstated;
+    // What a growing file holds beyond the size that it stated; some of the system's own state none.
     char more[4096];
     for (std::size_t n = 0; (n = std::fread(more, 1, sizeof more, file.get())) > 0;) {
-        if (bytes.size() + n > most) return Error{"gives more than 64 MB, as only a regular file may", path};
+        if (bytes.size() + n > longest_text_file) return Error{"is longer than 2147483647 bytes", path};
         bytes.append(more, n);
     }
     if (std::ferror(file.get())) return failed("can't be read", path, errno);

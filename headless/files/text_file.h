@@ -9,8 +9,14 @@
 
 namespace headless {
 
-/// All bytes of a file. A missing file, a folder, a file that can't be read, and a pipe or device that gives more than
-/// 64 MB are errors that say which.
+/// Why nothing can be read there that ends and never makes the reader wait: "is a folder, not a file", "is no regular
+/// file". Empty for a file, and where nothing is.
+std::string why_unreadable(const std::string& path);
+
+inline constexpr std::size_t longest_text_file = 0x7FFFFFFF;
+
+/// All bytes of a regular file of no more than `longest_text_file`. A missing file and whatever can't be read are
+/// errors that say which.
 Result<std::string> read_text_file(const std::string& path);
 
 /// A file that appears whole or not at all: what is written goes into a file beside the target, which takes the

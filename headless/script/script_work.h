@@ -29,13 +29,14 @@ public:
     bool step() { return add(1); }
     /// A value that is kept, or made of others.
     bool make(const CommandResult& value) { return make(bytes_of(value)); }
-    bool make(std::size_t bytes) { return add(1 + bytes / 64); }
+    bool make(std::size_t bytes) { return add(1 + bytes / 10); }
     /// A value that is passed on and soon gone again.
     bool pass(const CommandResult& value) { return add(1 + bytes_of(value) / 4096); }
 
-private:
-    static constexpr std::size_t most_units = 16'000'000; // of made bytes, a gigabyte
+    /// Of made bytes, a gigabyte. An import that a script asks for sends some lines a key, and is to come through.
+    static inline std::size_t most_units = 100'000'000;
 
+private:
     static std::size_t bytes_of(const CommandResult& value) {
         std::size_t bytes = value.numbers.size() * sizeof(double) + value.integers.size() * sizeof(std::int64_t);
         for (const std::string& text : value.texts) bytes += sizeof text + text.size();

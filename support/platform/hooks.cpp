@@ -5,6 +5,8 @@ namespace VOR2_LOADER::platform {
 OUTPUT_REDIRECTION* output_redirection = nullptr;
 std::optional<UTC_TIME> fixed_time;
 std::optional<std::string> fixed_account_name;
+std::FILE* (*output_stream_hook)(std::FILE* opened) = nullptr;
+std::FILE* (*input_stream_hook)(std::FILE* opened) = nullptr;
 void (*print_line_hook)(std::string_view line) = nullptr;
 ANSWER (*ask_yes_no_hook)(const char* words, const char* caption) = nullptr;
 

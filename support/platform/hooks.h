@@ -24,6 +24,11 @@ extern OUTPUT_REDIRECTION* output_redirection;
 extern std::optional<UTC_TIME> fixed_time;
 extern std::optional<std::string> fixed_account_name;
 
+/// Take each file that was opened and give the stream to work on in its stead, which owns it from then on:
+/// whoever wants to see what becomes of a save on a disk that fails puts it there.
+extern std::FILE* (*output_stream_hook)(std::FILE* opened);
+extern std::FILE* (*input_stream_hook)(std::FILE* opened);
+
 /// Takes the lines that would go to standard output.
 extern void (*print_line_hook)(std::string_view line);
 /// Answers instead of the message box.

@@ -35,7 +35,7 @@ void free_pages(void* pages, std::size_t size) noexcept;
 
 /// Buffered binary files, for sequential access where the system can be told so. On failure null,
 /// with the reason in `error` (an `errno` value). Only regular files open for reading: a folder, a
-/// device or a pipe is refused at once and never waited for.
+/// device or a pipe is refused at once and never waited for. A pipe is refused for writing, too.
 [[nodiscard]] std::FILE* open_for_reading(std::u16string_view name, i32& error);
 /// Where an 8-bit character set other than UTF-8 rules on Windows, the name is cut to 8 bits and 260
 /// characters; elsewhere it is taken whole.

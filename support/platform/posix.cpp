@@ -55,17 +55,27 @@ std::string native_file_name(std::u16string_view name) {
 
 namespace {
 
-/// Opens without ever waiting, as a pipe without a partner would make it; the flag goes again once
+/// 0 for what may be opened. Reading wants a regular file: anything else may wait or never end. Writing
+/// wants a place to go back to, which pipes have not.
+i32 reason_to_refuse(const struct stat& facts, bool reading) {
+    if (S_ISREG(facts.st_mode)) return 0;
+    if (S_ISDIR(facts.st_mode)) return EISDIR;
+    return reading || S_ISFIFO(facts.st_mode) || S_ISSOCK(facts.st_mode) ? EINVAL : 0;
+}
+
+/// Looks first, since opening alone can do something to a device, and again at what was opened, since
+/// names change hands. Never waits, as a pipe without a partner would make it; that flag goes again once
 /// the file is open.
-std::FILE* open_stream(const std::string& name, int flags, const char* mode, bool regular_only, i32& error) {
-    const int file = open(name.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
+std::FILE* open_stream(const std::string& name, int flags, const char* mode, bool reading, i32& error) {
+    struct stat facts {};
+    if (stat(name.c_str(), &facts) == 0 && (error = reason_to_refuse(facts, reading)) != 0) return nullptr;
+    const int file = open(name.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
     if (file < 0) {
         error = errno;
         return nullptr;
     }
-    struct stat facts {};
-    if (fstat(file, &facts) != 0 || (regular_only && !S_ISREG(facts.st_mode))) {
-        error = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
+    error = fstat(file, &facts) == 0 ? reason_to_refuse(facts, reading) : errno;
+    if (error != 0) {
         close(file);
         return nullptr;
     }

@@ -229,7 +229,7 @@ TEST_F(HostVerbs, real_scenes_go_the_whole_way) {
     std::error_code ignored;
     int scenes = 0;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(VOR2_SHARED_DATA, ignored)) {
-        const std::string ending = entry.path().extension();
+        const std::string ending = entry.path().extension().string();
         if (ending != ".ma" && ending != ".bvh") continue;
         ++scenes;
         const std::string scene = entry.path().string();

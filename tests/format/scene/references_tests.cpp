@@ -126,6 +126,14 @@ TEST(references, cycles_chains_and_crowds_are_refused) {
     }
     EXPECT_TRUE(says(folder.problem("crowd9.vr2"), "more than 1024 files"));
     EXPECT_EQ(folder.problem("crowd8.vr2"), "") << "the same file may be named twice";
+
+    VOR2 root;
+    VOR2_INPUT_BUFFER buffer(folder.name("crowd0.vr2"));
+    const u64 leaf = fs::file_size(folder / "leaf.vr2");
+    buffer.bytes_referred_to = LONGEST_FILE - 2 * leaf + 1; // as if other references had read so many
+    EXPECT_FALSE(root.load(buffer, true));
+    EXPECT_TRUE(says(buffer.problem(), "come to more than 2147483647 bytes")) << buffer.problem();
+    EXPECT_EQ(buffer.bytes_referred_to, LONGEST_FILE - leaf + 1) << "the first of the two was read";
 }
 
 TEST(references, what_is_no_scene_file_fails_the_outer_one) {

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <numbers>
 #include <sstream>
 
 namespace headless {
@@ -16,7 +17,7 @@ namespace {
 using Rows = std::array<std::array<double, 3>, 3>;
 
 Rows turn(char axis, double degrees) {
-    const double c = std::cos(degrees * M_PI / 180.0), s = std::sin(degrees * M_PI / 180.0);
+    const double c = std::cos(degrees * std::numbers::pi / 180.0), s = std::sin(degrees * std::numbers::pi / 180.0);
     if (axis == 'X') return {{{1, 0, 0}, {0, c, -s}, {0, s, c}}};
     if (axis == 'Y') return {{{c, 0, s}, {0, 1, 0}, {-s, 0, c}}};
     return {{{c, -s, 0}, {s, c, 0}, {0, 0, 1}}};
@@ -82,7 +83,7 @@ TEST_F(Bvh, makes_joints_offsets_ends_and_a_linear_key_a_frame_from_a_file_as_pe
     EXPECT_EQ(scene.full_name(scene.path_to(node("_nd_end"))), "|Big_Hips|_nd|_nd_end");
     EXPECT_EQ(scene.evaluate(*scene.find_plug("prop.t")).vector(), (Vector3{17.5, 20, 22.5}));
     EXPECT_EQ(scene.evaluate(*scene.find_plug("_nd_end.t")).vector(), (Vector3{0, 25, 0}));
-    EXPECT_EQ(key("Big_Hips.rz", 0), M_PI / 2);
+    EXPECT_EQ(key("Big_Hips.rz", 0), std::numbers::pi / 2);
     EXPECT_EQ(key("Big_Hips.ty", 1), 21 * 2.5);
     EXPECT_EQ(key("Big_Hips.rz", 1, 0), 1 / 120.0);
     EXPECT_EQ(key("_nd.ty", 1), 41 * 2.5);
@@ -187,7 +188,7 @@ TEST(BvhFiles, at_its_own_rate_a_scene_has_each_value_of_the_file_to_the_last_bi
             for (const Plug& channel : channels) {
                 double value = NAN;
                 file >> value;
-                if (channel.attribute().kind == AttributeKind::angle) value *= M_PI / 180.0;
+                if (channel.attribute().kind == AttributeKind::angle) value *= std::numbers::pi / 180.0;
                 ASSERT_EQ(scene.evaluate(channel).number(), value) << entry.path() << channel.name() << frame;
             }
         }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -204,22 +205,19 @@ TEST_F(MaReaderTest, references_are_read_into_their_namespaces) {
     std::filesystem::remove_all(folder);
 }
 
-TEST_F(MaReaderTest, files_that_refer_to_more_and_more_come_to_an_end) {
-    const auto folder = std::filesystem::temp_directory_path() / "ma reader twofold";
+TEST_F(MaReaderTest, references_that_multiply_are_cut_short) {
+    const auto folder = std::filesystem::temp_directory_path() / "ma reader crowd";
     std::filesystem::create_directories(folder);
-    const auto name = [](int i) { return "file" + std::to_string(i) + ".ma"; };
-    for (int i = 0; i < 30; ++i) {
-        std::ofstream(folder / name(i)) << "createNode transform -n \"t\"; file -r \"" << name(i + 1)
-                                        << "\"; file -r \"" << name(i + 1) << "\";";
+    for (int i = 0; i < 20; ++i) {
+        const std::string next = std::to_string(i + 1) + ".ma\";";
+        std::ofstream(folder / (std::to_string(i) + ".ma"))
+            << "createNode joint -n \"j\"; file -r -ns \"a\" \"" << next << "file -r -ns \"b\" \"" << next;
     }
-    std::ofstream(folder / name(30)) << "createNode transform -n \"t\";";
-    const std::size_t before = scene().node_count();
-    ASSERT_TRUE(session.open_file((folder / name(0)).string()));
-    EXPECT_EQ(scene().node_count() - before, 1u + max_references);
+    ASSERT_TRUE(session.open_file((folder / "0.ma").string()));
+    EXPECT_LE(scene().node_count(), max_references + 100U) << "and not a million";
+    EXPECT_TRUE(std::ranges::any_of(
+        messages, [](const std::string& text) { return text.ends_with("More files are referred to than are read"); }));
     std::filesystem::remove_all(folder);
-#ifndef _WIN32
-    EXPECT_TRUE(session.run_mel("source \"/dev/zero\"").error().message.starts_with("gives more than 64 MB"));
-#endif
 }
 
 TEST_F(MaReaderTest, a_name_space_takes_the_file_in) {
