@@ -144,8 +144,10 @@ TEST(references, what_is_no_scene_file_fails_the_outer_one) {
     fs::remove(folder / "inner.vr2");
     fs::create_directory(folder / "inner.vr2");
     EXPECT_TRUE(says(folder.problem("outer.vr2"), "can't be opened"));
+#ifndef _WIN32
     folder.write("device.vr2", {u"/dev/zero"});
     EXPECT_TRUE(says(folder.problem("device.vr2"), "can't be opened"));
+#endif
 }
 
 TEST(references, a_save_never_writes_over_a_file_that_is_being_written) {
