@@ -76,8 +76,7 @@ TEST(scene_check, repairs_with_the_runtime_s_random_numbers) {
     mesh.vertices[0].normal = {INF, 0.0F, 0.0F};
     VOR2_ANIM_MESH& anim = add_mesh(root, root.anim_meshes, u"flag");
     anim.vertices[0].normal_track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
-    for (int k = 0; k < 3; ++k)
-        anim.vertices[0].normal_track->add_key({NO_NUMBER, 0.0F, 0.0F}, static_cast<f32>(k));
+    for (int k = 0; k < 3; ++k) anim.vertices[0].normal_track->add_key({NO_NUMBER, 0.0F, 0.0F}, static_cast<f32>(k));
     std::srand(5);
     EXPECT_NE(problems_of(root, true), "");
     std::srand(5);
