@@ -68,20 +68,20 @@ TEST_F(PosixFaultsTest, nothing_that_could_wait_or_never_end_is_read) {
     ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
     for (const std::string input : {"pipe", "/dev/zero", "/dev/stdin", "folder"}) {
         const std::string words = input == "folder" ? "s a folder" : "s no regular file";
-        const Names lines[] = {{"info", input},
-                               {"dump", input},
-                               {"pose", input},
-                               {"diff", "a.vr2", input},
-                               {"check", input},
-                               {"upgrade", input, "out.vr2"},
-                               {"import", input, "-o", "out.ma"},
-                               {"export", input, "-o", "out.vr2"},
-                               {"host", input},
-                               {"host", "--script", input}};
+        std::vector<Names> lines = {{"info", input},
+                                    {"upgrade", input, "out.vr2"},
+                                    {"import", input, "-o", "out.ma"},
+                                    {"export", input, "-o", "out.vr2"},
+                                    {"host", "--script", input}};
+        Names commands = {"file -import -type \"Vor2\" \"" + input + "\""};
+        if (input == "pipe") {
+            lines.insert(
+                lines.end(),
+                {{"dump", input}, {"pose", input}, {"diff", "a.vr2", input}, {"check", input}, {"host", input}});
+            commands.insert(commands.end(), {"source pipe", "file -import pipe", "file -r -ns x pipe"});
+        }
         for (const Names& line : lines) expect_refused(line, input, words);
-        for (const std::string& command : {"source \"" + input + "\"", "file -import -type \"Vor2\" \"" + input + "\"",
-                                           "file -import \"" + input + "\"", "file -r -ns \"x\" \"" + input + "\""})
-            expect_refused({"host", "-c", command}, "line 1", words);
+        for (const std::string& command : commands) expect_refused({"host", "-c", command}, "line 1", words);
 
         VOR2 scene = two_nodes();
         scene.xrefs_15.emplace_back(make_owned<VOR2_XREF<15>>())->file_name =
@@ -101,7 +101,7 @@ TEST_F(PosixFaultsTest, a_disk_that_fills_up_costs_no_file) {
     const Names before = listing();
     const std::vector<std::string> kept = bytes_of(outputs);
     const rlim_t size = read("in/a.vr2").size();
-    for (rlim_t room = 0; room < size; room += size / 23) {
+    for (rlim_t room = 0; room < size; room += size / 13) {
         const Outcome outcome = run_on_small_disk({"upgrade", "in/a.vr2", "out/a.vr2"}, room);
         EXPECT_EQ(outcome.exit_code, 1) << room;
         EXPECT_EQ(bytes_of(outputs), kept) << room;

@@ -16,7 +16,6 @@ class ReferencesTest : public ToolTest {
 protected:
     ReferencesTest() {
         for (const char* folder : {"in/sub", "out", "beyond"}) fs::create_directories(path(folder));
-        write("victim.txt", "kept");
     }
     /// Saves "in/a.vr2" with a reference of each of the two kinds to each of the names; none of the scenes is written.
     void refer(std::initializer_list<std::u16string> names) const {
@@ -31,13 +30,13 @@ protected:
     static std::vector<Names> saving_lines() {
         return {{"upgrade", "in/a.vr2", "out/a.vr2"}, {"check", "in/a.vr2", "--fix", "out/a.vr2"}};
     }
-    void expect_nothing_saved(const std::string& file, const std::string& words) {
+    void expect_nothing_saved(const Names& line, const std::string& words) {
         const Names before = listing();
-        for (const Names& line : saving_lines()) {
-            expect_refused(line, file, words);
-            EXPECT_EQ(listing(), before);
-            EXPECT_EQ(read("victim.txt"), "kept");
-        }
+        expect_refused(line, "out/a.vr2", words);
+        EXPECT_EQ(listing(), before);
+    }
+    void expect_nothing_saved(const std::string& words) {
+        for (const Names& line : saving_lines()) expect_nothing_saved(line, words);
     }
     std::u16string wide(const std::string& name) const { return fs::path(path(name)).u16string(); }
 };
@@ -51,13 +50,15 @@ TEST_F(ReferencesTest, no_name_leads_out_of_the_folder) {
         save(two_nodes(), name);
     fs::create_directory(path("in/folder_link"));
     save(two_nodes(), "in/folder_link/evil.vr2");
+    // The verbs take turns: what keeps them in is the same for both.
+    std::size_t turn = 0;
     for (const std::u16string& name :
          {std::u16string(u"..\\evil.vr2"), std::u16string(u"../evil.vr2"), std::u16string(u"sub\\..\\..\\evil.vr2"),
           std::u16string(u"sub/..\\../beyond/evil.vr2"), std::u16string(u".\\.././evil.vr2"), wide("beyond/evil.vr2"),
           wide("in/../evil.vr2"), std::u16string(u"folder_link\\evil.vr2"), std::u16string(u"dangling.vr2")}) {
         if (no_links && (name.starts_with(u"folder") || name.starts_with(u"dangling"))) continue;
         refer({name});
-        expect_nothing_saved("out/a.vr2", "--allow-outside");
+        expect_nothing_saved(saving_lines()[turn++ % 2], "--allow-outside");
     }
     for (Names line : saving_lines()) {
         refer({u"..\\evil.vr2"});
@@ -77,7 +78,7 @@ TEST_F(ReferencesTest, a_drive_of_another_system_is_a_folder_like_any) {
     fs::create_directory(path("C:"));
     save(two_nodes(), "C:/evil.vr2");
     refer({u"C:\\evil.vr2"});
-    expect_nothing_saved("out/a.vr2", "--allow-outside");
+    expect_nothing_saved("--allow-outside");
 }
 #endif
 
@@ -85,7 +86,7 @@ TEST_F(ReferencesTest, a_scene_takes_the_place_of_nothing_but_a_scene) {
     save(two_nodes(), "in/notes.txt");
     refer({u"notes.txt"});
     write("out/notes.txt", "years of work");
-    expect_nothing_saved("out/a.vr2", "is none");
+    expect_nothing_saved("is none");
     EXPECT_EQ(read("out/notes.txt"), "years of work");
     for (const std::string& gives_way : {std::string(), std::string(300, '\0'), read("in/notes.txt")}) {
         for (const Names& line : saving_lines()) {
