@@ -12,7 +12,7 @@ namespace fuzz {
 headless::Scene& quiet_scene();
 /// Asks for all that is worked out, at several times: matrices, driven plugs, meshes.
 void look_at(headless::Scene& scene);
-/// Ends the run unless the scene, written as Maya ASCII and read back, is written to the same bytes. A scene that
+/// Ends the run unless the scene, written as Maya ASCII and read back, is written to the same lines. A scene that
 /// can't be written, because of numbers that aren't finite, is left at that.
 void check_writing(headless::Scene& scene);
 
