@@ -145,6 +145,8 @@ private:
         const Result<Node*> made = scene_.create_node(words[0].text, wanted, parent);
         if (!made) return made.error();
         current_ = *made;
+        // A shape that is given no parent comes with a transform.
+        if (current_->type().is_shape() && !parent) reading_.made.push_back(current_->parent()->handle());
         reading_.made.push_back(current_->handle());
         reading_.names.add(*current_, name.empty() ? current_->name() : prefix_ + std::string(name));
         if (!current_->type().known()) notes_.unknown_node(current_->type().name());

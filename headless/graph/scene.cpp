@@ -52,6 +52,8 @@ std::vector<Node*> Scene::nodes() const {
 
 Result<Node*> Scene::create_node(std::string_view type_name, std::string_view wanted, Node* parent) {
     if (type_name.empty()) return Error{"A node needs a type"};
+    if (type_name.find(':') != type_name.npos || legal_name(type_name) != type_name)
+        return Error{"'" + std::string(type_name) + "' can't be the name of a type"};
     const NodeType& type = NodeTypes::all().find_or_add_unknown(type_name, parent != nullptr);
     if (type.api_type() == MFn::kWorld) return Error{"There is one world and no more is made"};
     std::string name = legal_name(wanted);

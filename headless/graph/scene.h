@@ -25,9 +25,9 @@ public:
     Scene& operator=(const Scene&) = delete;
 
     // Nodes.
-    /// Makes a node. An unknown type is taken as it is, in the DAG when it has a parent. An empty name becomes
-    /// the type's name and a number; a taken one is counted on. A transform without a parent goes under the
-    /// world; a shape without one gets a transform of its own. Refused under a parent that can have no child.
+    /// Makes a node. An unknown type is taken as it is if its name is a legal one, in the DAG when it has a parent. An
+    /// empty name becomes the type's name and a number; a taken one is counted on. A transform without a parent goes
+    /// under the world; a shape without one gets a transform of its own. Refused under a parent that can have no child.
     Result<Node*> create_node(std::string_view type, std::string_view name = {}, Node* parent = nullptr);
     /// Removes a node with its connections, its selection entries and all that stands under it alone.
     void remove_node(Node& node);

@@ -178,6 +178,7 @@ TEST_F(MaReaderTest, an_error_names_its_place_and_takes_the_nodes_back) {
     EXPECT_EQ(error_of("createNode joint;\n\x01\x02;"),
               "a.ma:2:1: Syntax error: a statement can't begin with byte 0x01");
     EXPECT_EQ(error_of("createNode joint -n \xff;"), "a.ma:1:21: Syntax error: unexpected byte 0xff");
+    EXPECT_EQ(error_of("createNode mesh;r"), "a.ma:1:17: Syntax error: the statement isn't ended by ';'");
     EXPECT_EQ(error_of("/* on and on"), "a.ma:1:1: Syntax error: a comment has no end");
     EXPECT_EQ(error_of("setAttr \".b\" (\"a\" + 3);"), "a.ma:1:21: Syntax error: unexpected '3'");
     EXPECT_EQ(error_of("// nothing\n"), "a.ma: The file holds no scene");

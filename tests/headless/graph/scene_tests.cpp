@@ -44,6 +44,8 @@ TEST(Scene, an_unknown_type_is_taken_in_or_outside_the_dag) {
     EXPECT_EQ(odd.parent(), &a);
     EXPECT_FALSE(flat.type().is_dag());
     EXPECT_EQ(odd.type().name(), flat.type().name());
+    for (const char* illegal : {"\x17", "a b", "2d", "a:b", ""})
+        EXPECT_FALSE(scene.create_node(illegal, "n", &a)) << illegal;
 }
 
 TEST(Scene, removing_takes_the_subtree_and_the_curves_that_drive_it_alone) {
