@@ -5,6 +5,7 @@
 #include "headless/files/formats.h"
 #include "headless/geometry/geometry.h"
 #include "headless/script/interpreter.h"
+#include "support/platform/native_path.h"
 
 #include <algorithm>
 #include <charconv>
@@ -12,6 +13,8 @@
 #include <filesystem>
 
 namespace headless {
+
+using VOR2_LOADER::platform::native_path;
 namespace {
 
 std::string shortest(double value) {
@@ -31,7 +34,7 @@ std::string lower_extension(const std::string& path) {
 
 std::string full_name(const std::string& path) {
     std::error_code ignored;
-    return forward_slashes(std::filesystem::absolute(path, ignored).generic_string());
+    return forward_slashes(std::filesystem::absolute(native_path(path), ignored).generic_string());
 }
 
 void print(MessageKind kind, const std::string& text) {
@@ -109,9 +112,10 @@ void Session::warn_of_unevaluated_drivers() {
 
 Result<void> Session::open_file(const std::string& path) {
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) return Error{"Is a folder, not a file", path};
-    if (!std::filesystem::exists(path, ignored)) return Error{"File not found", path};
-    if (!std::filesystem::is_regular_file(path, ignored)) return Error{"Is no regular file", path};
+    const std::filesystem::file_status status = std::filesystem::status(native_path(path), ignored);
+    if (std::filesystem::is_directory(status)) return Error{"Is a folder, not a file", path};
+    if (!std::filesystem::exists(status)) return Error{"File not found", path};
+    if (!std::filesystem::is_regular_file(status)) return Error{"Is no regular file", path};
     if (!readers_.contains(lower_extension(path)) && identify(*this, path).empty())
         return Error{"Unrecognized file type", path};
     new_scene();

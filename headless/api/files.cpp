@@ -1,6 +1,8 @@
 // MFileObject, MFileIO and MPxFileTranslator.
 #include "headless/api/access.h"
+
 #include "headless/api/translators.h"
+#include "support/platform/native_path.h"
 
 #include <maya/MFileIO.h>
 #include <maya/MFileObject.h>
@@ -8,6 +10,7 @@
 #include <filesystem>
 
 using namespace headless;
+using VOR2_LOADER::platform::native_path;
 
 MStatus MFileObject::setRawName(const MString& name) {
     name_ = name;
@@ -31,7 +34,7 @@ MStatus MFileObject::setRawFullName(const MString& full) {
 
 MString MFileObject::path() const {
     std::error_code ignored;
-    const std::filesystem::path absolute = std::filesystem::absolute(Access::text(path_), ignored);
+    const std::filesystem::path absolute = std::filesystem::absolute(native_path(Access::text(path_)), ignored);
     const std::string whole =
         path_.length() > 0 ? absolute.generic_string() : std::filesystem::current_path(ignored).generic_string();
     return text(whole.ends_with('/') ? whole : whole + "/");
@@ -43,7 +46,7 @@ MString MFileObject::fullName() const {
 
 bool MFileObject::exists() const {
     std::error_code ignored;
-    return name_.length() > 0 && std::filesystem::exists(Access::text(fullName()), ignored);
+    return name_.length() > 0 && std::filesystem::exists(native_path(Access::text(fullName())), ignored);
 }
 
 namespace {

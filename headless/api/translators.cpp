@@ -2,12 +2,16 @@
 
 #include "headless/api/access.h"
 #include "headless/files/text_file.h"
+#include "support/platform/native_path.h"
 
 #include <algorithm>
 #include <array>
 #include <fstream>
 
 namespace headless {
+
+using VOR2_LOADER::platform::native_path;
+
 namespace {
 
 MPxFileTranslator::FileAccessMode access_mode = MPxFileTranslator::kUnknownAccessMode;
@@ -64,7 +68,7 @@ MPxFileTranslator::FileAccessMode current_access_mode() {
 std::string identify(Session& session, const std::string& path) {
     if (!why_unreadable(path).empty()) return {};
     std::array<char, 1024> start{};
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(native_path(path), std::ios::binary);
     file.read(start.data(), start.size() - 1);
     const short size = static_cast<short>(file.gcount());
     std::string possible;
@@ -86,7 +90,7 @@ Result<void> read_through_translator(Session& session, const std::string& path, 
     const Result<TranslatorPointer> translator = make(session, type);
     if (!translator) return translator.error();
     if (!(*translator)->haveReadMethod()) return Error{"File type '" + type + "' can't be read"};
-    if (!std::ifstream(path)) return Error{"File not found", path};
+    if (!std::ifstream(native_path(path))) return Error{"File not found", path};
     const ModeScope scope(mode);
     const MStatus status = (*translator)->reader(file_of(path), MString(), mode);
     if (!status) return Error{"Error reading file", path};

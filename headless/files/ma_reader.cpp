@@ -5,12 +5,15 @@
 #include "headless/files/text_file.h"
 #include "headless/script/add_attribute.h"
 #include "headless/session.h"
+#include "support/platform/native_path.h"
 
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
 
 namespace headless {
+
+using VOR2_LOADER::platform::native_path;
 namespace {
 
 using Words = std::span<const Word>;
@@ -399,7 +402,7 @@ private:
         namespace fs = std::filesystem;
         std::string tidy(stated);
         std::ranges::replace(tidy, '\\', '/');
-        const fs::path wanted(tidy), folder = fs::path(path_).parent_path();
+        const fs::path wanted = native_path(tidy), folder = native_path(path_).parent_path();
         std::error_code ignored;
         for (const fs::path& candidate : {wanted, folder / wanted, folder / wanted.filename()}) {
             if (fs::is_regular_file(candidate, ignored)) return fs::weakly_canonical(candidate, ignored).string();
@@ -436,7 +439,7 @@ Result<void> read_maya_ascii_text(Scene& scene, std::string_view text, const std
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
     Reading reading{scene};
     std::error_code ignored;
-    reading.open_files.push_back(std::filesystem::weakly_canonical(path, ignored).string());
+    reading.open_files.push_back(std::filesystem::weakly_canonical(native_path(path), ignored).string());
     if (!options.name_space.empty()) reading.base_namespace = options.name_space + ":";
     reading.fresh = holds_nothing_of_its_own(scene);
     Result<void> done = MaReader(reading, text, path, "").read();

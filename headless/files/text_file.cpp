@@ -1,10 +1,14 @@
 #include "headless/files/text_file.h"
 
+#include "support/platform/native_path.h"
+
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 
 namespace headless {
+
+using VOR2_LOADER::platform::native_path;
 namespace {
 
 namespace fs = std::filesystem;
@@ -23,7 +27,7 @@ std::FILE* open_beside(const std::string& target, std::string& name) {
     for (int attempt = 0; attempt < 100; ++attempt) {
         name = target + ".part" + (attempt == 0 ? "" : std::to_string(attempt));
         std::error_code ignored;
-        if (fs::exists(name, ignored)) continue; // an old C library doesn't know the x
+        if (fs::exists(native_path(name), ignored)) continue; // an old C library doesn't know the x
         if (std::FILE* file = std::fopen(name.c_str(), "wbx")) return file;
         if (errno != EEXIST) break;
     }
@@ -33,7 +37,7 @@ std::FILE* open_beside(const std::string& target, std::string& name) {
 // A link is followed, so that it goes on naming the file that is written.
 std::string resolved(const std::string& path) {
     std::error_code problem;
-    const fs::path target = fs::canonical(path, problem);
+    const fs::path target = fs::canonical(native_path(path), problem);
     return problem ? path : target.string();
 }
 
@@ -41,7 +45,7 @@ std::string resolved(const std::string& path) {
 
 std::string why_unreadable(const std::string& path) {
     std::error_code ignored;
-    const fs::file_status status = fs::status(path, ignored);
+    const fs::file_status status = fs::status(native_path(path), ignored);
     if (fs::is_directory(status)) return "is a folder, not a file";
     if (fs::exists(status) && !fs::is_regular_file(status)) return "is no regular file";
     return {};
@@ -54,7 +58,7 @@ Result<std::string> read_text_file(const std::string& path) {
     if (!file) return failed("can't be read", path, errno);
     std::string bytes;
     std::error_code problem;
-    const std::uintmax_t size = fs::file_size(path, problem);
+    const std::uintmax_t size = fs::file_size(native_path(path), problem);
     if (!problem && size > longest_text_file) return Error{"is longer than 2147483647 bytes", path};
     bytes.resize(problem ? 0 : static_cast<std::size_t>(size));
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
@@ -73,7 +77,7 @@ Result<OutputFile> OutputFile::open(const std::string& path) {
     OutputFile out;
     out.path_ = path;
     out.target_ = resolved(path);
-    const fs::file_status status = fs::status(out.target_, ignored);
+    const fs::file_status status = fs::status(native_path(out.target_), ignored);
     if (fs::is_directory(status)) return Error{"can't be written: it is a folder", path};
     const bool there = fs::exists(status);
     if (there && !fs::is_regular_file(status)) {
@@ -83,7 +87,7 @@ Result<OutputFile> OutputFile::open(const std::string& path) {
         out.file_.reset(open_beside(out.target_, out.beside_));
     }
     if (!out.file_) return failed("can't be written", path, errno);
-    if (there && !out.beside_.empty()) fs::permissions(out.beside_, status.permissions(), ignored);
+    if (there && !out.beside_.empty()) fs::permissions(native_path(out.beside_), status.permissions(), ignored);
     return out;
 }
 
@@ -91,7 +95,7 @@ OutputFile::~OutputFile() {
     if (!file_) return;
     file_.reset();
     std::error_code ignored;
-    if (!beside_.empty()) fs::remove(beside_, ignored);
+    if (!beside_.empty()) fs::remove(native_path(beside_), ignored);
 }
 
 void OutputFile::write(std::string_view bytes) {
@@ -101,10 +105,10 @@ void OutputFile::write(std::string_view bytes) {
 Result<void> OutputFile::commit() {
     if (std::fclose(file_.release()) != 0 && problem_ == 0) problem_ = errno;
     std::error_code moved;
-    if (problem_ == 0 && !beside_.empty()) fs::rename(beside_, target_, moved);
+    if (problem_ == 0 && !beside_.empty()) fs::rename(native_path(beside_), native_path(target_), moved);
     if (problem_ == 0 && !moved) return {};
     std::error_code ignored;
-    if (!beside_.empty()) fs::remove(beside_, ignored);
+    if (!beside_.empty()) fs::remove(native_path(beside_), ignored);
     return problem_ != 0 ? failed("can't be written", path_, problem_)
                          : Error{"can't be written: " + moved.message(), path_};
 }

@@ -2,10 +2,13 @@
 #include "headless/api/translators.h"
 #include "headless/files/ma_reader.h"
 #include "headless/script/commands.h"
+#include "support/platform/native_path.h"
 
 #include <filesystem>
 
 namespace headless {
+
+using VOR2_LOADER::platform::native_path;
 namespace {
 
 bool is_maya_ascii(const std::string& path, const std::string& type) {
@@ -27,10 +30,11 @@ Result<CommandResult> answer(Session& session, const Arguments& arguments) {
     const Scene& scene = session.scene();
     std::error_code ignored;
     if (arguments.has("ex"))
-        return integer_result(arguments.count() == 1 && std::filesystem::exists(arguments[0], ignored) ? 1 : 0);
+        return integer_result(
+            arguments.count() == 1 && std::filesystem::exists(native_path(arguments[0]), ignored) ? 1 : 0);
     if (arguments.has("mf")) return integer_result(scene.modified ? 1 : 0);
     if (arguments.has("exn") && arguments.count() == 1)
-        return text_result(forward_slashes(std::filesystem::absolute(arguments[0], ignored).string()));
+        return text_result(forward_slashes(std::filesystem::absolute(native_path(arguments[0]), ignored).string()));
     if (arguments.has("sn")) {
         const std::string& name = scene.file_name;
         return text_result(arguments.has("shn") ? name.substr(name.rfind('/') + 1) : name);
@@ -55,7 +59,7 @@ Result<CommandResult> import(Session& session, const Arguments& arguments, const
     const std::string* name_space = arguments.text("ns");
     const std::string* type = arguments.text("typ");
     if ((name_space || reference) && is_maya_ascii(path, type ? *type : "")) {
-        const std::string stem = std::filesystem::path(forward_slashes(path)).stem().string();
+        const std::string stem = native_path(forward_slashes(path)).stem().string();
         return told(read_maya_ascii(session.scene(), path, {name_space ? *name_space : stem}), path);
     }
     return told(session.import_file(path, translator_type(arguments)), path);
@@ -77,7 +81,7 @@ Result<CommandResult> file(Session& session, const Arguments& arguments) {
     }
     if (const std::string* name = arguments.text("rn")) {
         std::error_code ignored;
-        session.scene().file_name = forward_slashes(std::filesystem::absolute(*name, ignored).string());
+        session.scene().file_name = forward_slashes(std::filesystem::absolute(native_path(*name), ignored).string());
         if (!arguments.has("s")) return text_result(session.scene().file_name);
     }
     if (arguments.has("s")) return save(session);

@@ -1,10 +1,14 @@
 // Messages, scripts within scripts, plug-ins, and what a script sets around its work.
 #include "headless/files/text_file.h"
+
 #include "headless/script/commands.h"
+#include "support/platform/native_path.h"
 
 #include <filesystem>
 
 namespace headless {
+
+using VOR2_LOADER::platform::native_path;
 namespace {
 
 std::string joined(std::span<const Word> words) {
@@ -59,7 +63,7 @@ Result<CommandResult> source(Session& session, const Arguments& arguments) {
 std::string plugin_name(const std::string& path) {
     std::string tidy = path;
     for (char& c : tidy) c = c == '\\' ? '/' : c;
-    return std::filesystem::path(tidy).stem().string();
+    return native_path(tidy).stem().string();
 }
 
 Result<CommandResult> load_plugin(Session& session, const Arguments& arguments) {

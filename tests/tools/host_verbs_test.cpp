@@ -114,7 +114,7 @@ setAttr -s 1 ".fc[0]" -type "polyFaces" f 3 0 1 2 mu 0 3 0 1 2;
     EXPECT_NE(run({"dump", "--json", "b.vr2"}).out.find("FORCED EXPORT WITH ERRORS!!"), std::string::npos);
 
     // A report that can't be written doesn't pass for one that was.
-    std::filesystem::create_directory(path("c.txt"));
+    std::filesystem::create_directory(place("c.txt"));
     expect_refused(with("cancel", "c.vr2"), path("c.txt"), "is a folder");
     expect_refused(with("force", "c.vr2"), path("c.txt"), "is a folder");
     EXPECT_EQ(listing(), (Names{"a.txt", "a.vr2", "b.txt", "b.vr2", "broken.ma", "c.txt", "walk.ma"}));
@@ -214,7 +214,7 @@ TEST_F(HostVerbs, a_bad_scene_is_one_line_and_leaves_nothing) {
 }
 
 TEST_F(HostVerbs, many_scenes_go_out_at_once_past_a_bad_one) {
-    fs::create_directory(path("out"));
+    fs::create_directory(place("out"));
     for (const std::string name : {"b", "c", "d"}) write(name + ".ma", walk);
     write("c.ma", "createNode ;;; {");
     const Outcome outcome = run({"export", "-j", "2", "b.ma", "c.ma", "d.ma", "--output-dir", "out"});

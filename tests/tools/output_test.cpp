@@ -11,7 +11,7 @@ TEST_F(ToolTest, what_cannot_be_read_is_refused_with_one_line) {
     write("nothing.vr2", "");
     write("foreign.vr2", "<html>");
     write("cut.vr2", read("a.vr2").substr(0, 300));
-    fs::create_directory(path("folder.vr2"));
+    fs::create_directory(place("folder.vr2"));
     const std::pair<std::string, std::string> files[] = {{"missing.vr2", "No such file"},
                                                          {"nothing.vr2", "empty"},
                                                          {"foreign.vr2", ""},
@@ -26,7 +26,7 @@ TEST_F(ToolTest, what_cannot_be_read_is_refused_with_one_line) {
 
 TEST_F(ToolTest, an_output_appears_whole_or_not_at_all) {
     save(two_nodes(), "a.vr2");
-    fs::create_directory(path("folder"));
+    fs::create_directory(place("folder"));
     const Names before = listing();
     expect_refused({"upgrade", "a.vr2", "folder"}, "folder", "is a folder");
     expect_refused({"upgrade", "a.vr2", "folder/"}, "folder/", "");
@@ -48,8 +48,8 @@ TEST_F(ToolTest, a_scene_within_a_scene_is_saved_beside_the_output) {
         scene.xrefs_15.emplace_back(make_owned<VOR2_XREF<15>>())->file_name = TEXT(name);
         return scene;
     };
-    fs::create_directories(path("in/sub"));
-    fs::create_directory(path("out"));
+    fs::create_directories(place("in/sub"));
+    fs::create_directory(place("out"));
     save(two_nodes(), "in/sub/nested.vr2");
     save(referring(u"sub\\nested.vr2"), "in/a.vr2");
     const Outcome good = run({"upgrade", "in/a.vr2", "out/a.vr2"});

@@ -39,9 +39,9 @@ TEST_F(ToolTest, a_full_disk_leaves_what_was_there) {
     EXPECT_EQ(listing(), (Names{"a.vr2", "target.vr2"}));
 
     // Through a link the file that it leads to is replaced, and a new file has a new file's rights.
-    fs::create_symlink("../a folder ü/target.vr2", path("link.vr2"));
+    fs::create_symlink("../a folder ü/target.vr2", place("link.vr2"));
     EXPECT_EQ(run({"upgrade", "a.vr2", "link.vr2"}).exit_code, 0);
-    EXPECT_TRUE(fs::is_symlink(path("link.vr2")));
+    EXPECT_TRUE(fs::is_symlink(place("link.vr2")));
     EXPECT_EQ(read("target.vr2"), kept);
     struct stat fresh {
     }, made{};

@@ -31,7 +31,9 @@ protected:
     Outcome run(const std::vector<std::string>& arguments, const std::vector<std::string>& variables = {});
     /// Runs it and expects exit code 1 with one line "vor2: FILE: why" whose reason holds `words`.
     void expect_refused(const std::vector<std::string>& arguments, const std::string& file, const std::string& words);
-    std::string path(const std::string& name) const { return (folder_ / name).generic_string(); }
+    /// Where a file of that name stands, for the standard library and for a command line.
+    std::filesystem::path place(const std::string& name) const { return folder_ / name; }
+    std::string path(const std::string& name) const { return place(name).generic_string(); }
     bool exists(const std::string& name) const { return std::filesystem::exists(folder_ / name); }
     std::string read(const std::string& name) const;
     void write(const std::string& name, const std::string& bytes) const;

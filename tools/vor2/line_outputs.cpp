@@ -1,5 +1,6 @@
 #include "tools/vor2/line_outputs.h"
 
+#include "support/platform/native_path.h"
 #include "tools/vor2/messages.h"
 #include "tools/vor2/output_set.h"
 #include "tools/vor2/system.h"
@@ -10,6 +11,8 @@ namespace fs = std::filesystem;
 
 namespace tool {
 
+using VOR2_LOADER::platform::native_path;
+
 LineOutputs::LineOutputs() : outer_(VOR2_LOADER::platform::output_redirection) {
     VOR2_LOADER::platform::output_redirection = this;
 }
@@ -18,7 +21,7 @@ LineOutputs::~LineOutputs() {
     VOR2_LOADER::platform::output_redirection = outer_;
     for (const auto& [name, scratch] : scratch_of_) {
         std::error_code ignored;
-        fs::remove(scratch, ignored);
+        fs::remove(native_path(scratch), ignored);
         keep_if_interrupted(scratch);
     }
 }
@@ -48,10 +51,10 @@ void LineOutputs::closed(const std::string& native_name, bool whole) {
     int error = whole ? flush_to_disk(scratch) : 0;
     std::error_code renamed;
     if (whole && error == 0) {
-        fs::rename(scratch, real_place(native_name), renamed);
+        fs::rename(native_path(scratch), real_place(native_name), renamed);
         error = renamed.default_error_condition().value();
     }
-    if (!whole || error != 0) fs::remove(scratch, renamed);
+    if (!whole || error != 0) fs::remove(native_path(scratch), renamed);
     keep_if_interrupted(scratch);
     if (error == 0) return;
     ++failures_;

@@ -1,5 +1,6 @@
 #include "tools/vor2/output_set.h"
 
+#include "support/platform/native_path.h"
 #include "tools/vor2/messages.h"
 #include "tools/vor2/scene_file.h"
 #include "tools/vor2/system.h"
@@ -9,15 +10,17 @@
 namespace fs = std::filesystem;
 
 namespace tool {
+
+using VOR2_LOADER::platform::native_path;
 namespace {
 
 constexpr std::size_t most_files = 4096;
 
 } // namespace
 
-fs::path real_place(const fs::path& name) {
+fs::path real_place(const std::string& name) {
     std::error_code error;
-    fs::path place = fs::absolute(name, error);
+    fs::path place = fs::absolute(native_path(name), error);
     for (int links = 0; links < 40 && fs::is_symlink(fs::symlink_status(place, error)); ++links) {
         const fs::path next = fs::read_symlink(place, error);
         if (error) break;
@@ -61,7 +64,7 @@ bool OutputSet::ready() {
         return false;
     }
     const std::string why =
-        !fs::path(named_target_).has_filename() ? "is no name of a file" : why_not_a_target(target_);
+        !native_path(named_target_).has_filename() ? "is no name of a file" : why_not_a_target(target_);
     if (!why.empty()) refuse(named_target_, why);
     return why.empty();
 }
@@ -148,7 +151,7 @@ bool OutputSet::put_in_place(std::vector<File>::iterator end) {
     }
     for (auto file = files_.begin(); file != end; ++file) {
         std::error_code error;
-        fs::rename(file->scratch, file->target, error);
+        fs::rename(native_path(file->scratch), file->target, error);
         if (error)
             return refuse(file->target.string(), error_text(error.default_error_condition().value())).has_value();
         keep_if_interrupted(file->scratch);
@@ -163,7 +166,7 @@ void OutputSet::remove_scratch_files() {
     std::error_code ignored;
     for (const File& file : files_) {
         if (file.scratch.empty()) continue;
-        fs::remove(file.scratch, ignored);
+        fs::remove(native_path(file.scratch), ignored);
         keep_if_interrupted(file.scratch);
     }
 }

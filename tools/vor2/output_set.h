@@ -21,7 +21,7 @@
 namespace tool {
 
 /// Where a name leads once all folders and links on its way are followed, whether or not anything stands there.
-std::filesystem::path real_place(const std::filesystem::path& name);
+std::filesystem::path real_place(const std::string& name);
 /// Why no file can be written at that place; nothing when one can.
 std::string why_not_a_target(const std::filesystem::path& target);
 

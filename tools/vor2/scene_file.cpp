@@ -1,5 +1,6 @@
 #include "tools/vor2/scene_file.h"
 
+#include "support/platform/native_path.h"
 #include "support/platform/platform.h"
 #include "support/text/unicode.h"
 #include "tools/vor2/messages.h"
@@ -32,7 +33,8 @@ std::string readable(const TEXT& text) {
 
 std::string why_unreadable(const std::string& name) {
     std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(name, ignored);
+    const std::filesystem::file_status status =
+        std::filesystem::status(VOR2_LOADER::platform::native_path(name), ignored);
     if (std::filesystem::is_directory(status)) return "is a folder";
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) return "is no regular file";
     return {};

@@ -16,7 +16,7 @@ public:
     TEMPORARY_FOLDER(const TEMPORARY_FOLDER&) = delete;
     TEMPORARY_FOLDER& operator=(const TEMPORARY_FOLDER&) = delete;
 
-    [[nodiscard]] fs::path operator/(const std::string& name) const { return my_path / name; }
+    [[nodiscard]] fs::path operator/(const fs::path& name) const { return my_path / name; }
     [[nodiscard]] TEXT name(const std::string& file) const { return library_name((my_path / file).string()); }
     /// A scene of one helper that refers to other files.
     void write(const std::string& file, std::initializer_list<std::u16string_view> references) const {
@@ -81,7 +81,7 @@ TEST(references, a_scene_is_read_from_and_written_to_the_files_it_names) {
     root.xrefs_15[0]->scene->ambient_light = make_owned<VOR2_AMBIENT_LIGHT>();
     root.xrefs_20[0]->file_name = TEXT(u"missing.vr2");
     ASSERT_TRUE(root.save(folder.name("all.vr2")));
-    EXPECT_TRUE(fs::exists(folder / "deep/\u00e9r/part.vr2"));
+    EXPECT_TRUE(fs::exists(folder / fs::path(u8"deep/\u00e9r/part.vr2")));
     EXPECT_FALSE(fs::exists(folder / "missing.vr2")) << "an absent scene writes no file";
 
     VOR2 loaded;
