@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 class ReferencesTest : public ToolTest {
 protected:
     ReferencesTest() {
-        for (const char* folder : {"in/sub", "out", "beyond"}) fs::create_directories(path(folder));
+        for (const char* folder : {"in/sub", "out", "beyond"}) fs::create_directories(place(folder));
     }
     /// Saves "in/a.vr2" with a reference of each of the two kinds to each of the names; none of the scenes is written.
     void refer(std::initializer_list<std::u16string> names) const {
@@ -38,17 +38,17 @@ protected:
     void expect_nothing_saved(const std::string& words) {
         for (const Names& line : saving_lines()) expect_nothing_saved(line, words);
     }
-    std::u16string wide(const std::string& name) const { return fs::path(path(name)).u16string(); }
+    std::u16string wide(const std::string& name) const { return place(name).u16string(); }
 };
 
 TEST_F(ReferencesTest, no_name_leads_out_of_the_folder) {
     std::error_code no_links;
-    fs::create_directory_symlink(path("beyond"), path("out/folder_link"), no_links);
-    fs::create_symlink(path("beyond/new.vr2"), path("out/dangling.vr2"), no_links);
+    fs::create_directory_symlink(place("beyond"), place("out/folder_link"), no_links);
+    fs::create_symlink(place("beyond/new.vr2"), place("out/dangling.vr2"), no_links);
     // Each is a scene beside the input, so that there is something to save.
     for (const char* name : {"in/evil.vr2", "in/sub/evil.vr2", "evil.vr2", "beyond/evil.vr2", "in/dangling.vr2"})
         save(two_nodes(), name);
-    fs::create_directory(path("in/folder_link"));
+    fs::create_directory(place("in/folder_link"));
     save(two_nodes(), "in/folder_link/evil.vr2");
     // The verbs take turns: what keeps them in is the same for both.
     std::size_t turn = 0;
@@ -62,20 +62,20 @@ TEST_F(ReferencesTest, no_name_leads_out_of_the_folder) {
     }
     for (Names line : saving_lines()) {
         refer({u"..\\evil.vr2"});
-        fs::remove(path("evil.vr2"));
+        fs::remove(place("evil.vr2"));
         save(two_nodes(), "evil.vr2");
         line.emplace_back("--allow-outside");
         const Outcome outcome = run(line);
         EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
         EXPECT_TRUE(exists("out/a.vr2"));
-        fs::remove(path("out/a.vr2"));
+        fs::remove(place("out/a.vr2"));
     }
 }
 
 #ifndef _WIN32
 TEST_F(ReferencesTest, a_drive_of_another_system_is_a_folder_like_any) {
     // Such a name counts as absolute and so isn't looked for beside the file: it leads to where the tool runs.
-    fs::create_directory(path("C:"));
+    fs::create_directory(place("C:"));
     save(two_nodes(), "C:/evil.vr2");
     refer({u"C:\\evil.vr2"});
     expect_nothing_saved("--allow-outside");
@@ -117,7 +117,7 @@ TEST_F(ReferencesTest, what_was_never_read_is_never_written) {
         EXPECT_EQ(told.size(), 4U) << outcome.err;
         EXPECT_EQ(std::set<std::string>(told.begin(), told.end()).size(), 2U) << outcome.err;
         for (const std::string& text : told) EXPECT_TRUE(text.starts_with("vor2: in/a.vr2: warning: ")) << text;
-        fs::remove_all(path("out/sub"));
+        fs::remove_all(place("out/sub"));
     }
 }
 

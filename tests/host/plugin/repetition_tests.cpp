@@ -52,7 +52,7 @@ protected:
         return exported_bytes("-uno knee");
     }
 
-    const std::string file = testing::TempDir() + "repetition tests.vr2";
+    const std::string file = temporary_folder() + "repetition tests.vr2";
 };
 
 TEST_F(REPETITION, gives_the_same_bytes_after_whatever_came_before) {
