@@ -25,7 +25,4 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# A Wine of this build alone, that shows no window and keeps its own chatter to itself.
-find_program(VOR2_WINE NAMES wine64 wine PATHS /usr/lib/wine)
-set(CMAKE_CROSSCOMPILING_EMULATOR env -u DISPLAY WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml=
-    "WINEPREFIX=${CMAKE_BINARY_DIR}/wine" "${VOR2_WINE}")
+set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../scripts/in_wine" "${CMAKE_BINARY_DIR}/wine")

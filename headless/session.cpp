@@ -112,10 +112,8 @@ void Session::warn_of_unevaluated_drivers() {
 
 Result<void> Session::open_file(const std::string& path) {
     std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(native_path(path), ignored);
-    if (std::filesystem::is_directory(status)) return Error{"Is a folder, not a file", path};
-    if (!std::filesystem::exists(status)) return Error{"File not found", path};
-    if (!std::filesystem::is_regular_file(status)) return Error{"Is no regular file", path};
+    if (!std::filesystem::exists(native_path(path), ignored)) return Error{"File not found", path};
+    if (const std::string why = VOR2_LOADER::platform::why_unreadable(path); !why.empty()) return Error{why, path};
     if (!readers_.contains(lower_extension(path)) && identify(*this, path).empty())
         return Error{"Unrecognized file type", path};
     new_scene();

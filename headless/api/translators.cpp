@@ -1,7 +1,6 @@
 #include "headless/api/translators.h"
 
 #include "headless/api/access.h"
-#include "headless/files/text_file.h"
 #include "support/platform/native_path.h"
 
 #include <algorithm>
@@ -11,6 +10,7 @@
 namespace headless {
 
 using VOR2_LOADER::platform::native_path;
+using VOR2_LOADER::platform::why_unreadable;
 
 namespace {
 

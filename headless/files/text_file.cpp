@@ -9,6 +9,7 @@
 namespace headless {
 
 using VOR2_LOADER::platform::native_path;
+using VOR2_LOADER::platform::why_unreadable;
 namespace {
 
 namespace fs = std::filesystem;
@@ -42,14 +43,6 @@ std::string resolved(const std::string& path) {
 }
 
 } // namespace
-
-std::string why_unreadable(const std::string& path) {
-    std::error_code ignored;
-    const fs::file_status status = fs::status(native_path(path), ignored);
-    if (fs::is_directory(status)) return "is a folder, not a file";
-    if (fs::exists(status) && !fs::is_regular_file(status)) return "is no regular file";
-    return {};
-}
 
 Result<std::string> read_text_file(const std::string& path) {
     // Opening a pipe alone may wait for ever.

@@ -9,10 +9,6 @@
 
 namespace headless {
 
-/// Why nothing can be read there that ends and never makes the reader wait: "is a folder, not a file", "is no regular
-/// file". Empty for a file, and where nothing is.
-std::string why_unreadable(const std::string& path);
-
 inline constexpr std::size_t longest_text_file = 0x7FFFFFFF;
 
 /// All bytes of a regular file of no more than `longest_text_file`. A missing file and whatever can't be read are

@@ -1,21 +1,15 @@
 #include "support/platform/hooks.h"
 #include "support/platform/platform.h"
+#include "support/platform/windows_headers.h"
 #include "support/text/unicode.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+
+#include <io.h>
 #include <malloc.h>
 #include <process.h>
-
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <io.h>
-#include <windows.h>
 
 namespace VOR2_LOADER::platform {
 

@@ -2,6 +2,7 @@
 // with the system's, as the host does.
 
 #include "support/platform/platform.h"
+#include "support/platform/windows_headers.h"
 
 #include <gtest/gtest.h>
 
@@ -14,13 +15,6 @@
 #include <thread>
 
 #include <io.h>
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
 #include <winternl.h>
 
 namespace VOR2_LOADER {

@@ -170,7 +170,8 @@ TEST_F(PosixFaultsTest, a_save_that_is_killed_leaves_the_old_file_or_the_new_one
             most = std::max(4000, most - 12000);
         for (const std::string& file : listing()) {
             const bool scratch = file.starts_with(".vor2-") && file.ends_with(".tmp");
-            EXPECT_TRUE(scratch || file == "in.vr2" || file == "out.vr2") << file;
+            // Who is told to end puts away what it began; who is killed can't.
+            EXPECT_TRUE((scratch && i % 2 == 0) || file == "in.vr2" || file == "out.vr2") << file;
             if (scratch) fs::remove(path(file));
         }
     }

@@ -1,12 +1,6 @@
 #include "run_program.h"
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include "support/platform/windows_headers.h"
 
 namespace tool_test {
 namespace {

@@ -32,10 +32,7 @@ std::optional<std::string> LineOutputs::redirect(const std::string& native_name)
     if (why.empty() && !scratch_of_.contains(native_name)) {
         int error = 0;
         std::string scratch = make_scratch_file(target.parent_path().string(), error);
-        if (!scratch.empty()) {
-            remove_if_interrupted(scratch);
-            return scratch_of_[native_name] = std::move(scratch);
-        }
+        if (!scratch.empty()) return scratch_of_[native_name] = std::move(scratch);
         why = error_text(error);
     }
     ++failures_;

@@ -2,7 +2,6 @@
 
 #include "support/platform/native_path.h"
 #include "tools/vor2/messages.h"
-#include "tools/vor2/scene_file.h"
 #include "tools/vor2/system.h"
 
 #include <algorithm>
@@ -86,7 +85,7 @@ std::optional<std::string> OutputSet::redirect(const std::string& native_name) {
     if (files_.size() >= most_files) return refuse(named_target_, "refers to more files than are saved in one go");
     const std::string why = why_not_a_target(place);
     if (!why.empty()) return refuse(native_name, why);
-    if (!outermost && rules_.scenes_over_scenes_only && !may_give_way_to_a_scene(place.string()))
+    if (!outermost && rules_.may_give_way != nullptr && !rules_.may_give_way(place.string()))
         return refuse(named_target_, "would save a scene over " + native_name + ", which is none");
     const std::string scratch = scratch_for(place);
     if (scratch.empty()) return std::nullopt;
@@ -115,11 +114,7 @@ std::optional<std::string> OutputSet::refuse(const std::string& file, const std:
 std::string OutputSet::scratch_for(const fs::path& target) {
     int error = 0;
     std::string scratch = make_scratch_file(target.parent_path().string(), error);
-    if (scratch.empty()) {
-        refuse(target.string(), error_text(error));
-    } else {
-        remove_if_interrupted(scratch);
-    }
+    if (scratch.empty()) refuse(target.string(), error_text(error));
     return scratch;
 }
 

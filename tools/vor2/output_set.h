@@ -8,8 +8,8 @@
 /// outside the folder of the outermost output is refused, unless that is allowed. "Outside" is judged by where
 /// folders and links really lead.
 ///
-/// Names of referenced scenes come out of files, maybe a stranger's: with `scenes_over_scenes_only` such a scene may
-/// take the place of nothing but a scene, so that no name in a file costs the user another file of his.
+/// Names of referenced scenes come out of files, maybe a stranger's: with `may_give_way` no such name costs the user
+/// another file of his.
 
 #include "support/platform/hooks.h"
 
@@ -27,7 +27,8 @@ std::string why_not_a_target(const std::filesystem::path& target);
 
 struct OutputRules {
     bool allow_outside = false;
-    bool scenes_over_scenes_only = false;
+    /// Whether a scene beside the outermost output may take the place of the file of that name; without it, of any.
+    bool (*may_give_way)(const std::string& name) = nullptr;
 };
 
 class OutputSet : private VOR2_LOADER::platform::OUTPUT_REDIRECTION {

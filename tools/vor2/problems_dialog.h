@@ -29,7 +29,6 @@ public:
     ProblemsDialog(const ProblemsDialog&) = delete;
     ProblemsDialog& operator=(const ProblemsDialog&) = delete;
 
-    bool was_asked() const { return was_asked_; }
     bool cancelled() const { return was_asked_ && answer_ == VOR2_LOADER::platform::ANSWER::YES; }
     /// Tells the user what became of the export, where it was asked: a problem or a note.
     void tell() const;

@@ -19,7 +19,11 @@ bool is_paused = false; ///< under `drawing`
 } // namespace
 
 Progress::Progress(std::string title, std::uint64_t total) : title_(std::move(title)), total_(total) {
-    if (!is_quiet() && error_is_terminal()) drawer_ = std::thread([this] { draw_until_done(); });
+    if (!is_quiet() && error_is_terminal())
+        drawer_ = std::thread([this] {
+            leave_ending_to_the_first_thread();
+            draw_until_done();
+        });
 }
 
 Progress::~Progress() {

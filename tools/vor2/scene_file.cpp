@@ -8,7 +8,6 @@
 #include "tools/vor2/system.h"
 
 #include <cerrno>
-#include <filesystem>
 
 namespace tool {
 
@@ -31,15 +30,6 @@ std::string readable(const TEXT& text) {
     return utf8;
 }
 
-std::string why_unreadable(const std::string& name) {
-    std::error_code ignored;
-    const std::filesystem::file_status status =
-        std::filesystem::status(VOR2_LOADER::platform::native_path(name), ignored);
-    if (std::filesystem::is_directory(status)) return "is a folder";
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) return "is no regular file";
-    return {};
-}
-
 namespace {
 
 void leave_out_missing(VOR2& scene, const TEXT& file, const std::string& name);
@@ -59,6 +49,15 @@ void leave_out_missing_of(REFERENCES& references, const TEXT& file, const std::s
     }
 }
 
+/// Whether a scene may be saved over what stands at that name: nothing, an empty file, a scene, or one whose save
+/// didn't finish.
+bool may_give_way_to_a_scene(const std::string& name) {
+    READ_FILE file;
+    if (!file.open(library_name(name))) return file.last_error() == ENOENT;
+    u32 word = 0;
+    return file.read(&word, sizeof word) == 0 || word == MAGIC_WORD || word == 0;
+}
+
 // No deeper than the library follows references.
 void leave_out_missing(VOR2& scene, const TEXT& file, const std::string& name) { // NOLINT(misc-no-recursion)
     leave_out_missing_of(scene.xrefs_15, file, name);
@@ -69,7 +68,7 @@ void leave_out_missing(VOR2& scene, const TEXT& file, const std::string& name) {
 
 bool load_scene(VOR2& scene, const std::string& name, VOR2_INPUT_BUFFER& buffer) {
     if (scene.load(buffer, false)) return true;
-    std::string why = why_unreadable(name);
+    std::string why = platform::why_unreadable(name);
     if (why.empty()) why = buffer.problem();
     problem(name, why.empty() ? "can't be read as a scene" : why);
     return false;
@@ -80,19 +79,12 @@ bool load_scene(VOR2& scene, const std::string& name) {
     return load_scene(scene, name, buffer);
 }
 
-bool may_give_way_to_a_scene(const std::string& name) {
-    READ_FILE file;
-    if (!file.open(library_name(name))) return file.last_error() == ENOENT;
-    u32 word = 0;
-    return file.read(&word, sizeof word) == 0 || word == MAGIC_WORD || word == 0;
-}
-
 void leave_out_missing_references(VOR2& scene, const std::string& name) {
     leave_out_missing(scene, library_name(name), name);
 }
 
 bool save_scene(const VOR2& scene, const std::string& name, bool allow_outside) {
-    OutputSet outputs(name, {allow_outside, true});
+    OutputSet outputs(name, {allow_outside, may_give_way_to_a_scene});
     if (!outputs.ready()) return false;
     VOR2_WRITE_STREAM stream;
     bool saved = stream.open(library_name(name), false, true) && scene.save(stream);

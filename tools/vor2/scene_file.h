@@ -15,14 +15,6 @@ VOR2_LOADER::TEXT library_name(const std::string& native_name);
 /// A text of a scene for people to read: well-formed UTF-8, whatever the text holds.
 std::string readable(const VOR2_LOADER::TEXT& text);
 
-/// What the file is, when it is nothing to read: "is a folder", "is no regular file". Empty for a file, and for a name
-/// where nothing is.
-std::string why_unreadable(const std::string& name);
-
-/// Whether a scene may be saved over what stands at that name: nothing, an empty file, a scene, or one whose save
-/// didn't finish.
-bool may_give_way_to_a_scene(const std::string& name);
-
 /// Loads without moving the clock. False, told to the user, when that fails.
 bool load_scene(VOR2_LOADER::VOR2& scene, const std::string& name);
 bool load_scene(VOR2_LOADER::VOR2& scene, const std::string& name, VOR2_LOADER::VOR2_INPUT_BUFFER& buffer);

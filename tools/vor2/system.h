@@ -1,7 +1,7 @@
 #pragma once
 
 /// What the tool asks of the operating system beyond the standard library. `system_posix.cpp` and
-/// `system_windows.cpp` have the bodies.
+/// `system_windows.cpp` have the bodies, `system.cpp` what is the same on both.
 
 #include <cstdio>
 #include <functional>
@@ -19,13 +19,17 @@ unsigned processor_count();
 /// What an `errno` value means, in lower case.
 std::string error_text(int error);
 
-/// Files that are being written and mustn't stay when the process is told to end. At most a few thousand are watched.
-void remove_if_interrupted(const std::string& path);
-void keep_if_interrupted(const std::string& path);
+/// For a thread that the process starts: leaves it to the first one to be told that the process is to end.
+void leave_ending_to_the_first_thread();
 
 /// Makes an empty file in `folder` under a name of its own, with the rights that a new file gets. On failure the
-/// name is empty and `error` holds the reason.
+/// name is empty and `error` holds the reason. Until `keep_if_interrupted` the file doesn't stay when the process is
+/// told to end; at most a few thousand are so watched.
 std::string make_scratch_file(const std::string& folder, int& error);
+/// What it is made of: makes a file where there is none and watches it, with no moment between. 0, or the reason it
+/// failed.
+int make_watched_file(const std::string& path);
+void keep_if_interrupted(const std::string& path);
 /// Waits until the file's bytes are on the disk. 0, or the reason it failed.
 int flush_to_disk(const std::string& path);
 /// Whether the folder may be written to.

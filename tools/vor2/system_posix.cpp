@@ -1,13 +1,12 @@
 #include "tools/vor2/system.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <random>
-#include <thread>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -15,6 +14,30 @@
 
 namespace tool {
 namespace {
+
+constexpr std::array endings{SIGINT, SIGTERM, SIGHUP};
+
+sigset_t ending_signals() {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int ending : endings) sigaddset(&set, ending);
+    return set;
+}
+
+/// While it lasts the process can't be told to end; it hears of it afterwards.
+class EndingHeld {
+public:
+    EndingHeld() {
+        const sigset_t set = ending_signals();
+        pthread_sigmask(SIG_BLOCK, &set, &before_);
+    }
+    ~EndingHeld() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    EndingHeld(const EndingHeld&) = delete;
+    EndingHeld& operator=(const EndingHeld&) = delete;
+
+private:
+    sigset_t before_{};
+};
 
 // The handler may touch lock-free atomics and nothing that allocates.
 std::array<std::atomic<char*>, 4096> watched_files{};
@@ -44,7 +67,7 @@ void prepare_process() {
     keep_number_taken(STDERR_FILENO, O_RDONLY);
     (void)::signal(SIGPIPE, SIG_IGN);
     (void)::signal(SIGXFSZ, SIG_IGN);
-    for (const int ending : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int ending : endings) {
         struct sigaction before {};
         if (sigaction(ending, nullptr, &before) == 0 && before.sa_handler == SIG_DFL) {
             (void)::signal(ending, remove_watched_files);
@@ -60,26 +83,23 @@ bool error_is_terminal() {
     return isatty(STDERR_FILENO) != 0;
 }
 
-unsigned processor_count() {
-    return std::max(1U, std::thread::hardware_concurrency());
+void leave_ending_to_the_first_thread() {
+    const sigset_t endings = ending_signals();
+    pthread_sigmask(SIG_BLOCK, &endings, nullptr);
 }
 
-std::string error_text(int error) {
-    std::string text = std::strerror(error); // NOLINT(concurrency-mt-unsafe)
-    if (text.size() > 1 && text[0] >= 'A' && text[0] <= 'Z' && text[1] >= 'a') text[0] += 'a' - 'A';
-    return text;
-}
-
-void remove_if_interrupted(const std::string& path) {
-    char* name = strdup(path.c_str());
-    for (std::atomic<char*>& place : watched_files) {
-        char* empty = nullptr;
-        if (place.compare_exchange_strong(empty, name)) return;
-    }
-    std::free(name); // NOLINT(cppcoreguidelines-no-malloc)
+int make_watched_file(const std::string& path) {
+    const EndingHeld held;
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (file < 0) return errno;
+    close(file);
+    const auto place = std::ranges::find(watched_files, nullptr, [](const auto& name) { return name.load(); });
+    if (place != watched_files.end()) place->store(strdup(path.c_str()));
+    return 0;
 }
 
 void keep_if_interrupted(const std::string& path) {
+    const EndingHeld held;
     for (std::atomic<char*>& place : watched_files) {
         char* name = place.load();
         if (name == nullptr || path != name) continue;
@@ -87,23 +107,6 @@ void keep_if_interrupted(const std::string& path) {
         std::free(name); // NOLINT(cppcoreguidelines-no-malloc)
         return;
     }
-}
-
-std::string make_scratch_file(const std::string& folder, int& error) {
-    static std::random_device chance;
-    for (int attempt = 0; attempt < 64; ++attempt) {
-        char name[32];
-        (void)std::snprintf(name, sizeof name, "/.vor2-%08x.tmp", chance());
-        std::string path = (folder.empty() ? std::string(".") : folder) + name;
-        const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (file >= 0) {
-            close(file);
-            return path;
-        }
-        error = errno;
-        if (error != EEXIST) break;
-    }
-    return {};
 }
 
 int flush_to_disk(const std::string& path) {

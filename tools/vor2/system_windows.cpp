@@ -1,24 +1,14 @@
+#include "support/platform/windows_headers.h"
 #include "tools/vor2/system.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <deque>
 #include <mutex>
-#include <random>
 #include <set>
-#include <thread>
 
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
 
 namespace tool {
 namespace {
@@ -85,41 +75,20 @@ bool error_is_terminal() {
     return is_console(STD_ERROR_HANDLE);
 }
 
-unsigned processor_count() {
-    return std::max(1U, std::thread::hardware_concurrency());
-}
+void leave_ending_to_the_first_thread() {} // a thread of the system's own is told
 
-std::string error_text(int error) {
-    std::string text = std::strerror(error); // NOLINT(concurrency-mt-unsafe)
-    if (text.size() > 1 && text[0] >= 'A' && text[0] <= 'Z' && text[1] >= 'a') text[0] += 'a' - 'A';
-    return text;
-}
-
-void remove_if_interrupted(const std::string& path) {
+int make_watched_file(const std::string& path) {
     const std::lock_guard lock(watched_files().mutex);
+    const int file = _open(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    if (file < 0) return errno;
+    _close(file);
     watched_files().paths.insert(path);
+    return 0;
 }
 
 void keep_if_interrupted(const std::string& path) {
     const std::lock_guard lock(watched_files().mutex);
     watched_files().paths.erase(path);
-}
-
-std::string make_scratch_file(const std::string& folder, int& error) {
-    static std::random_device chance;
-    for (int attempt = 0; attempt < 64; ++attempt) {
-        char name[32];
-        std::snprintf(name, sizeof name, "/.vor2-%08x.tmp", chance());
-        std::string path = (folder.empty() ? std::string(".") : folder) + name;
-        const int file = _open(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
-        if (file >= 0) {
-            _close(file);
-            return path;
-        }
-        error = errno;
-        if (error != EEXIST) break;
-    }
-    return {};
 }
 
 int flush_to_disk(const std::string& path) {

@@ -1,3 +1,4 @@
+#include "support/platform/native_path.h"
 #include "tools/vor2/host_session.h"
 #include "tools/vor2/jobs.h"
 #include "tools/vor2/messages.h"
@@ -42,7 +43,7 @@ private:
         const std::string output = outputs_.name_for(file);
         OutputSet outputs(output);
         if (!outputs.ready()) return exit_refused;
-        const std::string why = why_unreadable(file);
+        const std::string why = VOR2_LOADER::platform::why_unreadable(file);
         if (!why.empty()) {
             problem(file, why);
             return exit_refused;
