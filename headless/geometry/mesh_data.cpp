@@ -106,7 +106,8 @@ bool MeshData::set_triple(ElementList<Vector3>& list, int component, int index, 
 
 bool MeshData::set_face(int index, const Value& value) {
     const auto* words = value.get_if<RawTokens>();
-    if (!words) return false;
+    // Faces stand one behind the other in a statement, each from its "f" on.
+    if (!words || words->type != "polyFaces" || words->tokens.empty() || words->tokens[0] != "f") return false;
     const std::size_t first = face_numbers_.size();
     FaceSpan& span = faces_.at(index);
     odd_faces_.erase(index);
@@ -144,6 +145,10 @@ bool MeshData::set(const Plug& plug, const Value& value) {
     if (const auto child = child_of(ids.colours, key.attribute, 4); child || key.attribute == ids.colours)
         return set_numbers(colours_, key, child.value_or(-1), value);
     return false;
+}
+
+bool MeshData::keeps_alone(const Plug& plug) const {
+    return plug.key.attribute == MeshAttributes::ids().faces;
 }
 
 bool MeshData::get(const Plug& plug, Value& out) const {

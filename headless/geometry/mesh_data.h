@@ -11,13 +11,15 @@ namespace headless {
 /// The long lists of a mesh node, behind its attributes: `vt` points, `pt` tweaks of points, `ed` edges, `n` normals,
 /// `fc` faces, and set by set `uvst[].uvsp` and `clst[].clsp`. Elements may come in pieces and in any order, and give
 /// back what was set. Names of sets and all else are stored in the node as with any other.
-/// A face's words that aren't of a face's form are given back too; such a face has no corners.
+/// A face is taken as words of the type "polyFaces" that begin with "f". Words that don't go on as a face's do are given
+/// back too; such a face has no corners.
 class MeshData final : public NodeData {
 public:
     using Uv = std::array<double, 2>;
     using Colour = std::array<double, 4>;
 
     bool set(const Plug& plug, const Value& value) override;
+    bool keeps_alone(const Plug& plug) const override;
     bool get(const Plug& plug, Value& out) const override;
     bool indices(const Plug& array, std::vector<int>& out) const override;
 

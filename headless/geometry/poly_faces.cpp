@@ -29,7 +29,6 @@ public:
     Encoder(const std::vector<std::string>& words, std::vector<std::int32_t>& out) : words_(words), out_(out) {}
 
     bool all() {
-        if (words_.empty()) return false;
         while (at_ < words_.size()) {
             if (!part()) return false;
         }
@@ -73,7 +72,7 @@ private:
 
 bool encode_face(const RawTokens& words, std::vector<std::int32_t>& out) {
     const std::size_t before = out.size();
-    if (words.type == "polyFaces" && Encoder(words.tokens, out).all()) return true;
+    if (Encoder(words.tokens, out).all()) return true;
     out.resize(before);
     return false;
 }

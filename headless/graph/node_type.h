@@ -62,6 +62,8 @@ public:
     virtual ~NodeData() = default;
     /// Takes a value; false when the plug isn't one of this data's.
     virtual bool set(const Plug& plug, const Value& value) = 0;
+    /// Whether the plug is this data's alone, so that a value which `set` declines is refused and not stored elsewhere.
+    virtual bool keeps_alone(const Plug&) const { return false; }
     /// Gives a value into `out`; false when the plug isn't one of this data's.
     virtual bool get(const Plug& plug, Value& out) const = 0;
     /// The indices that an array plug of this data has, ascending; false when it isn't one of this data's.

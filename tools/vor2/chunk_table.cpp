@@ -53,7 +53,8 @@ ChunkTable measure_chunks(std::span<const u8> file) {
         // All ids that the format doesn't have share one row, however many a file makes up.
         const bool known = id >= 0 && static_cast<std::size_t>(id) < chunk_names.size();
         const i32 row = known ? id : -1;
-        const std::string_view name = known ? chunk_names[static_cast<std::size_t>(id)] : "unknown";
+        std::string_view name = "unknown";
+        if (known) name = chunk_names[static_cast<std::size_t>(id)];
         const auto kind = by_id.try_emplace(row, ChunkSize{row, name, 0, 0}).first;
         ++kind->second.count;
         kind->second.bytes += length;

@@ -121,6 +121,17 @@ TEST_F(MeshListsTest, keeps_a_place_for_a_face_that_makes_no_sense) {
     }
 }
 
+TEST_F(MeshListsTest, takes_no_face_that_could_not_be_told_from_its_neighbours) {
+    read(two_quads);
+    Node& node = **scene().find_node("m");
+    const PlugKey key = node.find_plug("fc[0]").key;
+    const Value before = node.get(key);
+    for (const RawTokens& words : {RawTokens{"componentList", {"f", "1"}}, RawTokens{"polyFaces", {}},
+                                   RawTokens{"polyFaces", {"mu", "0", "0"}}})
+        EXPECT_FALSE(node.set(key, words)) << words.type;
+    EXPECT_EQ(node.get(key), before);
+}
+
 TEST_F(MeshListsTest, stops_at_a_gap_and_reserves_nothing_for_it) {
     const auto mesh = read("setAttr \".vt[0:1]\" 0 0 0 1 0 0; setAttr \".vt[2000000000]\" 1 1 1;"
                            "setAttr \".uvst[1900000000].uvsp[1800000000]\" 0 0;");
