@@ -58,7 +58,8 @@ private:
 
 Result<void> BvhBuilder::build() {
     const bool fresh = std::ranges::all_of(scene_.nodes(), [](const Node* node) { return node->default_node(); });
-    std::vector<double> times(file_.frame_count);
+    // Without channels the count of frames is held against nothing in the file.
+    std::vector<double> times(file_.channel_count == 0 ? 0 : file_.frame_count);
     for (std::size_t i = 0; i < times.size(); ++i) times[i] = static_cast<double>(i) / rate_.per_second;
     times_ = KeyTimes(std::move(times));
     for (const BvhJoint& joint : file_.joints) {
@@ -111,7 +112,7 @@ Result<void> BvhBuilder::add_curve(Node& node, const BvhJoint& joint, std::size_
 
 void BvhBuilder::set_time_and_range() {
     scene_.time_unit = rate_.unit;
-    const double last = times_.empty() ? 0.0 : times_.back();
+    const double last = file_.frame_count == 0 ? 0.0 : static_cast<double>(file_.frame_count - 1) / rate_.per_second;
     scene_.playback = {0.0, last, 0.0, last};
     scene_.set_current_time(0.0);
 }

@@ -97,6 +97,12 @@ TEST_F(Bvh, makes_joints_offsets_ends_and_a_linear_key_a_frame_from_a_file_as_pe
     EXPECT_EQ(scene.playback.animation_end, 1 / 120.0);
 }
 
+TEST_F(Bvh, frames_without_channels_make_a_range_and_nothing_else) {
+    ASSERT_TRUE(read(one_joint("OFFSET 1 2 3\n", "Frames: 2147483647\nFrame Time: 0.04\n")));
+    EXPECT_EQ(scene.playback.max, 2147483646 / 25.0);
+    EXPECT_EQ(scene.evaluate(*scene.find_plug("hips.t")).vector(), (Vector3{1, 2, 3}));
+}
+
 TEST_F(Bvh, an_import_keeps_the_units_of_the_scene_it_joins) {
     ASSERT_TRUE(scene.create_node("joint", "hips"));
     ASSERT_TRUE(read(one_joint("CHANNELS 1 Xrotation\n", "Frames: 2\nFrame Time: 0.04\n1 2\n")));

@@ -126,8 +126,8 @@ TEST_F(MeshListsTest, takes_no_face_that_could_not_be_told_from_its_neighbours) 
     Node& node = **scene().find_node("m");
     const PlugKey key = node.find_plug("fc[0]").key;
     const Value before = node.get(key);
-    for (const RawTokens& words : {RawTokens{"componentList", {"f", "1"}}, RawTokens{"polyFaces", {}},
-                                   RawTokens{"polyFaces", {"mu", "0", "0"}}})
+    for (const RawTokens& words :
+         {RawTokens{"componentList", {"f", "1"}}, RawTokens{"polyFaces", {}}, RawTokens{"polyFaces", {"mu", "0", "0"}}})
         EXPECT_FALSE(node.set(key, words)) << words.type;
     EXPECT_EQ(node.get(key), before);
 }
