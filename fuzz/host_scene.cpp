@@ -54,11 +54,13 @@ std::string written(const Scene& scene) {
     return write_maya_ascii(scene, sandbox() + "written.ma") ? file_in_sandbox("written.ma") : std::string();
 }
 
+// Without the lines that set the playback range: behind the one that a scene came with stands the one that holds now.
 std::vector<std::string_view> sorted_lines(std::string_view text) {
     std::vector<std::string_view> lines;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
-        lines.push_back(text.substr(0, end));
+        const std::string_view line = text.substr(0, end);
+        if (!line.starts_with("\tsetAttr \".b\" -type \"string\" \"playbackOptions")) lines.push_back(line);
         text.remove_prefix(end);
     }
     std::sort(lines.begin(), lines.end());

@@ -105,6 +105,8 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
     Counter counter;
     root.describe(counter);
     if (counter.depth != 0) fuzz::wrong("a description that doesn't close");
+    // Where loading leaves a scene with skinned meshes, whose vertices stand there in the file.
+    if (!root.weighted_meshes.empty()) root.set_time(root.environment.time_range.start);
     VOR2 copy(root);
     compare(root, copy);
     compare_objects(root.weighted_meshes, copy.weighted_meshes);

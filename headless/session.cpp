@@ -43,7 +43,7 @@ void print(MessageKind kind, const std::string& text) {
                          : kind == MessageKind::error  ? "Error: "
                          : kind == MessageKind::result ? "Result: "
                                                        : "";
-    std::fprintf(trouble ? stderr : stdout, "%s%s\n", prefix, text.c_str());
+    (void)std::fprintf(trouble ? stderr : stdout, "%s%s\n", prefix, text.c_str());
 }
 
 } // namespace
@@ -96,7 +96,7 @@ void Session::register_writer(std::string extension, SceneWriter writer) {
 Result<void> Session::read(const std::string& path, const std::string& type, bool import) {
     const auto reader = readers_.find(lower_extension(path));
     if (type.empty() && reader != readers_.end()) {
-        const Result<void> done = reader->second(*scene_, path);
+        Result<void> done = reader->second(*scene_, path);
         warn_of_unevaluated_drivers();
         return done;
     }
@@ -117,7 +117,7 @@ Result<void> Session::open_file(const std::string& path) {
     if (!readers_.contains(lower_extension(path)) && identify(*this, path).empty())
         return Error{"Unrecognized file type", path};
     new_scene();
-    const Result<void> done = read(path, "", false);
+    Result<void> done = read(path, "", false);
     if (!done) {
         new_scene();
         return done;

@@ -177,6 +177,7 @@ struct BASE_FIELD : FIELD_WORDS<BASE_FIELD<BASE>> {
 template<std::size_t PLACE, class FIELD>
 struct FIELD_AT {
     FIELD field;
+    constexpr explicit FIELD_AT(const FIELD& one) : field(one) {}
 };
 template<class PLACES, class... FIELDS>
 struct FIELD_LIST;
@@ -184,7 +185,7 @@ template<std::size_t... PLACES, class... FIELDS>
 struct FIELD_LIST<std::index_sequence<PLACES...>, FIELDS...> : FIELD_AT<PLACES, FIELDS>... {
     static constexpr std::size_t SIZE = sizeof...(FIELDS);
 
-    constexpr explicit FIELD_LIST(const FIELDS&... list) : FIELD_AT<PLACES, FIELDS>{list}... {}
+    constexpr explicit FIELD_LIST(const FIELDS&... list) : FIELD_AT<PLACES, FIELDS>(list)... {}
     /// What `call` gives for all fields at once.
     template<class CALL>
     constexpr auto apply(CALL&& call) const {

@@ -13,7 +13,7 @@ MSyntax::MSyntax(const MSyntax& other) : table_(std::make_unique<SyntaxTable>(*o
 MSyntax::~MSyntax() = default;
 
 MSyntax& MSyntax::operator=(const MSyntax& other) {
-    *table_ = *other.table_;
+    if (this != &other) *table_ = *other.table_;
     return *this;
 }
 
@@ -231,7 +231,7 @@ MArgParser::MArgParser(const MArgParser& other) : parsed_(std::make_unique<Parse
 MArgParser::~MArgParser() = default;
 
 MArgParser& MArgParser::operator=(const MArgParser& other) {
-    *parsed_ = *other.parsed_;
+    if (this != &other) *parsed_ = *other.parsed_;
     return *this;
 }
 

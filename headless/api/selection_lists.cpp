@@ -11,7 +11,7 @@ MSelectionList::MSelectionList(const MSelectionList& other) : list_(std::make_un
 MSelectionList::~MSelectionList() = default;
 
 MSelectionList& MSelectionList::operator=(const MSelectionList& other) {
-    *list_ = *other.list_;
+    if (this != &other) *list_ = *other.list_;
     return *this;
 }
 

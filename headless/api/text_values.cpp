@@ -34,7 +34,7 @@ MString MStatus::errorString() const {
 }
 
 void MStatus::perror(const char* message) const {
-    std::fprintf(stderr, "%s: %s\n", message ? message : "", errorString().asChar());
+    (void)std::fprintf(stderr, "%s: %s\n", message ? message : "", errorString().asChar());
 }
 
 void MStatus::perror(const MString& message) const {
@@ -83,7 +83,7 @@ MString::MString(const char* text, int length) : text_(text && length > 0 ? std:
 
 MString::MString(const wchar_t* text) {
     for (; text && *text; ++text) { // as UTF-8
-        const auto c = static_cast<unsigned long>(*text);
+        const auto c = static_cast<char32_t>(*text);
         if (c < 0x80) {
             text_ += static_cast<char>(c);
         } else if (c < 0x800) {
@@ -214,7 +214,7 @@ MStatus MString::set(double value) {
 
 MStatus MString::set(double value, int precision) {
     char buffer[512];
-    std::snprintf(buffer, sizeof buffer, "%.*f", std::clamp(precision, 0, 100), value);
+    (void)std::snprintf(buffer, sizeof buffer, "%.*f", std::clamp(precision, 0, 100), value);
     text_ = buffer;
     return MStatus::kSuccess;
 }

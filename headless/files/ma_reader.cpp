@@ -197,7 +197,7 @@ private:
         for (const std::string_view name : names) {
             Node* child = find(name);
             if (!child) return no_such(name);
-            const Result<void> done = add ? scene_.add_parent(*child, *above) : scene_.reparent(*child, above);
+            Result<void> done = add ? scene_.add_parent(*child, *above) : scene_.reparent(*child, above);
             if (!done) return done;
         }
         return {};
@@ -236,7 +236,7 @@ private:
         if (!target->node || is_kept_back(*target->node)) return {};
         const Result<Plug> plug = plug_of(*target);
         if (!plug) return plug.error();
-        const Result<void> stored =
+        Result<void> stored =
             store_words(*plug, element_count(target->path), setting_.type, setting_.values, units_, store_in_node);
         apply_marks(*plug, setting_);
         return stored;
@@ -300,7 +300,7 @@ private:
         const Plug known = to.node->find_plug(to.path);
         if (known && known.is_array()) return known;
         const std::string path = std::string(to.path) + "[0]";
-        const Result<Plug> first = plug_of({to.node, path});
+        Result<Plug> first = plug_of({to.node, path});
         if (!first) return first;
         Plug array = *first;
         array.key.depth -= 1;

@@ -16,7 +16,7 @@ int levels(const Node& from, Next next, const Node* looked_for, bool& found) {
     for (int depth = 0;; ++depth) {
         following.clear();
         for (const Node* node : level) {
-            found |= node == looked_for;
+            found |= looked_for && node == looked_for;
             const auto& further = next(*node);
             following.insert(following.end(), further.begin(), further.end());
         }

@@ -18,7 +18,7 @@ Error no_attribute_error(std::string_view name) {
 // The plug of a range is its first element's.
 Result<Plug> plug_named(Scene& scene, const std::string& name) {
     const std::size_t colon = name.ends_with(']') ? name.find(':', name.rfind('[')) : std::string::npos;
-    const Result<Plug> plug = scene.find_plug(colon == std::string::npos ? name : name.substr(0, colon) + "]");
+    Result<Plug> plug = scene.find_plug(colon == std::string::npos ? name : name.substr(0, colon) + "]");
     if (plug) return plug;
     if (name.find('.') == std::string::npos) return no_attribute_error(name);
     return Error{"The object '" + name + "' doesn't exist"};

@@ -72,7 +72,7 @@ public:
         world_ = scene_.world_matrix(constrained_);
         const std::string* name = arguments_.text("n");
         const std::string standard = constrained_.name() + "_" + kind_.type + "1";
-        const Result<Node*> made = scene_.create_node(kind_.type, name ? *name : standard, &constrained_);
+        Result<Node*> made = scene_.create_node(kind_.type, name ? *name : standard, &constrained_);
         if (!made) return made;
         node_ = *made;
         for (const Link& link : kind_.of_constrained) connect(constrained_, link.from, plug(link.to));

@@ -93,7 +93,7 @@ Result<CommandResult> file(Session& session, const Arguments& arguments) {
     const bool exports = arguments.has("es") || arguments.has("ea");
     if (!opens && !imports && !refers && !exports) return Error{"file needs a flag that says what to do"};
     if (arguments.count() != 1) return Error{"A file name is needed"};
-    const std::string path = arguments[0];
+    const std::string& path = arguments[0];
     if (exports) return export_scene(session, arguments, path);
     if (!opens) return import(session, arguments, path, refers);
     if (loses_changes(session, arguments)) return Error{"Unsaved changes"};

@@ -95,7 +95,7 @@ private:
     Result<std::shared_ptr<const MelProgram>> program_of(const std::string& text) {
         static constexpr std::size_t longest = 512, most = 256;
         if (const auto at = programs_.find(text); at != programs_.end()) return at->second;
-        const Result<std::shared_ptr<const MelProgram>> program = parse_mel(text);
+        Result<std::shared_ptr<const MelProgram>> program = parse_mel(text);
         if (!program || text.size() > longest) return program;
         if (programs_.size() == most) programs_.clear();
         programs_[text] = *program;
@@ -197,7 +197,7 @@ Result<void> MelInterpreter::Frame::declare(const MelStatement& statement) {
 }
 
 Result<void> MelInterpreter::Frame::branch(const MelStatement& statement) {
-    const Result<CommandResult> condition = evaluate(statement.expressions[0]);
+    Result<CommandResult> condition = evaluate(statement.expressions[0]);
     if (!condition) return condition.error();
     if (mel_truth(*condition)) return execute(statement.body[0]);
     return statement.body.size() > 1 ? execute(statement.body[1]) : Result<void>();
@@ -210,7 +210,7 @@ bool MelInterpreter::Frame::leaves_loop() {
 
 Result<void> MelInterpreter::Frame::loop(const MelStatement& statement) {
     while (true) {
-        const Result<CommandResult> condition = evaluate(statement.expressions[0]);
+        Result<CommandResult> condition = evaluate(statement.expressions[0]);
         if (!condition) return condition.error();
         if (!mel_truth(*condition)) return {};
         if (++interpreter.rounds_ > max_rounds) return failed(statement.offset, "The loop doesn't end");
@@ -258,7 +258,7 @@ Result<CommandResult> MelInterpreter::Frame::computed(const MelExpression& expre
         if (!find(expression.name))
             return failed(expression.offset, "\"$" + expression.name + "\" is an undeclared variable");
         if (expression.kind == MelExpression::Kind::variable) return find(expression.name)->value;
-        const Result<CommandResult> index = part(expression);
+        Result<CommandResult> index = part(expression);
         if (!index) return index;
         const Variable& variable = *find(expression.name);
         const CommandResult found = mel_element(variable.value, static_cast<std::size_t>(mel_integer(*index)));
@@ -287,7 +287,7 @@ Result<CommandResult> MelInterpreter::Frame::computed(const MelExpression& expre
     case MelExpression::Kind::binary:
         return binary(expression);
     case MelExpression::Kind::conditional: {
-        const Result<CommandResult> condition = part(expression);
+        Result<CommandResult> condition = part(expression);
         if (!condition) return condition;
         return evaluate(expression.parts[mel_truth(*condition) ? 1 : 2]);
     }
@@ -299,15 +299,15 @@ Result<CommandResult> MelInterpreter::Frame::computed(const MelExpression& expre
 }
 
 Result<CommandResult> MelInterpreter::Frame::binary(const MelExpression& expression) {
-    const Result<CommandResult> a = part(expression);
+    Result<CommandResult> a = part(expression);
     if (!a) return a;
     const bool either = expression.name == "||", both = expression.name == "&&";
     if (either || both) {
         if (mel_truth(*a) == either) return integer_result(either ? 1 : 0);
-        const Result<CommandResult> b = evaluate(expression.parts[1]);
+        Result<CommandResult> b = evaluate(expression.parts[1]);
         return b ? integer_result(mel_truth(*b) ? 1 : 0) : b;
     }
-    const Result<CommandResult> b = evaluate(expression.parts[1]);
+    Result<CommandResult> b = evaluate(expression.parts[1]);
     if (!b) return b;
     const auto value = mel_binary(expression.name, *a, *b);
     if (!value) return failed(expression.offset, "Division by zero");
@@ -320,10 +320,10 @@ Result<CommandResult> MelInterpreter::Frame::assign(const MelExpression& express
         Result<CommandResult> value = evaluate(expression.parts[1]);
         return value ? assign_to(place, std::move(*value)) : value;
     }
-    const Result<CommandResult> before = evaluate(place);
+    Result<CommandResult> before = evaluate(place);
     if (!before) return before;
     const bool step = expression.kind == MelExpression::Kind::step;
-    const Result<CommandResult> by = step ? Result<CommandResult>(integer_result(1)) : evaluate(expression.parts[1]);
+    Result<CommandResult> by = step ? Result<CommandResult>(integer_result(1)) : evaluate(expression.parts[1]);
     if (!by) return by;
     auto value = mel_binary(std::string_view(expression.name).substr(0, 1), *before, *by);
     if (!value) return failed(expression.offset, "Division by zero");
@@ -337,7 +337,7 @@ Result<CommandResult> MelInterpreter::Frame::assign_to(const MelExpression& plac
         variable->value = variable->type.empty() ? std::move(value) : mel_converted(std::move(value), variable->type);
         return variable->value;
     }
-    const Result<CommandResult> index = part(place);
+    Result<CommandResult> index = part(place);
     if (!index) return index;
     const std::int64_t i = mel_integer(*index);
     if (i < 0 || i >= max_list) return failed(place.offset, "The index is out of range");

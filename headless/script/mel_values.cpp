@@ -131,7 +131,7 @@ CommandResult mel_converted(CommandResult value, std::string_view type) {
     if (!list) {
         if (type == "string") return text_result(mel_text(value));
         if (type == "int") return integer_result(mel_integer(value));
-        return type == "float" ? number_result(mel_number(value)) : value;
+        return type == "float" ? number_result(mel_number(value)) : std::move(value);
     }
     CommandResult out;
     out.kind = type == "string" ? Kind::texts : type == "int" ? Kind::integers : Kind::numbers;

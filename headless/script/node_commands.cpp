@@ -98,10 +98,14 @@ std::vector<Node*> nodes_in(Scene& scene, const std::string& name_space) {
 
 // Gives the nodes of one namespace another in its place; "" and ":" are the root.
 Result<void> move_namespace(Scene& scene, const std::string& from, std::string to) {
-    if (to == ":") to.clear();
+    if (to == ":")
+        to.clear();
+    else if (!to.empty())
+        to += ':';
     for (Node* node : nodes_in(scene, from)) {
-        const std::string rest = node->name().substr(from.size() + 1);
-        const Result<std::string> renamed = scene.rename(*node, to.empty() ? rest : to + ":" + rest);
+        std::string name = to;
+        name.append(node->name(), from.size() + 1, std::string::npos);
+        const Result<std::string> renamed = scene.rename(*node, name);
         if (!renamed) return renamed.error();
     }
     return {};
@@ -109,7 +113,7 @@ Result<void> move_namespace(Scene& scene, const std::string& from, std::string t
 
 Result<CommandResult> name_space(Session& session, const Arguments& arguments) {
     Scene& scene = session.scene();
-    const auto plain = [](std::string name) { return name.starts_with(':') ? name.substr(1) : name; };
+    const auto plain = [](const std::string& name) { return name.starts_with(':') ? name.substr(1) : name; };
     if (const std::string* name = arguments.text("ex"))
         return integer_result(*name == ":" || scene.namespaces().contains(plain(*name)) ? 1 : 0);
     if (arguments.has("ex") && arguments.count() == 1)

@@ -39,7 +39,7 @@ public:
 private:
     static std::size_t bytes_of(const CommandResult& value) {
         std::size_t bytes = value.numbers.size() * sizeof(double) + value.integers.size() * sizeof(std::int64_t);
-        for (const std::string& text : value.texts) bytes += sizeof text + text.size();
+        for (const std::string& text : value.texts) bytes += sizeof(std::string) + text.size();
         return bytes;
     }
 

@@ -52,7 +52,7 @@ Result<CommandResult> source(Session& session, const Arguments& arguments) {
     if (arguments.count() != 1) return Error{"source needs a file"};
     const Result<std::string> text = read_text_file(arguments[0]);
     if (!text) return text.error();
-    const Result<CommandResult> done = session.run_mel(*text);
+    Result<CommandResult> done = session.run_mel(*text);
     if (done) return done;
     Error error = done.error();
     if (error.file.empty()) error.file = arguments[0];

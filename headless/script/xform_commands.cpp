@@ -48,8 +48,8 @@ public:
         }
         if (const auto at = arguments.vector("t")) {
             const Vector3 wanted = *at * unit_;
-            const Result<void> done = world ? move_in_world(wanted, relative)
-                                            : set(ids_.translate, relative ? value(ids_.translate) + wanted : wanted);
+            Result<void> done = world ? move_in_world(wanted, relative)
+                                      : set(ids_.translate, relative ? value(ids_.translate) + wanted : wanted);
             if (!done) return done;
         }
         for (const auto& [flag, id] : {std::pair{"rp", ids_.rotate_pivot}, {"sp", ids_.scale_pivot}}) {

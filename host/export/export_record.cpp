@@ -41,7 +41,7 @@ TEXT export_record(const MString& path) {
 void fill_file_info(VOR2& root, const MString& path) {
     const float version = MGlobal::mayaVersion().asFloat();
     char creator[128];
-    std::snprintf(creator, sizeof creator, "Maya v%.2f  ", static_cast<double>(version));
+    (void)std::snprintf(creator, sizeof creator, "Maya v%.2f  ", static_cast<double>(version));
     root.inf.creator = widen(std::string_view(creator));
     platform::print_line(MFileIO::currentFile().asChar());
     root.inf.file_info = export_record(path);

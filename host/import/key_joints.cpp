@@ -84,7 +84,7 @@ std::vector<double> frames_to_reorient(const IMPORT_TIMES& times, const std::vec
     const double stop = static_cast<double>(times.maya_stop);
     std::vector<double> frames = own_frames;
     if (stop - start <= MOST_REORIENTED_FRAMES) {
-        for (double step = 0.0; start + step < stop; step += 1.0) frames.push_back(start + step);
+        for (int step = 0; start + step < stop; ++step) frames.push_back(start + step);
     } else {
         MGlobal::displayWarning("The playback range is too long to key the first joint at each of its frames");
         frames.push_back(start);

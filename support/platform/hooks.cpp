@@ -12,9 +12,9 @@ ANSWER (*ask_yes_no_hook)(const char* words, const char* caption) = nullptr;
 
 void print_line(std::string_view line) {
     if (print_line_hook != nullptr) return print_line_hook(line);
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
+    (void)std::fwrite(line.data(), 1, line.size(), stdout);
+    (void)std::fputc('\n', stdout);
+    (void)std::fflush(stdout);
 }
 
 void note_closed(std::u16string_view name, bool whole) {

@@ -164,7 +164,7 @@ std::optional<std::string> account_name(std::size_t capacity) {
 ANSWER ask_yes_no(void* /*owner*/, const char* words, const char* caption) {
     if (ask_yes_no_hook != nullptr) return ask_yes_no_hook(words, caption);
     if (isatty(STDIN_FILENO) == 0) return ANSWER::YES;
-    std::fprintf(stderr, "%s\n%s [yes/no] ", caption, words);
+    (void)std::fprintf(stderr, "%s\n%s [yes/no] ", caption, words);
     char line[64] = {};
     if (std::fgets(line, sizeof line, stdin) == nullptr) return ANSWER::YES;
     return line[0] == 'n' || line[0] == 'N' ? ANSWER::NO : ANSWER::YES;

@@ -235,7 +235,9 @@ std::string bash_completion(const VerbList& verbs) {
             std::string pattern;
             for (const std::string& option : row.name_list()) {
                 words += " " + option;
-                pattern += (pattern.empty() ? "" : "|") + name + ":" + option;
+                if (!pattern.empty()) pattern += '|';
+                pattern += name;
+                pattern += ":" + option;
             }
             if (row.kind == ValueKind::choice) {
                 values += "    " + pattern + ") COMPREPLY=($(compgen -W '" + words_of(row.choices) +
@@ -247,7 +249,8 @@ std::string bash_completion(const VerbList& verbs) {
                 values += "    " + pattern + ") return ;;\n";
             }
         }
-        flags += "    " + name + ") COMPREPLY=($(compgen -W '" + words + "' -- \"$word\")) ;;\n";
+        flags += "    " + name + ") COMPREPLY=($(compgen -W '";
+        flags += words + "' -- \"$word\")) ;;\n";
     }
     return "# Completion of vor2 for bash; what isn't completed here falls back to names of files.\n"
            "_vor2() {\n"

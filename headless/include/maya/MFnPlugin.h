@@ -16,7 +16,7 @@ public:
 
     MFnPlugin() = default;
     MFnPlugin(MObject& plugin, const char* vendor = "Unknown", const char* version = "Unknown",
-              const char* requiredApiVersion = "Any", MStatus* status = 0L);
+              const char* requiredApiVersion = "Any", MStatus* status = nullptr);
     MFn::Type type() const override { return MFn::kPlugin; }
 
     MString name(MStatus* status = nullptr) const;
