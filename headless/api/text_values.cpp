@@ -1,5 +1,6 @@
 // MStatus and MString.
 #include "headless/api/access.h"
+#include "support/text/unicode.h"
 
 #include <maya/MStringArray.h>
 
@@ -82,20 +83,7 @@ T clamped(double value) {
 MString::MString(const char* text, int length) : text_(text && length > 0 ? std::string(text, length) : "") {}
 
 MString::MString(const wchar_t* text) {
-    for (; text && *text; ++text) { // as UTF-8
-        const auto c = static_cast<char32_t>(*text);
-        if (c < 0x80) {
-            text_ += static_cast<char>(c);
-        } else if (c < 0x800) {
-            text_ += {static_cast<char>(0xC0 | (c >> 6)), static_cast<char>(0x80 | (c & 0x3F))};
-        } else if (c < 0x10000) {
-            text_ += {static_cast<char>(0xE0 | (c >> 12)), static_cast<char>(0x80 | ((c >> 6) & 0x3F)),
-                      static_cast<char>(0x80 | (c & 0x3F))};
-        } else {
-            text_ += {static_cast<char>(0xF0 | ((c >> 18) & 7)), static_cast<char>(0x80 | ((c >> 12) & 0x3F)),
-                      static_cast<char>(0x80 | ((c >> 6) & 0x3F)), static_cast<char>(0x80 | (c & 0x3F))};
-        }
-    }
+    for (; text && *text; ++text) VOR2_LOADER::append_utf8(text_, static_cast<char32_t>(*text));
 }
 
 MString& MString::operator+=(const MString& other) {
