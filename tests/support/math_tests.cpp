@@ -61,6 +61,20 @@ TEST(quaternion, product_applies_the_right_one_first) {
     EXPECT_NEAR(turned.z, 1, 1e-6) << "about z first takes x to y, then about x takes y to z";
 }
 
+TEST(vectors, work_component_by_component) {
+    VECTOR_4 v{1, -2, 3, -4};
+    v += {1, 2, 3, 4};
+    EXPECT_EQ(v, VECTOR_4(2, 0, 6, 0));
+    v -= {0, 1, 2, 3};
+    v *= 2;
+    EXPECT_EQ(v, VECTOR_4(4, -2, 8, -6));
+    EXPECT_EQ(-v, VECTOR_4(-4, 2, -8, 6));
+    EXPECT_EQ((v + VECTOR_4(1, 1, 1, 1)) - v * 0.5F, VECTOR_4(3, 0, 5, -2));
+    EXPECT_FALSE(v == VECTOR_4(4, -2, 8, 6));
+    EXPECT_EQ(-VECTOR_2(1, -2), VECTOR_2(-1, 2));
+    EXPECT_EQ(VECTOR_3(0.1, 1.0, 2.0), VECTOR_3(0.1F, 1.0F, 2.0F)) << "a host's numbers are narrowed";
+}
+
 TEST(matrix, euler_angles_and_composition) {
     const f32 x = 0.3F, y = -0.7F, z = 1.1F;
     const MATRIX_3X4 rx = MATRIX_3X4::from_euler(x, 0, 0), ry = MATRIX_3X4::from_euler(0, y, 0),

@@ -9,6 +9,7 @@
 #include <ctime>
 #include <filesystem>
 #include <random>
+#include <thread>
 
 namespace VOR2_LOADER {
 namespace {
@@ -126,6 +127,17 @@ TEST_F(PLATFORM, the_clock_is_universal_and_the_account_fits) {
     EXPECT_EQ(platform::account_name(account->size() + 1), account);
     EXPECT_FALSE(platform::account_name(account->size()));
 }
+
+#ifndef _WIN32
+TEST_F(PLATFORM, a_program_is_started_with_its_one_argument) {
+    const fs::path made = folder / "two words";
+    platform::start_program("touch", made.c_str());
+    platform::start_program("no such program", "x");
+    for (int tries = 0; tries < 1000 && !fs::exists(made); ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    EXPECT_TRUE(fs::exists(made));
+}
+#endif
 
 } // namespace
 } // namespace VOR2_LOADER

@@ -26,6 +26,8 @@ TEST(text_helpers, widths_and_searches) {
     for (int i = 1; i < 256; ++i) all.push_back(static_cast<char>(i));
     EXPECT_EQ(narrow(widen(all).view()).view(), all);
     EXPECT_EQ(narrow(std::u16string_view(u"\u0141")).view(), "A") << "the high byte goes";
+    EXPECT_EQ(widen("hips_L", 2, 3).view(), u"ps_");
+    EXPECT_EQ(narrow(u"hips_L", 4, 2).view(), "_L");
     EXPECT_EQ(find_last(u"a:b:c", u":"), 3);
     EXPECT_EQ(find_last("abcabc", "bc"), 4);
     EXPECT_EQ(find_last(u"abc", u"x"), -1);
@@ -37,6 +39,9 @@ TEST(text_helpers, widths_and_searches) {
     NARROW_TEXT mixed("aZ\xC4");
     EXPECT_EQ(to_upper(mixed).view(), "AZ\xC4") << "ASCII letters alone";
     EXPECT_EQ(to_lower(mixed).view(), "az\xC4");
+    TEXT wide(u"aZ\u00c4\u0161");
+    EXPECT_EQ(to_upper(wide).view(), u"AZ\u00c4\u0161");
+    EXPECT_EQ(to_lower(wide).view(), u"az\u00c4\u0161");
     EXPECT_EQ(join(TEXT(u"a"), TEXT(u"b")).view(), u"ab");
     EXPECT_FALSE(equals(TEXT(u"a"), TEXT(u"A")));
 }

@@ -220,6 +220,23 @@ TEST(anim_mesh, each_track_follows_the_clock_by_itself_and_may_be_absent) {
     seen.get_uv(0, uv);
     seen.get_normal(normal);
     EXPECT_EQ(uv, normal) << "what is absent leaves its argument";
+    VOR2_COLOUR colour(0.25F, 0.5F, 0.75F, 1);
+    seen.get_colour(colour);
+    EXPECT_EQ(colour, VOR2_COLOUR(0.25F, 0.5F, 0.75F, 1));
+    vertex->colour_track = make_owned<VOR2_ANIMATABLE_COLOUR_LINEAR>();
+    vertex->colour_track->add_key({1, 0, 0, 1}, 0);
+    vertex->binormal_tangent_tracks.push_back(make_owned<VOR2_ANIMATABLE_BINORMAL_TANGENT_LINEAR>());
+    vertex->binormal_tangent_tracks[0]->add_key({{0, 1, 0}, {0, 0, 1}}, 0);
+    const OWNED<VOR2_VERT> copy = seen.clone();
+    vertex->colour_track->add_key({0, 1, 0, 1}, 1);
+    vertex->colour_track->set_time(1);
+    copy->get_colour(colour);
+    EXPECT_EQ(colour, VOR2_COLOUR(1, 0, 0, 1)) << "a clone has tracks of its own";
+    copy->get_binormal_tangent_count(count);
+    ASSERT_EQ(count, 1U);
+    VOR2_BINORMAL_TANGENT frame;
+    copy->get_binormal_tangent(0, frame);
+    EXPECT_EQ(frame, VOR2_BINORMAL_TANGENT({0, 1, 0}, {0, 0, 1}));
     EXPECT_TRUE(mesh == VOR2_ANIM_MESH(mesh));
     EXPECT_FALSE(*vertex == *second);
 }
@@ -237,6 +254,25 @@ TEST(rigid_mesh, triangles_gather_by_material_and_share_no_vertex) {
     EXPECT_EQ(mesh.sub_objects[0].triangles[1], VOR2_CARD32_TRIPLE(6, 7, 8));
     EXPECT_EQ(mesh.sub_objects[1].triangles[0], VOR2_CARD32_TRIPLE(3, 4, 5));
     EXPECT_EQ(mesh.vertices[3].position.x, 2);
+
+    const VOR2_VERT& seen = mesh.vertices[3];
+    mesh.vertices[3].uvs.push_back({0.25F, 0.5F, 0});
+    mesh.vertices[3].binormal_tangents.push_back({{0, 1, 0}, {0, 0, 1}});
+    const OWNED<VOR2_VERT> copy = seen.clone();
+    mesh.vertices[3].uvs[0].x = 1;
+    u32 uvs = 0, frames = 0;
+    copy->get_uv_count(uvs);
+    copy->get_binormal_tangent_count(frames);
+    ASSERT_TRUE(uvs == 1 && frames == 1);
+    VECTOR_3 uv{};
+    VOR2_BINORMAL_TANGENT frame;
+    VOR2_COLOUR colour;
+    copy->get_uv(0, uv);
+    copy->get_binormal_tangent(0, frame);
+    copy->get_colour(colour);
+    EXPECT_EQ(uv, VECTOR_3(0.25F, 0.5F, 0.0F));
+    EXPECT_EQ(frame.tangent, VECTOR_3(0.0F, 0.0F, 1.0F));
+    EXPECT_EQ(colour, mesh.vertices[3].colour);
 
     VOR2_RIGID same = mesh;
     EXPECT_TRUE(same == mesh);

@@ -57,6 +57,12 @@ TEST(splines, positions_and_tangents_follow_the_formula) {
     EXPECT_EQ(line.tangent_at(found, 0.5F), VECTOR_3(1.0F, 0.0F, 0.0F));
     EXPECT_EQ(line.position_at(found, 2), VECTOR_3(4.0F, 0.0F, 0.0F)) << "beyond the end it goes on";
     EXPECT_EQ(line.position_at(found, -1), VECTOR_3(-2.0F, 0.0F, 0.0F));
+    spline = line;
+    const VOR2_RIGID_BEZIER_SPLINE& itself = spline;
+    spline = itself;
+    EXPECT_EQ(spline.position_at(found, 2), VECTOR_3(4.0F, 0.0F, 0.0F)) << "its curves look at points of its own";
+    const VOR2_RIGID_BEZIER_SPLINE moved = std::move(spline);
+    EXPECT_EQ(moved.position_at(found, 0.5F), VECTOR_3(1.0F, 0.0F, 0.0F));
 }
 
 TEST(splines, what_cant_be_evaluated_gives_zero) {
@@ -97,7 +103,10 @@ TEST(splines, moving_ones_follow_the_clock_and_copies_have_their_own) {
     EXPECT_EQ(object.box_track->cursor_fraction(), 0);
     EXPECT_EQ(copy.anim_splines[0].position_at(found, 1), ZERO);
     copy = object;
+    VOR2_ANIM_BEZIER_SPLINE alone;
+    alone = object.anim_splines[0];
     object.set_time(1);
+    EXPECT_EQ(alone.position_at(found, 1), VECTOR_3(4.0F, 0.0F, 0.0F));
     EXPECT_EQ(copy.anim_splines[0].position_at(found, 1), VECTOR_3(4.0F, 0.0F, 0.0F));
     for (int i = 0; i < 20; ++i) object.anim_splines.emplace_back();
     EXPECT_EQ(object.anim_splines[0].position_at(found, 1), VECTOR_3(8.0F, 0.0F, 0.0F)) << "moved, not cut off";

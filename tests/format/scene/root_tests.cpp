@@ -44,9 +44,22 @@ TEST(root, full_scene_survives_saving_copying_and_loading) {
     EXPECT_EQ(saved_scene(loaded), bytes);
     const VOR2 copy(loaded);
     EXPECT_EQ(copy.matrix_hierarchy.nodes[1].parent_matrix, &copy.matrix_hierarchy.nodes[0].world_matrix);
+    VOR2 moved(std::move(loaded));
+    loaded = std::move(moved);
+    EXPECT_EQ(loaded.matrix_hierarchy.nodes[1].parent_matrix, &loaded.matrix_hierarchy.nodes[0].world_matrix);
+    EXPECT_EQ(saved_scene(loaded), bytes);
     loaded.clear();
     EXPECT_EQ(loaded.ambient_light, nullptr);
     EXPECT_EQ(saved_scene(copy), bytes);
+}
+
+TEST(root, instances_are_made_by_chunk_and_equal_their_own_kind_alone) {
+    const OWNED<VOR2_INSTANCE> plain = VOR2_INSTANCE::make_of_chunk(VOR2_INSTANCE::CHUNK_ID);
+    const OWNED<VOR2_INSTANCE> geometry = VOR2_INSTANCE::make_of_chunk(VOR2_GEOM_INSTANCE::CHUNK_ID);
+    ASSERT_TRUE(plain && geometry);
+    EXPECT_TRUE(plain->equals(*plain->clone()) && geometry->equals(*geometry->clone()));
+    EXPECT_FALSE(plain->equals(*geometry) || geometry->equals(*plain));
+    EXPECT_EQ(VOR2_INSTANCE::make_of_chunk(VOR2_INF::CHUNK_ID), nullptr);
 }
 
 TEST(root, chunks_come_in_any_order_and_number) {

@@ -16,6 +16,11 @@ auto value_at(TRACK& track, f32 time) {
     return track.value(value);
 }
 
+f32 value_of(VOR2_ANIMATABLE_FLOAT32& track, f32 time) {
+    track.set_time(time);
+    return track.value();
+}
+
 constexpr f32 HALF_ROOT = 0.70710678F;
 
 void expect_quaternion(const QUATERNION& q, f32 x, f32 y, f32 z, f32 w) {
@@ -78,11 +83,33 @@ TEST(linear_track, each_kind_has_its_own_arithmetic) {
     range.add_key({0, 10}, 0);
     range.add_key({2, 20}, 1);
     EXPECT_EQ(value_at(range, 0.5F), VOR2_FLOAT32_RANGE(1, 15));
+    range.add({1, 2}).subtract({5, -3});
+    EXPECT_EQ(range.key_values()[1], VOR2_FLOAT32_RANGE(-2, 25)) << "end from end";
+
+    VOR2_ANIMATABLE_FLOAT32_LINEAR number;
+    number.add_key(3, 0);
+    number.add_key(-1, 2);
+    number.add(5).multiply(3).subtract(4).divide(2);
+    EXPECT_EQ(number.key_values()[0], 10);
+    EXPECT_EQ(value_of(number, 1.5F), 5.5F);
+
+    VOR2_ANIMATABLE_VECTOR_2_LINEAR flat;
+    flat.add_key({1, 2}, 0);
+    flat.subtract({3, 1}).multiply(2);
+    EXPECT_EQ(flat.key_values()[0], VECTOR_2(-4, 2));
+
+    VOR2_ANIMATABLE_VECTOR_4_LINEAR four;
+    four.add_key({1, 2, 3, 4}, 0);
+    four.add_key({5, 4, 3, 2}, 1);
+    four.add({0, 1, 2, 3}).subtract({1, 1, 1, 1}).divide(0.5F);
+    EXPECT_EQ(value_at(four, 0.25F), VECTOR_4(2, 5, 8, 11));
 
     VOR2_ANIMATABLE_RECTF_LINEAR rectangle;
     rectangle.add_key(VOR2_RECTF(), 0);
     rectangle.add_key({2, 2, 3, 5}, 1);
     EXPECT_EQ(value_at(rectangle, 0.5F), VOR2_RECTF(1, 1, 2, 3));
+    rectangle.subtract({1, 0, 0, 2});
+    EXPECT_EQ(rectangle.key_values()[1], VOR2_RECTF(1, 2, 3, 3));
 
     VOR2_ANIMATABLE_BINORMAL_TANGENT_LINEAR frame;
     frame.add_key({{1, 0, 0}, {0, 0, 1}}, 0);
