@@ -1,6 +1,10 @@
 #include "format/geometry/tri_clipper.h"
 
+#include "support/platform/thread_pointer.h"
+
 #include <algorithm>
+#include <memory>
+#include <new>
 
 namespace VOR2_LOADER {
 namespace {
@@ -181,8 +185,11 @@ bool CLIPPER::pass(const EDGE& edge) {
 }
 
 CLIPPER& thread_clipper() {
-    static thread_local CLIPPER clipper;
-    return clipper;
+    static platform::THREAD_POINTER own([](void* clipper) { delete static_cast<CLIPPER*>(clipper); });
+    if (void* clipper = own.get(); clipper != nullptr) return *static_cast<CLIPPER*>(clipper);
+    auto clipper = std::make_unique<CLIPPER>();
+    if (!own.set(clipper.get())) throw std::bad_alloc();
+    return *clipper.release();
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "support/platform/hooks.h"
 #include "support/platform/platform.h"
+#include "support/platform/thread_pointer.h"
 #include "support/text/unicode.h"
 
 #include <cerrno>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <pwd.h>
 #include <spawn.h>
 #include <sys/mman.h>
@@ -174,6 +176,23 @@ void start_program(const char* program, const char* argument) {
     char* const arguments[] = {const_cast<char*>(program), const_cast<char*>(argument), nullptr};
     pid_t child = 0;
     posix_spawnp(&child, program, nullptr, nullptr, arguments, environ);
+}
+
+THREAD_POINTER::THREAD_POINTER(DESTROY destroy) noexcept
+    : my_destroy(destroy), my_key_is_made(pthread_key_create(&my_key, destroy) == 0) {}
+
+THREAD_POINTER::~THREAD_POINTER() {
+    if (!my_key_is_made) return;
+    if (void* object = get(); object != nullptr) my_destroy(object);
+    pthread_key_delete(my_key);
+}
+
+void* THREAD_POINTER::get() const noexcept {
+    return my_key_is_made ? pthread_getspecific(my_key) : nullptr;
+}
+
+bool THREAD_POINTER::set(void* object) noexcept {
+    return my_key_is_made && pthread_setspecific(my_key, object) == 0;
 }
 
 } // namespace VOR2_LOADER::platform

@@ -1,5 +1,6 @@
 #include "support/platform/hooks.h"
 #include "support/platform/platform.h"
+#include "support/platform/thread_pointer.h"
 #include "support/platform/windows_headers.h"
 #include "support/text/unicode.h"
 
@@ -192,6 +193,21 @@ void start_program(const char* program, const char* argument) {
     const intptr_t child = _spawnlp(_P_NOWAIT, program, quoted(program).c_str(), quoted(argument).c_str(),
                                     static_cast<const char*>(nullptr));
     if (child != -1) CloseHandle(reinterpret_cast<HANDLE>(child)); // NOLINT(performance-no-int-to-ptr)
+}
+
+THREAD_POINTER::THREAD_POINTER(DESTROY destroy) noexcept
+    : my_key(FlsAlloc(destroy)), my_destroy(destroy), my_key_is_made(my_key != FLS_OUT_OF_INDEXES) {}
+
+THREAD_POINTER::~THREAD_POINTER() {
+    if (my_key_is_made) FlsFree(my_key); // with the objects of all threads
+}
+
+void* THREAD_POINTER::get() const noexcept {
+    return my_key_is_made ? FlsGetValue(my_key) : nullptr;
+}
+
+bool THREAD_POINTER::set(void* object) noexcept {
+    return my_key_is_made && FlsSetValue(my_key, object) != 0;
 }
 
 } // namespace VOR2_LOADER::platform

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -24,10 +25,10 @@ inline TEXT library_name(const std::string& path) {
     return TEXT(name);
 }
 
-/// A place in the folder for temporary files that nobody uses; test programs run side by side.
+/// A place in the folder for temporary files that nobody uses; test programs and threads run side by side.
 inline std::filesystem::path fresh_path(const std::string& ending) {
     static const unsigned run = std::random_device()();
-    static int count = 0;
+    static std::atomic<int> count = 0;
     return std::filesystem::temp_directory_path() /
            ("vor2_test_" + std::to_string(run) + "_" + std::to_string(count++) + ending);
 }

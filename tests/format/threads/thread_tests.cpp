@@ -3,7 +3,6 @@
 #include "format/geometry/scene_check.h"
 #include "tests/format/every_record.h"
 
-#include <random>
 #include <thread>
 
 namespace VOR2_LOADER {
@@ -11,18 +10,12 @@ namespace {
 
 constexpr u32 THREADS = 4;
 
-/// The file that a thread's roots are saved to; no two threads have one in common.
-std::vector<u8> saved_by(u32 thread, const VOR2& root) {
-    static const unsigned run = std::random_device()();
-    const std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                       ("vor2_thread_" + std::to_string(run) + "_" + std::to_string(thread) + ".vr2");
-    EXPECT_TRUE(root.save(library_name(path.string())));
-    VOR2 again;
-    EXPECT_TRUE(again.load(library_name(path.string()), false));
-    std::ifstream file(path, std::ios::binary);
-    const std::vector<u8> bytes{std::istreambuf_iterator<char>(file), {}};
-    std::filesystem::remove(path);
-    return bytes;
+/// The file that a root is saved to and loads from again.
+std::vector<u8> saved_and_loaded(const VOR2& root) {
+    const TEMPORARY_FILE file;
+    EXPECT_TRUE(root.save(file.name()));
+    EXPECT_TRUE(VOR2().load(file.name(), false));
+    return file.read();
 }
 
 /// A scene with every record and two meshes to be skinned, as bytes.
@@ -76,7 +69,7 @@ RESULT work(const std::vector<u8>& bytes, u32 place) {
     NARROW_TEXT report;
     check_scene(scene, report, false, nullptr, false, [](VECTOR_3 position) { return position; });
     result.report = report.view();
-    result.saved = saved_by(place, scene);
+    result.saved = saved_and_loaded(scene);
     EXPECT_FALSE(VOR2().load(TEXT(u"/nowhere/at/all.vr2"), false));
     return result;
 }
@@ -102,7 +95,7 @@ TEST(threads, one_root_is_read_by_many) {
     for (u32 i = 0; i < THREADS; ++i) {
         threads.emplace_back([&, i] {
             const VOR2 copy(shared);
-            saved[i] = saved_by(i, i % 2 == 0 ? copy : shared);
+            saved[i] = saved_and_loaded(i % 2 == 0 ? copy : shared);
         });
     }
     for (std::thread& thread : threads) thread.join();
