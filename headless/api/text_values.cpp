@@ -61,11 +61,16 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
+// From where a number may begin: a plus is one sign, and no other stands behind it.
+std::string_view number_at_front(std::string_view text) {
+    text = trimmed(text);
+    return text.starts_with('+') && !text.starts_with("+-") ? text.substr(1) : text;
+}
+
 // Whether the whole of the text is one number of that kind.
 template<typename T>
 bool is_all(const std::string& whole) {
-    std::string_view text = trimmed(whole);
-    if (text.starts_with('+')) text.remove_prefix(1);
+    const std::string_view text = number_at_front(whole);
     T value{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return !text.empty() && error == std::errc() && end == text.data() + text.size();
@@ -83,7 +88,13 @@ T clamped(double value) {
 MString::MString(const char* text, int length) : text_(text && length > 0 ? std::string(text, length) : "") {}
 
 MString::MString(const wchar_t* text) {
-    for (; text && *text; ++text) VOR2_LOADER::append_utf8(text_, static_cast<char32_t>(*text));
+    if (!text) return;
+    const std::wstring_view letters(text);
+    if constexpr (sizeof(wchar_t) == sizeof(char16_t)) {
+        text_ = VOR2_LOADER::to_utf8(std::u16string(letters.begin(), letters.end())); // some letters take two
+    } else {
+        for (const wchar_t letter : letters) VOR2_LOADER::append_utf8(text_, static_cast<char32_t>(letter));
+    }
 }
 
 MString& MString::operator+=(const MString& other) {
@@ -134,8 +145,7 @@ bool MString::isDouble() const {
 }
 
 double MString::asDouble() const {
-    std::string_view text = trimmed(text_);
-    if (text.starts_with('+')) text.remove_prefix(1);
+    const std::string_view text = number_at_front(text_);
     double value = 0.0;
     std::from_chars(text.data(), text.data() + text.size(), value);
     return value;

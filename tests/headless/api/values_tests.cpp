@@ -1,18 +1,15 @@
 #include "tests/headless/api/api_test.h"
 
-#include <maya/MArgList.h>
-#include <maya/MEulerRotation.h>
+#include <maya/MAngle.h>
+#include <maya/MDistance.h>
 #include <maya/MIntArray.h>
-#include <maya/MPoint.h>
-#include <maya/MQuaternion.h>
 #include <maya/MStringArray.h>
-#include <maya/MTransformationMatrix.h>
+#include <maya/MTime.h>
 
 #include <numbers>
+#include <sstream>
 
 namespace {
-
-constexpr double quarter = std::numbers::pi / 2;
 
 TEST(Strings, behave_like_the_hosts) {
     MString text("ab:cd:e");
@@ -38,6 +35,41 @@ TEST(Strings, behave_like_the_hosts) {
     EXPECT_EQ(MString(L"\u00e4\u20ac").numChars(), 2u);
 }
 
+TEST(Strings, tell_numbers_from_words_and_keep_them_in_range) {
+    EXPECT_TRUE(MString("32767").isShort());
+    EXPECT_FALSE(MString("32768").isShort());
+    EXPECT_TRUE(MString("4000000000").isUnsigned());
+    EXPECT_FALSE(MString("-1").isUnsigned());
+    EXPECT_TRUE(MString("+7").isInt());
+    EXPECT_FALSE(MString("+-7").isInt());
+    EXPECT_FALSE(MString("").isInt());
+    EXPECT_EQ(MString("+-7").asInt(), 0);
+    EXPECT_EQ(MString("40000").asShort(), 32767);
+    EXPECT_EQ(MString("-3.9").asShort(), -3);
+    EXPECT_EQ(MString("4294967295").asUnsigned(), 4294967295u);
+    EXPECT_EQ(MString("-5").asUnsigned(), 0u);
+}
+
+TEST(Strings, take_numbers_and_letters_of_any_width) {
+    MString text;
+    text.set(0.1);
+    EXPECT_EQ(text, "0.1");
+    text.set(2.0 / 3.0, 3);
+    EXPECT_EQ(text, "0.667");
+    text.set("aZ-\xc3\xa9");
+    EXPECT_EQ(text.toUpperCase(), "AZ-\xc3\xa9"); // the letters of ASCII alone
+    text.set(static_cast<const char*>(nullptr));
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(MString("a") + 0.1f, "a0.1"); // no digits beyond those of single precision
+    int length = 0;
+    EXPECT_EQ(MString("a\0b", 3).asChar(length)[2], 'b');
+    EXPECT_EQ(length, 3);
+    EXPECT_EQ(MString(L"\U0001F600"), "\xF0\x9F\x98\x80"); // whether wide letters are of two bytes or of four
+    std::ostringstream out;
+    out << MString("x y") << MStatus(MStatus::kNotFound);
+    EXPECT_EQ(out.str(), "x y(kNotFound): Item not found");
+}
+
 TEST(Arrays, stay_safe_past_their_ends) {
     MIntArray list(2, 7);
     list.append(8);
@@ -51,6 +83,10 @@ TEST(Arrays, stay_safe_past_their_ends) {
     EXPECT_FALSE(list.insert(1, 6));
     EXPECT_FALSE(list.remove(5));
     EXPECT_FALSE(list.set(1, 5));
+    EXPECT_TRUE(list.set(6, 4));
+    EXPECT_TRUE(list.remove(0));
+    EXPECT_EQ(list[3], 6);
+    EXPECT_EQ(list.length(), 4u);
 }
 
 TEST(Status, is_true_for_success_and_says_why_otherwise) {
@@ -58,61 +94,22 @@ TEST(Status, is_true_for_success_and_says_why_otherwise) {
     EXPECT_FALSE(MStatus(MStatus::kFailure));
     EXPECT_EQ(static_cast<int>(MStatus::kInvalidParameter), 3);
     EXPECT_EQ(MStatus(MStatus::kFailure).errorString(), "(kFailure): Unexpected Internal Failure");
-}
-
-TEST(Matrices, act_on_rows_from_the_left_and_convert_to_single_precision) {
-    MMatrix move, turn;
-    move[3][0] = 5;
-    turn = MQuaternion(quarter, MVector::kZaxis).asMatrix(); // x to y
-    const MPoint moved_then_turned = MPoint(0, 0, 0) * (move * turn);
-    EXPECT_NEAR(moved_then_turned.y, 5, 1e-15);
-    EXPECT_EQ(MVector(1, 2, 3) * move, MVector(1, 2, 3));
-    float single[4][4];
-    turn.get(single);
-    EXPECT_EQ(single[0][1], 1.0f);
-    EXPECT_TRUE((move * move.inverse()).isEquivalent(MMatrix::identity));
-    EXPECT_EQ(turn.transpose()(1, 0), turn(0, 1));
-    EXPECT_NEAR((turn * 2.0).det3x3(), 8.0, 1e-14);
-}
-
-TEST(Rotations, quaternions_and_angles_agree) {
-    const MQuaternion q = MQuaternion(quarter, MVector::kXaxis) * MQuaternion(quarter, MVector::kYaxis);
-    const MEulerRotation e(quarter, quarter, 0);
-    EXPECT_TRUE(q.asMatrix().isEquivalent(e.asMatrix(), 1e-15));
-    EXPECT_TRUE(e.reorder(MEulerRotation::kZXY).asMatrix().isEquivalent(e.asMatrix(), 1e-15));
-    EXPECT_TRUE(MVector::yAxis.rotateBy(q).isEquivalent(MVector::xAxis, 1e-15)); // y to z to x
-    const MQuaternion opposite(MVector::xAxis, MVector::xNegAxis);
-    EXPECT_TRUE(MVector::xAxis.rotateBy(opposite).isEquivalent(MVector::xNegAxis, 1e-15));
-    const MQuaternion half = slerp(MQuaternion(), -MQuaternion(1.0, MVector::kZaxis), 0.5);
-    EXPECT_TRUE(half.isEquivalent(MQuaternion(0.5, MVector::kZaxis), 1e-15));
-    EXPECT_NEAR(MVector(1, 0, 0).angle(MVector(1, 1e-9, 0)), 1e-9, 1e-20);
-}
-
-TEST(Transformations, made_from_a_matrix_give_it_back_bit_by_bit) {
-    MMatrix m = MEulerRotation(0.1, 0.2, 0.3).asMatrix();
-    m[0][0] = 2.54;
-    m[3][1] = 0.1;
-    EXPECT_EQ(MTransformationMatrix(m).asMatrix(), m);
-}
-
-TEST(Transformations, come_apart_and_change_by_part) {
-    MTransformationMatrix t;
-    const double scale[3] = {2, 3, 4}, angles[3] = {0.5, -0.25, 1};
-    t.setScale(scale, MSpace::kTransform);
-    t.setRotation(angles, MTransformationMatrix::kZYX);
-    t.setTranslation({1, 2, 3}, MSpace::kTransform);
-    const MMatrix whole = t.asMatrix();
-    MTransformationMatrix u(whole);
-    double got[3];
-    u.getScale(got, MSpace::kTransform);
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(got[i], scale[i], 1e-14);
-    EXPECT_TRUE(u.rotation().asMatrix().isEquivalent(MEulerRotation(angles, MEulerRotation::kZYX).asMatrix(), 1e-14));
-    EXPECT_EQ(u.getTranslation(MSpace::kTransform), MVector(1, 2, 3));
-    u.setRotatePivot({5, 6, 7}, MSpace::kTransform, true);
-    u.setScalePivot({-1, 0, 2}, MSpace::kTransform, true);
-    EXPECT_TRUE(u.asMatrix().isEquivalent(whole, 1e-12));
-    u.setRotatePivot({0, 0, 0}, MSpace::kTransform, false);
-    EXPECT_FALSE(u.asMatrix().isEquivalent(whole, 1e-3));
+    const char* const names[] = {"Success",
+                                 "(kFailure): ",
+                                 "(kInsufficientMemory): ",
+                                 "(kInvalidParameter): ",
+                                 "(kLicenseFailure): ",
+                                 "(kUnknownParameter): ",
+                                 "(kNotImplemented): ",
+                                 "(kNotFound): ",
+                                 "(kEndOfFile): "};
+    for (int code = 0; code < 9; ++code) {
+        const MString said = MStatus(static_cast<MStatus::MStatusCode>(code)).errorString();
+        EXPECT_TRUE(std::string(said.asChar()).starts_with(names[code])) << said;
+    }
+    testing::internal::CaptureStderr();
+    MStatus(MStatus::kFailure).perror(MString("reading"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "reading: (kFailure): Unexpected Internal Failure\n");
 }
 
 class Times : public ApiTest {};
@@ -134,6 +131,69 @@ TEST_F(Times, count_in_the_scenes_unit_unless_told_otherwise) {
     EXPECT_NEAR(MTime(30000, MTime::kUserDef).as(MTime::kSeconds), 1001.0, 1e-9);
     EXPECT_TRUE(MTime(1, MTime::kSeconds) == MTime(24, MTime::kFilm));
     EXPECT_TRUE(MTime(1, MTime::kSeconds) > MTime(23, MTime::kFilm));
+}
+
+TEST_F(Times, take_only_units_there_are) {
+    MTime time(2.0, MTime::kSeconds);
+    EXPECT_FALSE(time.setUnit(MTime::kInvalid));
+    EXPECT_FALSE(time.setUnit(MTime::kLast));
+    ASSERT_TRUE(time.setUnit(MTime::kPALFrame)); // the number stays
+    EXPECT_EQ(time.as(MTime::kSeconds), 0.08);
+    std::ostringstream out;
+    out << time;
+    EXPECT_EQ(out.str(), "2");
+}
+
+class Units : public ApiTest {};
+
+TEST_F(Units, of_angles_and_lengths_convert_by_their_sizes) {
+    // What one of each is, in degrees and in centimetres.
+    const std::pair<MAngle::Unit, double> angles[] = {{MAngle::kRadians, 180 / std::numbers::pi},
+                                                      {MAngle::kDegrees, 1},
+                                                      {MAngle::kAngMinutes, 1.0 / 60},
+                                                      {MAngle::kAngSeconds, 1.0 / 3600}};
+    for (const auto& [unit, degrees] : angles) {
+        ASSERT_TRUE(MAngle::setUIUnit(unit));
+        EXPECT_EQ(MAngle::uiUnit(), unit);
+        EXPECT_NEAR(scene().angle_unit.radians, degrees * std::numbers::pi / 180, 1e-15);
+        MAngle angle;
+        EXPECT_EQ(angle.unit(), unit);
+        ASSERT_TRUE(angle.setValue(7200));
+        EXPECT_NEAR(angle.asDegrees(), 7200 * degrees, 1e-9);
+        EXPECT_NEAR(MAngle(degrees, MAngle::kDegrees).as(unit), 1.0, 1e-12);
+    }
+    const std::pair<MDistance::Unit, double> lengths[] = {{MDistance::kInches, 2.54},     {MDistance::kFeet, 30.48},
+                                                          {MDistance::kYards, 91.44},     {MDistance::kMiles, 160934.4},
+                                                          {MDistance::kMillimeters, 0.1}, {MDistance::kCentimeters, 1},
+                                                          {MDistance::kKilometers, 1e5},  {MDistance::kMeters, 100}};
+    for (const auto& [unit, centimetres] : lengths) {
+        ASSERT_TRUE(MDistance::setUIUnit(unit));
+        EXPECT_EQ(MDistance::uiUnit(), unit);
+        EXPECT_EQ(scene().linear_unit.centimetres, centimetres);
+        MDistance length;
+        ASSERT_TRUE(length.setValue(3));
+        EXPECT_DOUBLE_EQ(length.asCentimeters(), 3 * centimetres);
+        EXPECT_DOUBLE_EQ(MDistance(1, MDistance::kMeters).as(unit), 100 / centimetres);
+    }
+}
+
+TEST_F(Units, that_are_none_are_refused_and_change_nothing) {
+    MAngle angle(90, MAngle::kDegrees);
+    MDistance length(1, MDistance::kFeet);
+    for (const MAngle::Unit none : {MAngle::kInvalid, MAngle::kLast}) {
+        EXPECT_EQ(angle.setUnit(none), MStatus::kInvalidParameter);
+        EXPECT_EQ(MAngle::setUIUnit(none), MStatus::kInvalidParameter);
+    }
+    for (const MDistance::Unit none : {MDistance::kInvalid, MDistance::kLast}) {
+        EXPECT_EQ(length.setUnit(none), MStatus::kInvalidParameter);
+        EXPECT_EQ(MDistance::setUIUnit(none), MStatus::kInvalidParameter);
+    }
+    EXPECT_EQ(MAngle::uiUnit(), MAngle::kDegrees);
+    EXPECT_EQ(MDistance::uiUnit(), MDistance::kCentimeters);
+    ASSERT_TRUE(angle.setUnit(MAngle::kAngMinutes)); // the number stays
+    EXPECT_DOUBLE_EQ(angle.asDegrees(), 1.5);
+    ASSERT_TRUE(length.setUnit(MDistance::kInches));
+    EXPECT_EQ(length.asCentimeters(), 2.54);
 }
 
 } // namespace
