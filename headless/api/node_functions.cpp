@@ -26,7 +26,10 @@ MString MFnDependencyNode::uniqueName(MStatus* status) const {
 }
 
 bool MFnDependencyNode::hasUniqueName(MStatus* status) const {
-    return uniqueName(status) == name();
+    MStatus there;
+    const bool unique = uniqueName(&there) == name() && there;
+    put(status, there);
+    return unique;
 }
 
 MString MFnDependencyNode::setName(const MString& name, MStatus* status) {
@@ -101,6 +104,7 @@ MObject MFnDagNode::create(const MString& type, const MString& name, MObject par
     const auto made = Access::scene().create_node(Access::text(type), Access::text(name), above);
     if (!made) return fail(status, MObject());
     attach(Access::object(*made), status);
+    if (object_.isNull()) Access::scene().remove_node(**made); // of a type that isn't of the DAG
     return object_;
 }
 

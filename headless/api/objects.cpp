@@ -32,12 +32,6 @@ MFn::Type MObject::apiType() const {
     return node ? node->type().api_type() : MFn::kInvalid;
 }
 
-const char* MObject::apiTypeStr() const {
-    if (Access::handle(*this) == plugin_handle) return "kPlugin";
-    const Node* node = Access::node(*this);
-    return node ? node->type().name().c_str() : "kInvalid";
-}
-
 unsigned int MObjectHandle::hashCode() const {
     const NodeHandle handle = Access::handle(object_);
     return handle.slot * 2654435761u ^ handle.serial;

@@ -45,19 +45,22 @@ MStatus MSelectionList::clear() {
 
 MStatus MSelectionList::add(const MString& name, const bool searchChildNamespaces) {
     Scene& scene = Access::scene();
-    auto found = scene.resolve(Access::text(name));
-    if (!found && searchChildNamespaces) {
+    const auto found = scene.resolve(Access::text(name));
+    bool any = static_cast<bool>(found);
+    const auto take = [this](const std::vector<SelectionItem>& items) {
+        for (const SelectionItem& item : items) list_->add(item);
+    };
+    if (found) take(*found);
+    if (searchChildNamespaces) {
         // A namespace is any run of names before the last ":".
         for (const std::string& space : scene.namespaces()) {
             const auto there = scene.resolve(space + ":" + Access::text(name));
             if (!there) continue;
-            for (const SelectionItem& item : *there) list_->add(item);
-            found = there;
+            take(*there);
+            any = true;
         }
     }
-    if (!found) return MStatus::kInvalidParameter;
-    for (const SelectionItem& item : *found) list_->add(item);
-    return MStatus::kSuccess;
+    return any ? MStatus::kSuccess : MStatus::kInvalidParameter;
 }
 
 MStatus MSelectionList::add(const MObject& object, const bool) {

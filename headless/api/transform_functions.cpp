@@ -184,14 +184,20 @@ MStatus MFnTransform::setShear(const double shear[3]) {
     return set_triple(object_, ids().shear, {shear[0], shear[1], shear[2]});
 }
 
-MPoint MFnTransform::rotatePivot(MSpace::Space, MStatus* status) const {
-    put(status, Access::node(object_) ? MStatus::kSuccess : MStatus::kFailure);
-    return MPoint(vector(triple_of(object_, ids().rotate_pivot)));
+// In the world: where the point stands that turning leaves alone. Its own scale comes before it, so it doesn't count.
+MPoint MFnTransform::rotatePivot(MSpace::Space space, MStatus* status) const {
+    if (!Access::node(object_)) return fail(status, MPoint());
+    const Vector3 pivot = triple_of(object_, ids().rotate_pivot);
+    if (space != MSpace::kWorld) return succeed(status, MPoint(vector(pivot)));
+    const Vector3 moves = triple_of(object_, ids().rotate_pivot_translate) + triple_of(object_, ids().translate);
+    return succeed(status, MPoint(vector(pivot + moves)) * dagPath().exclusiveMatrix());
 }
 
-MPoint MFnTransform::scalePivot(MSpace::Space, MStatus* status) const {
-    put(status, Access::node(object_) ? MStatus::kSuccess : MStatus::kFailure);
-    return MPoint(vector(triple_of(object_, ids().scale_pivot)));
+// In the world: the point that scaling leaves alone goes through the matrix like any other.
+MPoint MFnTransform::scalePivot(MSpace::Space space, MStatus* status) const {
+    if (!Access::node(object_)) return fail(status, MPoint());
+    const MPoint pivot(vector(triple_of(object_, ids().scale_pivot)));
+    return succeed(status, space == MSpace::kWorld ? pivot * dagPath().inclusiveMatrix() : pivot);
 }
 
 MObject MFnIkJoint::create(MObject parent, MStatus* status) {

@@ -19,6 +19,7 @@ public:
     MStatus setObject(const MObject& object) override;
     virtual MStatus setObject(const MDagPath& path);
 
+    /// Makes a node under a parent, or under the world; nothing of a type that isn't of the DAG.
     MObject create(const MString& type, MObject parent = MObject::kNullObj, MStatus* status = nullptr);
     MObject create(const MString& type, const MString& name, MObject parent = MObject::kNullObj,
                    MStatus* status = nullptr);

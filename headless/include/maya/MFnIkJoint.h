@@ -17,5 +17,6 @@ public:
     MStatus setOrientation(const MQuaternion& orientation);
     MStatus getOrientation(MEulerRotation& orientation) const;
     MStatus setOrientation(const MEulerRotation& orientation);
+    /// What it makes up for of its parent's scale; 1 where it makes up for none.
     MStatus getSegmentScale(double scale[3]) const;
 };

@@ -41,7 +41,7 @@ public:
 
     bool isConnected(MStatus* status = nullptr) const;
     bool connectedTo(MPlugArray& plugs, bool asDestination, bool asSource, MStatus* status = nullptr) const;
-    bool isLocked(MStatus* status = nullptr) const;
+    bool isLocked(MStatus* status = nullptr) const; ///< of itself, or as part of one that is
     MStatus setLocked(bool locked);
     bool isKeyable(MStatus* status = nullptr) const;
     MStatus setKeyable(bool keyable);

@@ -27,7 +27,7 @@ public:
     unsigned int length(MStatus* status = nullptr) const;
     bool isEmpty(MStatus* status = nullptr) const { return length(status) == 0; }
     MStatus clear();
-    /// By name or path, with wildcards. `searchChildNamespaces` finds a bare name in every namespace.
+    /// By name or path, with wildcards. `searchChildNamespaces` finds it in every namespace too.
     MStatus add(const MString& name, const bool searchChildNamespaces = false);
     MStatus add(const MObject& node, const bool mergeWithExisting = false);
     MStatus add(const MDagPath& path, const MObject& component = MObject::kNullObj,

@@ -4,6 +4,7 @@
 #include <maya/MPlugArray.h>
 
 #include <limits>
+#include <sstream>
 
 namespace {
 
@@ -75,6 +76,70 @@ TEST_F(Plugs, know_their_connections_and_locks) {
     EXPECT_FALSE(tz.setValue(1.0));
     EXPECT_EQ(messages.back(),
               "E: The attribute 'a.translate.translateZ' is locked or connected and cannot be modified");
+}
+
+TEST_F(Plugs, read_and_write_numbers_of_every_kind) {
+    MFnDependencyNode fn(make("joint", "j"));
+    MPlug tx = fn.findPlug("tx"), order = fn.findPlug("ro"), kind = fn.findPlug("otp"), shown = fn.findPlug("v");
+    EXPECT_TRUE(tx.setValue(0.1f));
+    EXPECT_EQ(tx.asFloat(), 0.1f);
+    EXPECT_TRUE(tx.setValue(40000));
+    EXPECT_EQ(tx.asShort(), 32767); // the nearest there is
+    EXPECT_EQ(tx.asMDistance().asMeters(), 400.0);
+    EXPECT_TRUE(order.setValue(static_cast<short>(3)));
+    EXPECT_EQ(order.asShort(), 3);
+    bool truth = true;
+    int whole = 0;
+    float single = 0;
+    double number = 0;
+    MString word;
+    MTime time;
+    shown.setValue(false);
+    kind.setValue("hand");
+    MAnimControl::setCurrentTime(MTime(12, MTime::kFilm));
+    EXPECT_TRUE(shown.getValue(truth));
+    EXPECT_TRUE(order.getValue(whole));
+    EXPECT_TRUE(tx.getValue(single));
+    EXPECT_TRUE(tx.getValue(number));
+    EXPECT_TRUE(kind.getValue(word));
+    EXPECT_TRUE(MFnDependencyNode(node("time1")).findPlug("outTime").getValue(time));
+    EXPECT_FALSE(truth);
+    EXPECT_EQ(whole, 3);
+    EXPECT_EQ(single, 40000.0f);
+    EXPECT_EQ(number, 40000.0);
+    EXPECT_EQ(word, "hand");
+    EXPECT_EQ(time.as(MTime::kSeconds), 0.5);
+    const MPlug none;
+    EXPECT_FALSE(none.getValue(truth) || none.getValue(whole) || none.getValue(single) || none.getValue(number) ||
+                 none.getValue(word) || none.getValue(time));
+    EXPECT_FALSE(MPlug().setValue(1) || MPlug().setKeyable(true) || MPlug().setLocked(true));
+}
+
+TEST_F(Plugs, tell_wholes_from_parts_and_what_may_be_changed) {
+    MFnDependencyNode fn(make("joint", "j"));
+    MPlug whole = fn.findPlug("t"), part = whole.child(1);
+    EXPECT_TRUE(whole.isCompound());
+    EXPECT_FALSE(part.isCompound());
+    EXPECT_TRUE(part.isChild());
+    EXPECT_FALSE(whole.isChild());
+    EXPECT_TRUE(part.isKeyable());
+    EXPECT_TRUE(part.setKeyable(false));
+    EXPECT_FALSE(part.isKeyable());
+    EXPECT_TRUE(whole.child(0).isKeyable());
+    EXPECT_FALSE(part.isLocked());
+    EXPECT_TRUE(whole.setLocked(true));
+    EXPECT_TRUE(part.isLocked()); // as part of what is locked
+    EXPECT_FALSE(part.setValue(1.0));
+    EXPECT_TRUE(whole.setLocked(false));
+    EXPECT_TRUE(part.setLocked(true));
+    EXPECT_FALSE(whole.isLocked()); // its other parts are free
+    EXPECT_FALSE(part.isKeyable()); // each mark on its own
+    MStatus status;
+    EXPECT_FALSE(MPlug().isLocked(&status));
+    EXPECT_FALSE(status);
+    std::ostringstream out;
+    out << part;
+    EXPECT_EQ(out.str(), "j.translate.translateY");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <maya/MPlug.h>
 
 #include <cmath>
+#include <numbers>
 
 namespace {
 
@@ -97,6 +98,102 @@ TEST_F(TransformFunctions, refuse_a_plug_that_another_node_drives) {
     ASSERT_TRUE(scene().connect(*scene().find_plug("a.ry"), *scene().find_plug("b.ry")));
     EXPECT_FALSE(MFnTransform(b).setRotation(MEulerRotation(1, 1, 1)));
     EXPECT_TRUE(MFnTransform(b).setTranslation({1, 1, 1}, MSpace::kTransform));
+}
+
+TEST_F(TransformFunctions, single_values_go_in_and_out_as_they_are) {
+    MFnTransform parent, node;
+    parent.create();
+    parent.setRotation(MEulerRotation(0, 0, std::numbers::pi / 2)); // its x is the world's y, its y the world's -x
+    parent.setTranslation({0, 0, 7}, MSpace::kTransform);
+    const MObject made = node.create(parent.object());
+    EXPECT_EQ(node.fullPathName(), "|transform1|transform2");
+    EXPECT_TRUE(node.translateBy({1, 2, 3}, MSpace::kTransform));
+    EXPECT_TRUE(node.translateBy({1, 0, 0}, MSpace::kWorld));
+    EXPECT_TRUE(node.getTranslation(MSpace::kTransform).isEquivalent({1, 1, 3}, 1e-14));
+    set(made, "ro", 5);
+    EXPECT_EQ(node.rotationOrder(), MTransformationMatrix::kZYX);
+    const double angles[3] = {0.3, -0.4, 0.5}, shear[3] = {2, 3, 4}, scale[3] = {5, 6, -7};
+    EXPECT_TRUE(node.setRotation(angles, MTransformationMatrix::kYXZ));
+    double got[3];
+    MTransformationMatrix::RotationOrder order = MTransformationMatrix::kInvalid;
+    EXPECT_TRUE(node.getRotation(got, order));
+    EXPECT_EQ(order, MTransformationMatrix::kZYX);
+    EXPECT_TRUE(MEulerRotation(got, MEulerRotation::kZYX)
+                    .asMatrix()
+                    .isEquivalent(MEulerRotation(angles, MEulerRotation::kYXZ).asMatrix(), 1e-14));
+    EXPECT_EQ(node.setRotation(angles, MTransformationMatrix::kLast), MStatus::kInvalidParameter);
+    EXPECT_TRUE(node.setShear(shear) && node.setScale(scale));
+    EXPECT_EQ(node.findPlug("shxz").asDouble(), 3.0);
+    EXPECT_EQ(node.findPlug("sz").asDouble(), -7.0);
+    EXPECT_TRUE(node.getShear(got));
+    EXPECT_EQ(MVector(got), MVector(shear));
+    EXPECT_TRUE(node.getScale(got));
+    EXPECT_EQ(MVector(got), MVector(scale));
+}
+
+TEST_F(TransformFunctions, pivots_stand_still_in_the_world_while_their_values_change) {
+    MFnTransform parent(make("transform", "p"));
+    parent.setRotation(MEulerRotation(0, 0, std::numbers::pi / 2));
+    MFnTransform node(make("transform", "t", parent.object()));
+    for (const char* plug : {"rpx", "spy", "rptz", "sptx"}) set(node.object(), plug, 2);
+    EXPECT_EQ(node.rotatePivot(MSpace::kTransform), MPoint(2, 0, 0));
+    EXPECT_EQ(node.scalePivot(MSpace::kTransform), MPoint(0, 2, 0));
+    const double triple[3] = {3, 3, 3};
+    node.setTranslation({1, 0, 0}, MSpace::kTransform);
+    node.setScale(triple);
+    // (2, 0, 0) and the translations (0, 0, 2) and (1, 0, 0), turned by the parent
+    EXPECT_TRUE(node.rotatePivot(MSpace::kWorld).isEquivalent({0, 3, 2}, 1e-14));
+    const MPoint scaled = node.scalePivot(MSpace::kWorld);
+    EXPECT_TRUE(scaled.isEquivalent({-2, 3, 2}, 1e-14)); // (0, 2, 0) + (2, 0, 0) + (0, 0, 2) + (1, 0, 0), turned
+    const double once[3] = {1, 1, 1};
+    node.setScale(once);
+    EXPECT_TRUE(node.scalePivot(MSpace::kWorld).isEquivalent(scaled, 1e-14));
+    node.setRotation(MEulerRotation(1, 2, 3));
+    EXPECT_TRUE(node.rotatePivot(MSpace::kWorld).isEquivalent({0, 3, 2}, 1e-14));
+}
+
+TEST_F(TransformFunctions, joints_have_an_orientation_and_make_up_for_their_parents_scale) {
+    MFnIkJoint parent(make("joint", "p"));
+    const double scale[3] = {2, 3, 4};
+    parent.setScale(scale);
+    MFnIkJoint joint(make("joint", "j", parent.object()));
+    const MEulerRotation zyx(0.3, -0.4, 0.5, MEulerRotation::kZYX);
+    MQuaternion q;
+    MEulerRotation e;
+    EXPECT_TRUE(joint.setOrientation(zyx));
+    EXPECT_TRUE(joint.getOrientation(q));
+    EXPECT_TRUE(q.asMatrix().isEquivalent(zyx.asMatrix(), 1e-14));
+    EXPECT_TRUE(joint.setOrientation(MEulerRotation(0.1, 0.2, 0.3).asQuaternion() * 2.0)); // of any length
+    EXPECT_TRUE(joint.getOrientation(e));
+    EXPECT_TRUE(e.isEquivalent({0.1, 0.2, 0.3}, 1e-14));
+    EXPECT_NEAR(joint.findPlug("joz").asDouble(), 0.3, 1e-14);
+    double got[3];
+    EXPECT_TRUE(joint.getSegmentScale(got));
+    EXPECT_EQ(MVector(got), MVector(scale));
+    EXPECT_TRUE(parent.getSegmentScale(got));
+    EXPECT_EQ(MVector(got), MVector::one);
+}
+
+TEST_F(TransformFunctions, fail_on_a_node_that_is_gone) {
+    MFnIkJoint joint(make("joint", "gone"));
+    session.new_scene();
+    double three[3] = {1, 1, 1};
+    MTransformationMatrix::RotationOrder order = MTransformationMatrix::kXYZ;
+    MQuaternion q;
+    MEulerRotation e;
+    EXPECT_FALSE(joint.getScale(three) || joint.setScale(three) || joint.getShear(three) || joint.setShear(three));
+    EXPECT_FALSE(joint.getRotation(three, order) || joint.getRotation(q) || joint.setRotation(three, order));
+    EXPECT_FALSE(joint.getOrientation(q) || joint.getOrientation(e) || joint.getSegmentScale(three));
+    EXPECT_FALSE(joint.setOrientation(MQuaternion()) || joint.setOrientation(MEulerRotation()));
+    EXPECT_FALSE(joint.translateBy({1, 0, 0}, MSpace::kWorld));
+    MStatus status;
+    EXPECT_EQ(joint.rotationOrder(&status), MTransformationMatrix::kInvalid);
+    EXPECT_FALSE(status);
+    joint.rotatePivot(MSpace::kWorld, &status);
+    EXPECT_FALSE(status);
+    status = MStatus();
+    joint.scalePivot(MSpace::kTransform, &status);
+    EXPECT_FALSE(status);
 }
 
 } // namespace
