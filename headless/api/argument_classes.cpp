@@ -20,7 +20,7 @@ MSyntax& MSyntax::operator=(const MSyntax& other) {
 MStatus MSyntax::addFlag(const char* shortName, const char* longName, MArgType type1, MArgType type2, MArgType type3,
                          MArgType type4, MArgType type5, MArgType type6) {
     const auto bare = [](const char* name) { return std::string(name ? (*name == '-' ? name + 1 : name) : ""); };
-    FlagRule rule{bare(shortName), bare(longName), {}, false, false};
+    FlagRule rule{bare(shortName), bare(longName), {}};
     if (rule.short_name.empty() || rule.long_name.empty()) return MStatus::kInvalidParameter;
     if (table_->find(rule.short_name) >= 0 || table_->find(rule.long_name) >= 0) return MStatus::kFailure;
     for (const MArgType type : {type1, type2, type3, type4, type5, type6}) {
@@ -39,10 +39,11 @@ MStatus MSyntax::makeFlagMultiUse(const char* flag) {
     return MStatus::kSuccess;
 }
 
-MStatus MSyntax::makeFlagQueryWithFullArgs(const char* flag, bool) {
+MStatus MSyntax::makeFlagQueryWithFullArgs(const char* flag, bool optional) {
     const int at = table_->find(flag ? flag : "");
     if (at < 0) return MStatus::kInvalidParameter;
     table_->flags[at].full_query = true;
+    table_->flags[at].query_optional = optional;
     return MStatus::kSuccess;
 }
 

@@ -46,7 +46,7 @@ struct NumberAndRest {
 };
 
 std::optional<NumberAndRest> leading_number(std::string_view word) {
-    if (word.starts_with('+')) word.remove_prefix(1);
+    if (word.starts_with('+') && !word.starts_with("+-")) word.remove_prefix(1);
     double number = 0.0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
     if (error != std::errc() || !std::isfinite(number)) return {};
@@ -178,7 +178,8 @@ private:
         if (flag < 0) return Error{"Invalid flag '" + Access::text(word) + "'"};
         const FlagRule& rule = out_.syntax.flags[flag];
         ParsedArguments::Use use{flag, static_cast<unsigned int>(at_), {}};
-        if (!out_.query || rule.full_query) {
+        const bool spared = out_.query && (!rule.full_query || (rule.query_optional && !word_fits(rule.arguments)));
+        if (!spared) {
             for (const MSyntax::MArgType type : rule.arguments) {
                 if (!word_fits(type))
                     return Error{"Flag '" + Access::text(word) + "' must be passed " + kind_name(type) + " argument"};
@@ -190,6 +191,8 @@ private:
         return {};
     }
 
+    // Of a flag's arguments, the first.
+    bool word_fits(const std::vector<MSyntax::MArgType>& types) const { return !types.empty() && word_fits(types[0]); }
     bool word_fits(MSyntax::MArgType type) const {
         if (at_ >= words_.size()) return false;
         const MString& word = words_[at_];

@@ -11,7 +11,8 @@ struct FlagRule {
     std::string short_name, long_name;
     std::vector<MSyntax::MArgType> arguments;
     bool multi_use = false;
-    bool full_query = false; ///< takes its arguments in a query too
+    bool full_query = false;     ///< takes its arguments in a query too
+    bool query_optional = false; ///< or goes without them there
 };
 
 /// What `MSyntax` collects.

@@ -38,6 +38,7 @@ public:
                     MArgType argType3 = kNoArg, MArgType argType4 = kNoArg, MArgType argType5 = kNoArg,
                     MArgType argType6 = kNoArg);
     MStatus makeFlagMultiUse(const char* flag);
+    /// In a query the flag takes its arguments too, or, where they are optional, may.
     MStatus makeFlagQueryWithFullArgs(const char* flag, bool optional);
     MStatus addArg(MArgType type);
     MStatus setObjectType(MObjectFormat format, unsigned int minimum = 0);

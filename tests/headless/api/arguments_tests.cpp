@@ -171,4 +171,129 @@ TEST_F(Arguments, a_plain_list_finds_flags_and_converts_words) {
     EXPECT_FALSE(status);
 }
 
+TEST_F(Arguments, a_plain_list_takes_and_gives_every_kind) {
+    MArgList list = words({"2sec", "30deg", "2m", "x"});
+    EXPECT_TRUE(list.addArg(true));
+    EXPECT_TRUE(list.addArg(-7));
+    EXPECT_TRUE(list.addArg(0.1));
+    EXPECT_EQ(list.length(), 7u);
+    EXPECT_EQ(list.asTime(0).as(MTime::kFilm), 48.0);
+    EXPECT_NEAR(list.asAngle(1).asRadians(), 0.52359877559829887, 1e-15);
+    EXPECT_EQ(list.asDistance(2).asCentimeters(), 200.0);
+    bool truth = false;
+    int whole = 0;
+    double number = 0;
+    MString word;
+    EXPECT_TRUE(list.get(4, truth));
+    EXPECT_TRUE(list.get(5, whole));
+    EXPECT_TRUE(list.get(6, number));
+    EXPECT_TRUE(list.get(3, word));
+    EXPECT_TRUE(truth);
+    EXPECT_EQ(whole, -7);
+    EXPECT_EQ(number, 0.1);
+    EXPECT_EQ(word, "x");
+    EXPECT_EQ(list.get(6, whole), MStatus::kFailure); // no whole number
+    EXPECT_EQ(whole, -7);
+    EXPECT_EQ(list.get(7, number), MStatus::kInvalidParameter);
+    list.asAngle(3, &status);
+    EXPECT_FALSE(status);
+    EXPECT_FALSE(words({"+-1"}).get(0, number));
+    EXPECT_TRUE(list.removeArg(0));
+    EXPECT_EQ(list.asString(0), "30deg");
+    EXPECT_EQ(list.removeArg(6), MStatus::kInvalidParameter);
+}
+
+TEST_F(Arguments, plain_arguments_come_typed_and_objects_by_name) {
+    make("joint", "a");
+    for (const MSyntax::MArgType type : {MSyntax::kBoolean, MSyntax::kLong, MSyntax::kString, MSyntax::kSelectionItem})
+        ASSERT_TRUE(syntax.addArg(type));
+    EXPECT_FALSE(syntax.addArg(MSyntax::kNoArg));
+    ASSERT_TRUE(syntax.setObjectType(MSyntax::kStringObjects, 1));
+    EXPECT_FALSE(syntax.setObjectType(MSyntax::kStringObjects, 2, 1));
+    const MArgDatabase found = parse({"yes", "-3", "4", "a", "b", "anything"});
+    ASSERT_TRUE(status);
+    bool truth = false;
+    int whole = 0;
+    double number = 0;
+    MString word;
+    EXPECT_TRUE(found.getCommandArgument(0, truth));
+    EXPECT_TRUE(found.getCommandArgument(1, whole));
+    EXPECT_TRUE(found.getCommandArgument(2, number));
+    EXPECT_TRUE(found.getCommandArgument(2, word));
+    EXPECT_TRUE(truth && found.commandArgumentBool(0));
+    EXPECT_EQ(whole, -3);
+    EXPECT_EQ(found.commandArgumentInt(1), -3);
+    EXPECT_EQ(number, 4.0);
+    EXPECT_EQ(word, "4");
+    EXPECT_EQ(found.commandArgumentString(3), "a");
+    found.commandArgumentInt(3, &status);
+    EXPECT_EQ(status, MStatus::kFailure);
+    EXPECT_EQ(found.getCommandArgument(4, word), MStatus::kInvalidParameter);
+    MSelectionList list;
+    EXPECT_TRUE(found.getCommandArgument(3, list));
+    EXPECT_EQ(names(list), Names{"|a"});
+    EXPECT_FALSE(found.getCommandArgument(2, list)); // nothing has that name
+    EXPECT_TRUE(list.isEmpty());
+    MStringArray objects;
+    EXPECT_TRUE(found.getObjects(objects));
+    EXPECT_EQ(objects.length(), 2u);
+    EXPECT_EQ(objects[1], "anything");
+    parse({"1", "2", "3", "nobody", "b"});
+    EXPECT_EQ(messages.back(), "E: Argument 4 must be an object");
+    parse({"1", "2", "3", "a"});
+    EXPECT_EQ(messages.back(), "E: Too few objects named");
+    syntax.setMinObjects(0);
+    syntax.setMaxObjects(1);
+    parse({"1", "2", "3", "a"});
+    EXPECT_TRUE(status);
+    parse({"1", "2", "3", "a", "b", "c"});
+    EXPECT_EQ(messages.back(), "E: Too many arguments: 'c'");
+}
+
+TEST_F(Arguments, flags_take_angles_counts_and_objects) {
+    make("joint", "a");
+    syntax.addFlag("-t", "-turn", MSyntax::kAngle);
+    syntax.addFlag("-o", "-on", MSyntax::kSelectionItem);
+    const MArgDatabase given = parse({"-turn", "0.5", "-n", "3", "-on", "a", "-p", "-2", "1", "-sAt", "2"});
+    ASSERT_TRUE(status);
+    MArgDatabase found = parse({});
+    found = given;
+    MAngle turn;
+    unsigned int count = 0;
+    MSelectionList list;
+    EXPECT_TRUE(found.getFlagArgument("-t", 0, turn)); // in the scene's unit, degrees
+    EXPECT_NEAR(turn.asDegrees(), 0.5, 1e-15);
+    EXPECT_TRUE(found.getFlagArgument("-n", 0, count));
+    EXPECT_EQ(count, 3u);
+    EXPECT_FALSE(found.getFlagArgument("-p", 0, count)); // below 0
+    EXPECT_EQ(found.flagArgumentInt("-p", 0), -2);
+    EXPECT_EQ(found.flagArgumentDouble("-sAt", 0), 2.0);
+    EXPECT_TRUE(found.getFlagArgument("-o", 0, list));
+    EXPECT_EQ(names(list), Names{"|a"});
+    EXPECT_FALSE(found.getFlagArgument("-f", 0, list));
+    EXPECT_TRUE(list.isEmpty());
+    parse({"-t", "1parsec"});
+    EXPECT_EQ(messages.back(), "E: Flag '-t' must be passed an angle argument");
+    parse({"-o", "nobody"});
+    EXPECT_EQ(messages.back(), "E: Flag '-o' must be passed an object argument");
+}
+
+TEST_F(Arguments, some_flags_want_their_arguments_in_a_query_too) {
+    EXPECT_FALSE(syntax.canQuery() || syntax.canEdit());
+    syntax.enableQuery(true);
+    syntax.enableEdit(true);
+    EXPECT_TRUE(syntax.canQuery() && syntax.canEdit());
+    EXPECT_TRUE(syntax.makeFlagQueryWithFullArgs("-sAt", false));
+    EXPECT_TRUE(syntax.makeFlagQueryWithFullArgs("-p", true)); // or may have them
+    EXPECT_EQ(syntax.makeFlagQueryWithFullArgs("-unheard", false), MStatus::kInvalidParameter);
+    EXPECT_TRUE(parse({"-e", "-sAt", "1"}).isEdit());
+    EXPECT_EQ(parse({"-q", "-sAt", "1.5"}).flagArgumentDouble("-sAt", 0), 1.5);
+    parse({"-q", "-sAt"});
+    EXPECT_FALSE(status);
+    EXPECT_TRUE(parse({"-q", "-p", "-s"}).isFlagSet("-s"));
+    EXPECT_TRUE(status);
+    EXPECT_EQ(parse({"-q", "-p", "4", "5"}).flagArgumentInt("-p", 0), 4);
+    EXPECT_TRUE(status);
+}
+
 } // namespace
