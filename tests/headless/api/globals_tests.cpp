@@ -1,9 +1,13 @@
 #include "tests/headless/api/api_test.h"
 
+#include "headless/script/interpreter.h"
+
 #include <maya/M3dView.h>
 #include <maya/MAnimControl.h>
+#include <maya/MDoubleArray.h>
 #include <maya/MFileIO.h>
 #include <maya/MFileObject.h>
+#include <maya/MIntArray.h>
 #include <maya/MStringArray.h>
 
 #include <filesystem>
@@ -14,6 +18,8 @@ namespace {
 
 class Globals : public ApiTest {
 protected:
+    // What a test puts in their place doesn't outlive it.
+    ~Globals() override { headless::install_interpreters(session); }
     Names selected() {
         MSelectionList list;
         MGlobal::getActiveSelectionList(list);
@@ -91,6 +97,11 @@ TEST_F(Globals, what_is_there_only_to_be_asked_answers) {
     EXPECT_EQ(MFileIO::currentFile(), "");
     EXPECT_FALSE(MFileIO::save());
     EXPECT_FALSE(MFileIO::open("/nowhere/at.all"));
+    EXPECT_FALSE(MFileIO::saveAs("/nowhere/at.all"));
+    EXPECT_EQ(MGlobal::apiVersion() / 100, 2016);
+    EXPECT_EQ(MGlobal::mayaState(), MGlobal::kBatch);
+    EXPECT_TRUE(MGlobal::isYAxisUp());
+    EXPECT_FALSE(MGlobal::isZAxisUp());
 }
 
 TEST(FileObjects, give_names_with_forward_slashes) {
@@ -105,6 +116,56 @@ TEST(FileObjects, give_names_with_forward_slashes) {
     EXPECT_GT(file.fullName().length(), MString("bare.ma").length());
     EXPECT_FALSE(file.exists());
     EXPECT_EQ(MFileObject().fullName(), "");
+    MFileObject parts;
+    parts.setRawPath("\\some\\dir");
+    parts.setRawName("x.ma");
+    EXPECT_EQ(parts.fullName(), (drive + "/some/dir/x.ma").c_str());
+}
+
+TEST_F(Globals, results_of_lines_come_as_the_type_asked_for) {
+    session.set_python([](headless::Session&, const std::string& line) -> headless::Result<headless::CommandResult> {
+        if (line == "bad") return headless::Error{"no such line"};
+        headless::CommandResult out;
+        out.kind = headless::CommandResult::Kind::text;
+        out.texts = {"said " + line};
+        return out;
+    });
+    session.set_mel([](headless::Session&, const std::string& line) -> headless::Result<headless::CommandResult> {
+        headless::CommandResult out;
+        out.kind = headless::CommandResult::Kind::numbers;
+        if (line == "one") out.numbers = {7.25};
+        if (line == "many") out.numbers = {-1.5, 2.75, 3};
+        return out;
+    });
+    int whole = 0;
+    double number = 0;
+    MIntArray wholes(1, 9);
+    MDoubleArray numbers(1, 9.0);
+    EXPECT_TRUE(MGlobal::executeCommand("one", whole));
+    EXPECT_TRUE(MGlobal::executeCommand("one", number));
+    EXPECT_TRUE(MGlobal::executeCommand("many", wholes));
+    EXPECT_TRUE(MGlobal::executeCommand("many", numbers));
+    EXPECT_EQ(whole, 7);
+    EXPECT_EQ(number, 7.25);
+    ASSERT_EQ(wholes.length(), 3u); // what was there before is gone
+    EXPECT_EQ(wholes[0], -1);
+    ASSERT_EQ(numbers.length(), 3u);
+    EXPECT_EQ(numbers[1], 2.75);
+    MString text;
+    EXPECT_TRUE(MGlobal::executePythonCommand("x", text));
+    EXPECT_EQ(text, "said x");
+    EXPECT_EQ(MGlobal::executePythonCommandStringResult("y"), "said y");
+    MStatus status;
+    EXPECT_EQ(MGlobal::executePythonCommandStringResult("bad", false, false, &status), "");
+    EXPECT_FALSE(status);
+    EXPECT_EQ(messages, Names{"E: no such line"});
+}
+
+TEST_F(Globals, the_whole_range_is_set_at_once) {
+    EXPECT_TRUE(MAnimControl::setAnimationStartEndTime(MTime(-1, MTime::kSeconds), MTime(100, MTime::kFilm)));
+    EXPECT_EQ(MAnimControl::animationStartTime().value(), -24.0);
+    EXPECT_EQ(MAnimControl::animationEndTime().value(), 100.0);
+    EXPECT_EQ(MAnimControl::minTime().value(), 1.0); // the played one is another
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <maya/MFnLambertShader.h>
 #include <maya/MFnMesh.h>
+#include <maya/MStringArray.h>
 
 #include <cmath>
 
@@ -74,6 +75,84 @@ TEST_F(MeshApiTest, gives_points_and_normals_in_either_space) {
     EXPECT_NEAR(normals[7].y, -1.0 / 3.0, 1e-6);
 }
 
+TEST_F(MeshApiTest, gives_single_points_in_every_space) {
+    run("createNode transform -n g; setAttr g.ty 100; parent -r t g;");
+    const MFnMesh mesh(path("m"));
+    MPoint point;
+    ASSERT_TRUE(mesh.getPoint(7, point));
+    EXPECT_EQ(point, MPoint(0.5, -0.5, -0.5));
+    ASSERT_TRUE(mesh.getPoint(7, point, MSpace::kPostTransform)); // through its own transform alone
+    EXPECT_EQ(point, MPoint(10.5, -1.0, -0.5));
+    ASSERT_TRUE(mesh.getPoint(7, point, MSpace::kWorld));
+    EXPECT_EQ(point, MPoint(10.5, 99.0, -0.5));
+    EXPECT_EQ(mesh.getPoint(8, point), MStatus::kInvalidParameter);
+    EXPECT_EQ(mesh.getPoint(-1, point), MStatus::kInvalidParameter);
+}
+
+TEST_F(MeshApiTest, gives_faces_edges_and_sets_as_the_file_has_them) {
+    // A quad and, with another coordinate set and its shared edge gone along backwards, a triangle beside it.
+    const auto done = read_maya_ascii_text(scene(), R"(requires maya "2016";
+        createNode transform -n "u"; createNode mesh -n "two" -p "u";
+        setAttr ".cuvs" -type "string" "light";
+        setAttr ".uvst[0].uvsn" -type "string" "map1";
+        setAttr ".uvst[0].uvsp[0:3]" -type "float2" 0 0 1 0 1 1 0 1;
+        setAttr ".uvst[1].uvsn" -type "string" "light";
+        setAttr ".uvst[1].uvsp[0:2]" -type "float2" 0.5 0 0.25 0.125 0 0.75;
+        setAttr ".clst[0].clsn" -type "string" "base";
+        setAttr ".clst[1].clsn" -type "string" "paint";
+        setAttr ".vt[0:4]" 0 0 0 1 0 0 1 1 0 0 1 0 2 0 0;
+        setAttr ".ed[0:5]" 0 1 0 1 2 1 2 3 0 3 0 0 1 4 0 4 2 0;
+        setAttr ".fc[0:1]" -type "polyFaces" f 4 0 1 2 3 mu 0 4 0 1 2 3 f 3 4 5 -2 mu 1 3 2 0 1;)",
+                                           "test.ma", {});
+    ASSERT_TRUE(done) << (done ? "" : done.error().text());
+    const MFnMesh mesh(path("two"));
+    EXPECT_EQ(mesh.numFaceVertices(), 7);
+    EXPECT_EQ(mesh.polygonVertexCount(0), 4);
+    EXPECT_EQ(mesh.polygonVertexCount(1), 3);
+    MIntArray counts, vertices;
+    ASSERT_TRUE(mesh.getVertices(counts, vertices));
+    EXPECT_EQ(list(counts), (std::vector<int>{4, 3}));
+    EXPECT_EQ(list(vertices), (std::vector<int>{0, 1, 2, 3, 1, 4, 2}));
+    int ends[2] = {-1, -1};
+    ASSERT_TRUE(mesh.getEdgeVertices(5, ends));
+    EXPECT_EQ(ends[0], 4);
+    EXPECT_EQ(ends[1], 2);
+    EXPECT_TRUE(mesh.isEdgeSmooth(1));
+    EXPECT_FALSE(mesh.isEdgeSmooth(0));
+    MStatus status;
+    for (const int none : {-1, 6}) {
+        EXPECT_EQ(mesh.getEdgeVertices(none, ends), MStatus::kInvalidParameter);
+        EXPECT_FALSE(mesh.isEdgeSmooth(none, &status));
+        EXPECT_EQ(status, MStatus::kInvalidParameter);
+        EXPECT_EQ(mesh.polygonVertexCount(none, &status), 0);
+        EXPECT_EQ(status, MStatus::kInvalidParameter);
+    }
+    MStringArray names;
+    ASSERT_TRUE(mesh.getUVSetNames(names));
+    EXPECT_EQ(names[0] + " " + names[1], "map1 light");
+    EXPECT_EQ(mesh.numColorSets(), 2);
+    ASSERT_TRUE(mesh.getColorSetNames(names));
+    EXPECT_EQ(names[0] + " " + names[1], "base paint");
+    const MString map("map1"), unknown("nothing");
+    EXPECT_EQ(mesh.numUVs(), 3); // of the current one
+    EXPECT_EQ(mesh.numUVs(map), 4);
+    EXPECT_EQ(mesh.numUVs(unknown, &status), 0);
+    EXPECT_EQ(status, MStatus::kInvalidParameter);
+    MFloatArray u, v;
+    ASSERT_TRUE(mesh.getUVs(u, v));
+    ASSERT_EQ(v.length(), 3u);
+    EXPECT_EQ(u[1], 0.25f);
+    EXPECT_EQ(v[1], 0.125f);
+    ASSERT_TRUE(mesh.getUVs(u, v, &map));
+    EXPECT_EQ(u.length(), 4u);
+    EXPECT_FALSE(mesh.getUVs(u, v, &unknown));
+    int uv = -1;
+    EXPECT_TRUE(mesh.getPolygonUVid(1, 0, uv));
+    EXPECT_EQ(uv, 2);
+    EXPECT_EQ(mesh.getPolygonUVid(0, 0, uv), MStatus::kFailure); // no coordinates there
+    EXPECT_EQ(mesh.getPolygonUVid(1, 3, uv), MStatus::kInvalidParameter);
+}
+
 TEST_F(MeshApiTest, gives_minus_one_for_vertices_without_a_colour) {
     MFnMesh mesh(path("m"));
     MColorArray colours;
@@ -120,10 +199,17 @@ TEST_F(MeshApiTest, reads_lamberts_and_what_derives_from_them) {
     const MFnLambertShader shader(node("b"));
     EXPECT_EQ(shader.ambientColor(), MColor(0.1f, 0.2f, 0.3f, 1.0f));
     EXPECT_EQ(shader.transparency(), MColor(1.0f, 0.0f, 0.0f, 1.0f));
+    run("setAttr b.ic 0.4 0.5 0.6; setAttr b.dc 0.7; setAttr b.tc 0.25;");
+    EXPECT_EQ(shader.incandescence(), MColor(0.4f, 0.5f, 0.6f, 1.0f));
+    EXPECT_EQ(shader.diffuseCoeff(), 0.7f);
+    EXPECT_EQ(shader.translucenceCoeff(), 0.25f);
     MStatus status;
     MFnLambertShader none(node("f"), &status);
     EXPECT_FALSE(status);
     (void)none.color(&status);
+    EXPECT_FALSE(status);
+    status = MStatus();
+    (void)none.diffuseCoeff(&status);
     EXPECT_FALSE(status);
 }
 
@@ -138,6 +224,14 @@ TEST_F(MeshApiTest, fails_on_what_is_no_mesh_or_is_gone) {
     MPointArray points;
     EXPECT_FALSE(gone.getPoints(points));
     EXPECT_FALSE(gone.getTriangles(counts, vertices));
+    MPoint point;
+    MStringArray names;
+    MFloatArray u, v;
+    int ends[2];
+    EXPECT_FALSE(gone.getVertices(counts, vertices) || gone.getPoint(0, point) || gone.getEdgeVertices(0, ends));
+    EXPECT_FALSE(gone.getUVs(u, v) || gone.getUVSetNames(names) || gone.getColorSetNames(names));
+    EXPECT_EQ(gone.numFaceVertices(&status) + gone.numUVs() + gone.numColorSets() + gone.polygonVertexCount(0), 0);
+    EXPECT_FALSE(status);
 }
 
 TEST_F(MeshApiTest, an_empty_mesh_is_one_without_polygons) {
