@@ -40,9 +40,9 @@ std::optional<platform::UTC_TIME> from_seconds(std::string_view text) {
 /// "2026-11-24T19:05:10Z".
 std::optional<platform::UTC_TIME> from_date(const std::string& text) {
     int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, length = 0;
+    constexpr const char* form = "%4d-%2d-%2dT%2d:%2d:%2dZ%n";
     // NOLINTNEXTLINE(cert-err34-c): what was read is checked below
-    const int read =
-        std::sscanf(text.c_str(), "%4d-%2d-%2dT%2d:%2d:%2dZ%n", &year, &month, &day, &hour, &minute, &second, &length);
+    const int read = std::sscanf(text.c_str(), form, &year, &month, &day, &hour, &minute, &second, &length);
     if (read != 6 || static_cast<std::size_t>(length) != text.size()) return {};
     const std::chrono::year_month_day date(std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
                                            std::chrono::day(static_cast<unsigned>(day)));
