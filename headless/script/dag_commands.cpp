@@ -21,6 +21,27 @@ void place_in_world(Scene& scene, Node& node, const Matrix& world) {
     MFnTransform(Access::path(scene.path_to(node))).set(MTransformationMatrix(matrix(world * inverse(above))));
 }
 
+Result<void> put_under(Scene& scene, Node& child, Node* above, bool keep_place) {
+    keep_place = keep_place && child.type().is_transform();
+    const Matrix world = keep_place ? scene.world_matrix(child) : Matrix();
+    if (Result<void> done = scene.reparent(child, above); !done) return done;
+    if (keep_place && scene.world_matrix(child) != world) place_in_world(scene, child, world);
+    return {};
+}
+
+// The lowest node that all of them stand under; null for nodes outside the DAG.
+Node* lowest_above(const std::vector<Node*>& nodes) {
+    const auto stands_under = [](const Node* node, const Node* above) {
+        while (node && node != above) node = node->parent();
+        return node != nullptr;
+    };
+    Node* above = nodes.front()->parent();
+    for (const Node* node : nodes) {
+        while (above && !stands_under(node->parent(), above)) above = above->parent();
+    }
+    return above;
+}
+
 Result<CommandResult> joint(Session& session, const Arguments& arguments) {
     Scene& scene = session.scene();
     const bool edit = arguments.edit() || arguments.query();
@@ -46,6 +67,13 @@ Result<CommandResult> joint(Session& session, const Arguments& arguments) {
             const Vector3 orient = scene.evaluate(node->plug(ids.joint_orient)).vector() * (1 / degree);
             return numbers_result({orient.x, orient.y, orient.z});
         }
+        if (arguments.has("n")) return text_result(scene.unique_name_of(*node));
+        if (arguments.has("s")) {
+            const Vector3 scale = scene.evaluate(node->plug(ids.scale)).vector();
+            return numbers_result({scale.x, scale.y, scale.z});
+        }
+        if (arguments.has("ssc"))
+            return integer_result(scene.evaluate(node->plug(ids.segment_scale_compensate)).boolean() ? 1 : 0);
         if (arguments.has("rad")) return number_result(scene.evaluate(node->find_plug("radius")).number());
         const Vector3 at = arguments.has("r") ? scene.evaluate(node->plug(ids.translate)).vector()
                                               : scene.world_matrix(*node).translation();
@@ -82,8 +110,7 @@ Result<CommandResult> group(Session& session, const Arguments& arguments) {
         if (!found) return found.error();
         above = *found;
     } else if (!members.empty() && !arguments.has("w")) {
-        const auto same = [&](const Node* node) { return node->parent() == members.front()->parent(); };
-        if (std::ranges::all_of(members, same)) above = members.front()->parent();
+        above = lowest_above(members);
     }
     for (const Node* member : members) {
         if (!member->type().is_dag() || member->type().is_shape())
@@ -94,7 +121,7 @@ Result<CommandResult> group(Session& session, const Arguments& arguments) {
         scene.create_node("transform", name ? *name : "group1", above && above->is_world() ? nullptr : above);
     if (!made) return made.error();
     for (Node* member : members) {
-        if (Result<void> done = scene.reparent(*member, *made); !done) return done.error();
+        if (Result<void> done = put_under(scene, *member, *made, !arguments.has("r")); !done) return done.error();
     }
     select_only(scene, {*made});
     return text_result(scene.unique_name_of(**made));
@@ -132,12 +159,9 @@ Result<CommandResult> parent(Session& session, const Arguments& arguments) {
     std::vector<std::string> out;
     for (Node* child : *children) {
         // A child stays where it is in the world unless it is told to keep its own values.
-        const bool keep_place = !arguments.has("r") && !arguments.has("add") && child->type().is_transform();
-        const Matrix world = keep_place ? scene.world_matrix(*child) : Matrix();
         const Result<void> done = arguments.has("add") ? scene.add_parent(*child, above ? *above : scene.world())
-                                                       : scene.reparent(*child, above);
+                                                       : put_under(scene, *child, above, !arguments.has("r"));
         if (!done) return done.error();
-        if (keep_place) place_in_world(scene, *child, world);
         out.push_back(scene.unique_name_of(*child));
     }
     select_only(scene, *children);

@@ -3,8 +3,12 @@
 
 #include <maya/MFnTransform.h>
 
+#include <algorithm>
+
 namespace headless {
 namespace {
+
+constexpr std::string_view order_names[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
 
 // The transform in the units of the scene.
 class Placement {
@@ -23,17 +27,19 @@ public:
             return triple(world ? scene_.world_matrix(node_).translation() : value(ids_.translate), unit_);
         if (arguments.has("ro")) return triple(world ? world_values().rotate : value(ids_.rotate), angle_);
         if (arguments.has("s")) return triple(world ? world_values().scale : value(ids_.scale), 1.0);
-        if (arguments.has("rp")) return pivot(ids_.rotate_pivot, world);
-        if (arguments.has("sp")) return pivot(ids_.scale_pivot, world);
-        if (arguments.has("roo")) {
-            static constexpr const char* names[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
-            return text_result(names[static_cast<int>(order())]);
+        for (const Pivot& pivot : pivots_) {
+            if (arguments.has(pivot.flag)) return triple(place_of(pivot, world), unit_);
         }
+        if (arguments.has("roo")) return text_result(std::string(order_names[static_cast<int>(order())]));
         return Error{"xform needs a flag that says what is asked"};
     }
 
     Result<void> move(const Arguments& arguments) {
         const bool world = arguments.has("ws"), relative = arguments.has("r");
+        const bool preserve = arguments.truth("p").value_or(true);
+        if (const std::string* name = arguments.text("roo")) {
+            if (Result<void> done = set_order(*name, preserve); !done) return done;
+        }
         if (Result<void> done = set_matrix(arguments.texts("m"), world); !done) return done;
         if (const auto scale = arguments.vector("s")) {
             const Vector3 now = value(ids_.scale);
@@ -52,12 +58,11 @@ public:
                                       : set(ids_.translate, relative ? value(ids_.translate) + wanted : wanted);
             if (!done) return done;
         }
-        for (const auto& [flag, id] : {std::pair{"rp", ids_.rotate_pivot}, {"sp", ids_.scale_pivot}}) {
-            const auto at = arguments.vector(flag);
+        for (const Pivot& pivot : pivots_) {
+            const auto at = arguments.vector(pivot.flag);
             if (!at) continue;
-            const Vector3 point = *at * unit_;
-            const Vector3 local = world ? transform_point(point, inverse(scene_.world_matrix(node_))) : point;
-            if (Result<void> done = set(id, local); !done) return done;
+            const Vector3 wanted = *at * unit_ + (relative ? place_of(pivot, world) : Vector3());
+            if (Result<void> done = move_pivot(pivot, wanted, world, preserve); !done) return done;
         }
         return {};
     }
@@ -70,9 +75,62 @@ private:
         return numbers_result({v.x / unit, v.y / unit, v.z / unit});
     }
 
-    CommandResult pivot(AttributeId id, bool world) const {
-        const Vector3 local = value(id);
-        return triple(world ? transform_point(local, scene_.world_matrix(node_)) : local, unit_);
+    // A pivot, and the translation with which the whole can stay where it is when the pivot moves.
+    struct Pivot {
+        const char* flag;
+        AttributeId id, shift_id;
+        Vector3 TransformValues::*at;
+        Vector3 TransformValues::*shift;
+        bool of_scale;
+    };
+
+    TransformValues values() const { return EvaluationContext(scene_).transform_values(node_); }
+    Matrix above() const { return EvaluationContext(scene_).parent_matrix(node_); }
+    // What acts behind the scale; through it the pivots are seen from outside.
+    static Matrix behind_scale(TransformValues values) {
+        values.scale = {1, 1, 1};
+        values.shear = values.scale_pivot = values.scale_pivot_translate = {};
+        return local_matrix(values);
+    }
+
+    Vector3 place_of(const Pivot& pivot, bool world) const {
+        const TransformValues now = values();
+        if (!world) return now.*pivot.at;
+        const Vector3 scaled = pivot.of_scale ? now.scale_pivot + now.scale_pivot_translate : now.rotate_pivot;
+        return transform_point(scaled, behind_scale(now) * above());
+    }
+
+    Result<void> move_pivot(const Pivot& pivot, const Vector3& wanted, bool world, bool preserve) {
+        TransformValues now = values();
+        const Matrix before = local_matrix(now);
+        Vector3 at = wanted;
+        if (world) {
+            const Vector3 outside = transform_point(wanted, inverse(above()));
+            if (preserve)
+                at = transform_point(outside, inverse(pivot.of_scale ? before : behind_scale(now)));
+            else if (pivot.of_scale)
+                at = transform_point(outside, inverse(behind_scale(now))) - now.scale_pivot_translate;
+            else
+                at = outside - now.rotate_pivot_translate - now.translate;
+        }
+        now.*pivot.at = at;
+        const Vector3 jump = before.translation() - local_matrix(now).translation();
+        const bool shifts = preserve && jump != Vector3();
+        if (Result<void> allowed = scene_.check_settable(node_.plug(pivot.shift_id)); shifts && !allowed)
+            return allowed;
+        if (Result<void> done = set(pivot.id, at); !done || !shifts) return done;
+        return set(pivot.shift_id,
+                   now.*pivot.shift + (pivot.of_scale ? transform_direction(jump, inverse(behind_scale(now))) : jump));
+    }
+
+    Result<void> set_order(const std::string& name, bool preserve) {
+        const auto at = std::ranges::find(order_names, name);
+        if (at == std::end(order_names)) return Error{"'" + name + "' is no rotate order"};
+        const Matrix turned = euler_to_matrix(value(ids_.rotate), order());
+        const auto number = static_cast<int>(at - std::begin(order_names));
+        if (Result<void> allowed = scene_.check_settable(node_.plug(ids_.rotate)); preserve && !allowed) return allowed;
+        if (Result<void> done = scene_.set(node_.plug(ids_.rotate_order), number); !done || !preserve) return done;
+        return set(ids_.rotate, matrix_to_euler(turned, rotate_order(number)));
     }
 
     // The world matrix taken apart as if it were a plain transform's of the same rotate order.
@@ -84,8 +142,7 @@ private:
     }
 
     void stand_in_world(const Matrix& world) {
-        const Matrix above = EvaluationContext(scene_).parent_matrix(node_);
-        const MMatrix local = matrix(world * inverse(above));
+        const MMatrix local = matrix(world * inverse(above()));
         MFnTransform(Access::path(scene_.path_to(node_))).set(MTransformationMatrix(local));
     }
 
@@ -117,14 +174,17 @@ private:
     Result<void> move_in_world(const Vector3& wanted, bool relative) {
         const Vector3 now = scene_.world_matrix(node_).translation();
         const Vector3 by = relative ? wanted : wanted - now;
-        const Matrix above = EvaluationContext(scene_).parent_matrix(node_);
-        return set(ids_.translate, value(ids_.translate) + transform_direction(by, inverse(above)));
+        return set(ids_.translate, value(ids_.translate) + transform_direction(by, inverse(above())));
     }
 
     Scene& scene_;
     Node& node_;
     const TransformAttributes& ids_;
     double unit_, angle_;
+    const Pivot pivots_[2] = {{"rp", ids_.rotate_pivot, ids_.rotate_pivot_translate, &TransformValues::rotate_pivot,
+                               &TransformValues::rotate_pivot_translate, false},
+                              {"sp", ids_.scale_pivot, ids_.scale_pivot_translate, &TransformValues::scale_pivot,
+                               &TransformValues::scale_pivot_translate, true}};
 };
 
 Result<CommandResult> xform(Session& session, const Arguments& arguments) {

@@ -23,6 +23,14 @@ protected:
     std::string mel(const std::string& text) { return told(session.run_mel(text)); }
     std::string python(const std::string& text) { return told(session.run_python(text)); }
 
+    /// Expects a script to give these numbers, but for rounding.
+    void expect_numbers(const std::string& script, const std::vector<double>& wanted) {
+        const auto done = session.run_mel(script);
+        ASSERT_TRUE(done) << script << ": " << done.error().text();
+        ASSERT_EQ(done->numbers.size(), wanted.size()) << script;
+        for (std::size_t i = 0; i < wanted.size(); ++i) EXPECT_NEAR(done->numbers[i], wanted[i], 1e-9) << script << i;
+    }
+
     headless::Session& session = headless::Session::current();
     std::vector<std::string> messages;
 
