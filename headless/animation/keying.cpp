@@ -177,6 +177,16 @@ Result<void> key_plug_with(Scene& scene, const Plug& plug, double time, double v
     return {};
 }
 
+void set_key_tangents(const Plug& plug, double time, std::optional<Tangent> in, std::optional<Tangent> out) {
+    Node* node = curve_of(plug);
+    CurveData* data = node ? CurveData::of(*node) : nullptr;
+    const auto at = data ? data->keys().find(time, same_key_time) : std::nullopt;
+    if (!at) return;
+    const CurveKey key = data->keys().key(*at);
+    data->edit().set_types(*at, in.value_or(key.in), out.value_or(key.out));
+    node->touch();
+}
+
 void set_keys(Node& node, const KeyTimes& times, std::vector<double> values, Tangent tangent) {
     CurveData* data = CurveData::of(node);
     if (!data) return;

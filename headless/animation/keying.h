@@ -33,6 +33,9 @@ inline Result<void> key_plug(Scene& scene, const Plug& plug, double time) {
 /// Keys one plug with a value of the caller's.
 Result<void> key_plug_with(Scene& scene, const Plug& plug, double time, double value);
 
+/// Gives the key of a plug at a time other types of tangents; a side without a type keeps what it has.
+void set_key_tangents(const Plug& plug, double time, std::optional<Tangent> in, std::optional<Tangent> out);
+
 /// Gives a plug all its keys at once, in place of those it has. Pass copies of one `KeyTimes` for plugs with the same
 /// times: they share its table. Times out of order, equal or not finite are put in order as evaluation has them.
 Result<Node*> set_keys(Scene& scene, const Plug& plug, const KeyTimes& times, std::vector<double> values,

@@ -42,9 +42,5 @@ struct TangentVector {
 
 /// By the word that scripts use ("spline", "stepnext", "auto"); nothing for another word.
 std::optional<Tangent> tangent_by_name(std::string_view name);
-std::string_view name_of(Tangent tangent); ///< "spline" for a number outside the list
-/// By the word that scripts use ("constant", "cycle", "cycleRelative").
-std::optional<Infinity> infinity_by_name(std::string_view name);
-std::string_view name_of(Infinity infinity);
 
 } // namespace headless

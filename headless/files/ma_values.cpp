@@ -16,39 +16,11 @@ bool is_plain_type(std::string_view type) {
     return plain.contains(type);
 }
 
-std::string_view type_of(const Attribute& at) {
-    if (!at.data_type.empty()) return at.data_type;
-    switch (at.kind) {
-    case AttributeKind::boolean:
-        return "bool";
-    case AttributeKind::integer:
-        return "long";
-    case AttributeKind::enumeration:
-        return "enum";
-    case AttributeKind::distance:
-        return "doubleLinear";
-    case AttributeKind::angle:
-        return "doubleAngle";
-    case AttributeKind::time:
-        return "time";
-    case AttributeKind::text:
-        return "string";
-    case AttributeKind::matrix:
-        return "matrix";
-    case AttributeKind::compound:
-        return "compound";
-    case AttributeKind::message:
-        return "message";
-    default:
-        return "double";
-    }
-}
-
 void write_declaration(MaText& out, const Node& node, const Attribute& at) {
     out.text("\taddAttr -ci true -sn ").quoted(at.short_name).text(" -ln ").quoted(at.long_name);
     if (at.array) out.text(" -m");
     if (at.parent != no_attribute) out.text(" -p ").quoted(node.attribute(at.parent).long_name);
-    const std::string_view type = type_of(at);
+    const std::string_view type = type_word(at);
     // A compound of a data type has no children to declare.
     const bool plain =
         is_plain_type(type) && !(at.kind == AttributeKind::untyped && type.back() >= '2' && type.back() <= '4');

@@ -62,6 +62,37 @@ Value zero_of(AttributeKind kind) {
 
 } // namespace
 
+std::string_view type_word(const Attribute& attribute) {
+    if (!attribute.data_type.empty()) return attribute.data_type;
+    switch (attribute.kind) {
+    case AttributeKind::boolean:
+        return "bool";
+    case AttributeKind::integer:
+        return "long";
+    case AttributeKind::enumeration:
+        return "enum";
+    case AttributeKind::number:
+        return "double";
+    case AttributeKind::distance:
+        return "doubleLinear";
+    case AttributeKind::angle:
+        return "doubleAngle";
+    case AttributeKind::time:
+        return "time";
+    case AttributeKind::text:
+        return "string";
+    case AttributeKind::matrix:
+        return "matrix";
+    case AttributeKind::message:
+        return "message";
+    case AttributeKind::compound:
+        return "compound";
+    case AttributeKind::untyped:
+        break;
+    }
+    return "double";
+}
+
 AttributeId NodeType::add(std::string_view long_name, std::string_view short_name, AttributeKind kind, Value value,
                           AttributeId parent) {
     const auto id = static_cast<AttributeId>(attributes_.size());

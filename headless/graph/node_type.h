@@ -52,6 +52,9 @@ struct Attribute {
     std::vector<std::string> enum_names; ///< of an enumeration, where known
 };
 
+/// The type word of an attribute as scripts and files have it: what it was declared with, else by its kind.
+std::string_view type_word(const Attribute& attribute);
+
 /// Works out an output plug of a node at the context's time. Ask for inputs through the context.
 using Compute = Value (*)(EvaluationContext& context, Node& node, const Plug& plug);
 

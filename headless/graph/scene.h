@@ -78,6 +78,7 @@ public:
     /// Sets a plug as a script does: refused when it is locked or driven by anything but an animation curve. On
     /// a plug that a curve drives the value holds until the clock next moves. The time node's outTime is the clock.
     Result<void> set(const Plug& plug, const Value& value);
+    Result<void> check_settable(const Plug& plug) const; ///< why `set` would refuse
     /// Connects a source to a destination; an array destination takes its next free element. A destination that
     /// has a source is refused unless `force`.
     Result<void> connect(const Plug& source, const Plug& destination, bool force = false);
@@ -137,7 +138,6 @@ private:
     std::vector<SelectionItem> match(std::string_view path) const;
     std::vector<SelectionItem> match_from_top(const std::vector<std::string_view>& names) const;
     void note_namespaces(std::string_view name);
-    Result<void> check_settable(const Plug& plug) const;
     void hold_until_clock_moves(const Plug& plug);
 
     std::vector<std::unique_ptr<Node>> slots_;

@@ -128,6 +128,7 @@ bool is_truth(std::span<const Word> words, std::size_t at) {
 
 Result<AttributeAddition> parse_attribute_addition(std::span<const Word> words, const ValueUnits& units) {
     AttributeAddition out;
+    out.attribute.kind = AttributeKind::number; // what goes without saying
     double default_value = 0.0;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string_view word = words[i].text;

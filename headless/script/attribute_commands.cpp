@@ -84,34 +84,11 @@ Result<CommandResult> value_result(Scene& scene, const Plug& plug) {
     return number_result(in_scene_units(attribute.kind, value.number(), scene));
 }
 
-const char* type_name(const Attribute& attribute) {
-    switch (attribute.kind) {
-    case AttributeKind::boolean:
-        return "bool";
-    case AttributeKind::integer:
-        return "long";
-    case AttributeKind::enumeration:
-        return "enum";
-    case AttributeKind::number:
-        return "double";
-    case AttributeKind::distance:
-        return "doubleLinear";
-    case AttributeKind::angle:
-        return "doubleAngle";
-    case AttributeKind::time:
-        return "time";
-    case AttributeKind::text:
-        return "string";
-    case AttributeKind::matrix:
-        return "matrix";
-    case AttributeKind::compound:
-        return attribute.children.size() == 3 ? "double3" : "TdataCompound";
-    case AttributeKind::message:
-        return "message";
-    case AttributeKind::untyped:
-        break;
-    }
-    return "TdataCompound";
+// The host names a compound by its data, and one that holds more than three numbers by its node's.
+std::string shown_type(const Attribute& attribute) {
+    const std::string_view word = type_word(attribute);
+    if (word != "compound") return std::string(word);
+    return attribute.data_type.empty() && attribute.children.size() == 3 ? "double3" : "TdataCompound";
 }
 
 // Looks at the scene at another time for as long as it stands.
@@ -138,10 +115,12 @@ Result<CommandResult> get_attr(Session& session, const Arguments& arguments) {
     if (arguments.has("l")) return integer_result(flags.locked ? 1 : 0);
     if (arguments.has("k")) return integer_result(flags.keyable.value_or(true) ? 1 : 0);
     if (arguments.has("cb")) return integer_result(flags.channel_box.value_or(false) ? 1 : 0);
-    if (arguments.has("se")) return integer_result(flags.locked || plug->node->source_of(plug->key) ? 0 : 1);
-    if (arguments.has("typ")) return text_result(type_name(plug->attribute()));
-    if (arguments.has("s"))
-        return integer_result(static_cast<std::int64_t>(plug->node->existing_indices(plug->key).size()));
+    if (arguments.has("se")) return integer_result(scene.check_settable(*plug) ? 1 : 0);
+    if (arguments.has("typ")) return text_result(shown_type(plug->attribute()));
+    if (arguments.has("s")) {
+        const auto size = plug->is_array() ? plug->node->existing_indices(plug->key).size() : 1;
+        return integer_result(static_cast<std::int64_t>(size));
+    }
     if (arguments.has("mi")) {
         CommandResult out;
         out.kind = CommandResult::Kind::integers;

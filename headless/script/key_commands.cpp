@@ -50,6 +50,8 @@ private:
         return {};
     }
 
+    static bool is_locked(const Plug& plug) { return plug.node->flags(plug.key.attribute).locked; }
+
     static void add_simple(const Plug& plug, std::vector<Plug>& out) {
         if (!plug.is_compound()) {
             out.push_back(plug);
@@ -71,8 +73,9 @@ private:
                 add_simple(node.plug(id), out);
         }
         std::erase_if(out, [](const Plug& plug) {
-            const AttributeFlags flags = plug.node->flags(plug.key.attribute);
-            return flags.locked || flags.keyable == false;
+            if (plug.node->flags(plug.key.attribute).keyable == false) return true;
+            const Plug around = plug.parent();
+            return is_locked(plug) || (around && is_locked(around));
         });
         return out;
     }
@@ -81,7 +84,7 @@ private:
     const Arguments& arguments_;
 };
 
-std::optional<double> inner_value(const Plug& plug, double stated, const Scene& scene) {
+double inner_value(const Plug& plug, double stated, const Scene& scene) {
     switch (plug.attribute().kind) {
     case AttributeKind::distance:
         return stated * scene.linear_unit.centimetres;
@@ -105,32 +108,39 @@ Result<std::vector<double>> times_of(Session& session, const Arguments& argument
     return out;
 }
 
+Result<std::optional<Tangent>> tangent_of(const Arguments& arguments, std::string_view flag) {
+    const std::string* name = arguments.text(flag);
+    if (!name) return std::optional<Tangent>();
+    const std::optional<Tangent> known = tangent_by_name(*name);
+    if (!known) return Error{"'" + *name + "' is no type of tangent"};
+    return known;
+}
+
 Result<CommandResult> set_keyframe(Session& session, const Arguments& arguments) {
     Scene& scene = session.scene();
     const Result<std::vector<Plug>> plugs = Targets(session, arguments).plugs(false);
     if (!plugs) return plugs.error();
     if (plugs->empty()) return Error{"Nothing to key: no attribute of a named or selected object fits"};
     const std::optional<double> value = arguments.number("v");
-    if (!value && !arguments.has("t")) {
-        if (Result<void> done = key_plugs(scene, *plugs, scene.current_time()); !done) return done.error();
-        return integer_result(static_cast<std::int64_t>(plugs->size()));
-    }
     const Result<std::vector<double>> times = times_of(session, arguments);
     if (!times) return times.error();
-    std::int64_t count = 0;
+    const Result<std::optional<Tangent>> in = tangent_of(arguments, "itt"), out = tangent_of(arguments, "ott");
+    for (const auto* tangent : {&in, &out}) {
+        if (!*tangent) return tangent->error();
+    }
     for (const double time : *times) {
         if (!value) {
             if (Result<void> done = key_plugs(scene, *plugs, time); !done) return done.error();
-            count += static_cast<std::int64_t>(plugs->size());
-            continue;
         }
         for (const Plug& plug : *plugs) {
-            const Result<void> done = key_plug_with(scene, plug, time, *inner_value(plug, *value, scene));
-            if (!done) return done.error();
-            ++count;
+            if (value) {
+                const Result<void> done = key_plug_with(scene, plug, time, inner_value(plug, *value, scene));
+                if (!done) return done.error();
+            }
+            if (*in || *out) set_key_tangents(plug, time, *in, *out);
         }
     }
-    return integer_result(count);
+    return integer_result(static_cast<std::int64_t>(times->size() * plugs->size()));
 }
 
 struct Range {
@@ -156,7 +166,7 @@ Result<Range> range_of(const Arguments& arguments) {
 }
 
 double shown_value(const Plug& plug, double value, const Scene& scene) {
-    return value / *inner_value(plug, 1.0, scene);
+    return value / inner_value(plug, 1.0, scene);
 }
 
 Result<CommandResult> keyframe(Session& session, const Arguments& arguments) {
