@@ -241,7 +241,8 @@ Result<CommandResult> MelInterpreter::Frame::evaluate(const MelExpression& expre
     if (!value) return value;
     using Kind = MelExpression::Kind;
     const bool makes = expression.kind == Kind::list || expression.kind == Kind::binary ||
-                       expression.kind == Kind::assign || expression.kind == Kind::step;
+                       expression.kind == Kind::assign || expression.kind == Kind::step ||
+                       expression.kind == Kind::step_after;
     ScriptWork& work = *interpreter.work_;
     if (!(makes ? work.make(*value) : work.pass(*value))) return failed(expression.offset, ScriptWork::refusal);
     return value;
@@ -293,6 +294,7 @@ Result<CommandResult> MelInterpreter::Frame::computed(const MelExpression& expre
     }
     case MelExpression::Kind::assign:
     case MelExpression::Kind::step:
+    case MelExpression::Kind::step_after:
         return assign(expression);
     }
     return CommandResult();
@@ -322,12 +324,13 @@ Result<CommandResult> MelInterpreter::Frame::assign(const MelExpression& express
     }
     Result<CommandResult> before = evaluate(place);
     if (!before) return before;
-    const bool step = expression.kind == MelExpression::Kind::step;
+    const bool step = expression.kind != MelExpression::Kind::assign;
     Result<CommandResult> by = step ? Result<CommandResult>(integer_result(1)) : evaluate(expression.parts[1]);
     if (!by) return by;
     auto value = mel_binary(std::string_view(expression.name).substr(0, 1), *before, *by);
     if (!value) return failed(expression.offset, "Division by zero");
-    return assign_to(place, std::move(*value));
+    Result<CommandResult> after = assign_to(place, std::move(*value));
+    return after && expression.kind == MelExpression::Kind::step_after ? before : after;
 }
 
 Result<CommandResult> MelInterpreter::Frame::assign_to(const MelExpression& place, CommandResult value) {

@@ -398,7 +398,7 @@ private:
         if (c == '+') scanner_.advance();
         if (!parse_primary(out)) return false;
         for (const std::string_view step : {"++", "--"}) {
-            if (is_place(out) && scanner_.take(step)) wrap(out, MelExpression::Kind::step, step);
+            if (is_place(out) && scanner_.take(step)) wrap(out, MelExpression::Kind::step_after, step);
         }
         return true;
     }

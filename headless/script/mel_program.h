@@ -21,7 +21,8 @@ struct MelExpression {
         binary,      ///< `name` is the operator
         conditional, ///< `parts[0]` ? `parts[1]` : `parts[2]`
         assign,      ///< `name` is the operator ("=", "+="), `parts[0]` a variable or an element
-        step,        ///< "++" or "--" in `name`, on `parts[0]`
+        step,        ///< "++" or "--" in `name`, on `parts[0]`; gives the new value
+        step_after,  ///< the same, and gives the value before
     };
 
     Kind kind = Kind::literal;

@@ -11,8 +11,12 @@ using Kind = CommandResult::Kind;
 
 double leading_number(std::string_view text) {
     double out = 0.0;
-    const std::size_t begin = std::min(text.find_first_not_of(" \t\n"), text.size());
-    const auto [end, error] = std::from_chars(text.data() + begin, text.data() + text.size(), out);
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n"), text.size()));
+    if (text.starts_with('+')) text.remove_prefix(1);
+    // "nancy" and "infant" begin with words that would read as numbers.
+    const std::size_t sign = text.starts_with('-') ? 1 : 0;
+    if (text.find_first_of("0123456789.", sign) != sign) return 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
     return error == std::errc() ? out : 0.0;
 }
 

@@ -96,12 +96,9 @@ std::vector<Node*> nodes_in(Scene& scene, const std::string& name_space) {
     return out;
 }
 
-// Gives the nodes of one namespace another in its place; "" and ":" are the root.
+// Gives the nodes of one namespace another in its place; "" is the root.
 Result<void> move_namespace(Scene& scene, const std::string& from, std::string to) {
-    if (to == ":")
-        to.clear();
-    else if (!to.empty())
-        to += ':';
+    if (!to.empty()) to += ':';
     for (Node* node : nodes_in(scene, from)) {
         std::string name = to;
         name.append(node->name(), from.size() + 1, std::string::npos);
@@ -137,6 +134,8 @@ Result<CommandResult> name_space(Session& session, const Arguments& arguments) {
     }
     const std::vector<std::string> pair = arguments.texts("mv");
     if (pair.size() == 2) {
+        if (!scene.namespaces().contains(plain(pair[0])))
+            return Error{"The namespace '" + pair[0] + "' does not exist"};
         const Result<void> moved = move_namespace(scene, plain(pair[0]), plain(pair[1]));
         return moved ? Result<CommandResult>(CommandResult()) : moved.error();
     }

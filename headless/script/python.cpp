@@ -3,6 +3,7 @@
 #include "headless/script/mel_values.h"
 #include "headless/script/python_command.h"
 #include "headless/script/python_text.h"
+#include "headless/script/set_attribute.h"
 
 namespace headless {
 namespace {
@@ -93,6 +94,7 @@ private:
     bool import() {
         do {
             std::string name, alias;
+            text_.skip();
             const std::size_t begin = text_.at();
             if (!text_.dotted_name(name) || !as_name(alias)) return false;
             if (!known_module(name, begin)) return false;
@@ -104,6 +106,7 @@ private:
 
     bool import_from() {
         std::string module;
+        text_.skip();
         const std::size_t begin = text_.at();
         if (!text_.dotted_name(module)) return false;
         if (text_.identifier() != "import") return text_.syntax_error("'import' is missing");
@@ -291,6 +294,17 @@ private:
         return run_python_command(session_, whole.substr(10), given);
     }
 
+    static Result<CommandResult> read_number(const std::string& type, std::string_view text) {
+        const std::size_t begin = std::min(text.find_first_not_of(" \t\r\n"), text.size());
+        const std::string_view word = text.substr(begin, text.find_last_not_of(" \t\r\n") + 1 - begin);
+        const std::optional<double> number = number_of(word);
+        if (type == "float" && number) return number_result(*number);
+        if (number && word.find_first_not_of("+-0123456789") == std::string_view::npos)
+            return integer_result(Value(*number).integer());
+        const char* why = type == "int" ? "invalid literal for int() with base 10: '" : "could not convert to float: '";
+        return Error{"ValueError: " + (why + std::string(text)) + "'"};
+    }
+
     Result<CommandResult> run_builtin(const std::string& name, std::size_t begin,
                                       const std::vector<PythonArgument>& given) {
         if (name == "print") {
@@ -302,6 +316,7 @@ private:
         }
         if (given.size() == 1) {
             const CommandResult& value = given[0].value.value;
+            if (mel_is_text(value) && (name == "int" || name == "float")) return read_number(name, mel_text(value));
             if (name == "str") return text_result(mel_text(value));
             if (name == "int") return integer_result(mel_integer(value));
             if (name == "float") return number_result(mel_number(value));

@@ -88,6 +88,15 @@ Result<CommandResult> unload_plugin(Session& session, const Arguments& arguments
     return texts_result(std::move(unloaded));
 }
 
+template<typename Registry>
+std::vector<std::string> registered_by(const std::string& plugin, const Registry& registry) {
+    std::vector<std::string> out;
+    for (const auto& [name, entry] : registry) {
+        if (entry.plugin == plugin) out.push_back(name);
+    }
+    return out;
+}
+
 Result<CommandResult> plugin_info(Session& session, const Arguments& arguments) {
     if (arguments.has("ls")) return texts_result(session.loaded_plugins());
     if (arguments.count() != 1) return Error{"pluginInfo needs a plug-in"};
@@ -96,17 +105,9 @@ Result<CommandResult> plugin_info(Session& session, const Arguments& arguments) 
     if (arguments.has("l")) return integer_result(loaded ? 1 : 0);
     if (!loaded) return Error{"The plug-in '" + name + "' isn't loaded"};
     if (arguments.has("n")) return text_result(name);
-    std::vector<std::string> names;
-    if (arguments.has("c")) {
-        for (const auto& [command, entry] : session.commands) {
-            if (entry.plugin == name) names.push_back(command);
-        }
-    } else {
-        for (const auto& [translator, entry] : session.translators) {
-            if (entry.plugin == name) names.push_back(translator);
-        }
-    }
-    return texts_result(std::move(names));
+    if (arguments.has("c")) return texts_result(registered_by(name, session.commands));
+    if (arguments.has("t")) return texts_result(registered_by(name, session.translators));
+    return Error{"pluginInfo needs a flag that says what is asked"};
 }
 
 Result<CommandResult> about(Session&, const Arguments& arguments) {
@@ -130,7 +131,7 @@ constexpr CommandRow rows[] = {
     {"source", "", source},
     {"loadPlugin", "qt,quiet", load_plugin},
     {"unloadPlugin", "f,force", unload_plugin},
-    {"pluginInfo", "l,loaded ls,listPlugins n,name c,command t,translator v,version", plugin_info},
+    {"pluginInfo", "l,loaded ls,listPlugins n,name c,command t,translator", plugin_info},
     {"about", "v,version b,batch api,apiVersion", about},
     {"fileInfo", "", nullptr, nothing},
     {"requires", "", nullptr, nothing},

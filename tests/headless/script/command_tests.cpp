@@ -1,8 +1,10 @@
 #include "script_test.h"
 
 #include "headless/graph/evaluation.h"
+#include "tests/temporary.h"
 
 #include <filesystem>
+#include <fstream>
 
 namespace headless {
 namespace {
@@ -138,6 +140,45 @@ TEST_F(ScriptTest, constraints_keep_their_offset_and_follow) {
     EXPECT_EQ(mel("parentConstraint target held").substr(0, 6), "error:");
 }
 
+TEST_F(ScriptTest, namespaces_move_with_all_that_is_in_them) {
+    mel("createNode joint -n \"x:a\"; createNode joint -n \"x:y:b\"; createNode joint -n \"z:a\"");
+    EXPECT_EQ(mel("namespace -mv x z; ls -type joint"), "z:a1 z:y:b z:a");
+    EXPECT_EQ(mel("namespace -mv \":z:y\" \":\"; ls -type joint"), "z:a1 b z:a");
+    EXPECT_EQ(mel("namespace -mv gone z"), "error: The namespace 'gone' does not exist");
+    EXPECT_EQ(mel("namespace -ex \":\"") + mel("namespace -ex q"), "10");
+    EXPECT_EQ(mel("createNode joint -n \"p:q:c\"; namespace -mnp -rm \"p:q\"; ls -type joint"), "z:a1 b z:a p:c");
+    EXPECT_EQ(mel("namespace -add p"), "error: The namespace 'p' already exists");
+    EXPECT_EQ(mel("namespace p"), "error: namespace needs -add, -exists, -moveNamespace or -removeNamespace");
+}
+
+TEST_F(ScriptTest, types_and_lists_of_nodes) {
+    mel("createNode joint -n j; createNode transform -n t; createNode lambert -n skin");
+    EXPECT_EQ(mel("nodeType -i j"), "node dagNode transform joint");
+    EXPECT_EQ(mel("createNode transform -s -n persp") + mel("createNode camera -n cam -p gone"),
+              "persperror: No object matches name: gone");
+    EXPECT_EQ(mel("ls -et transform j t") + " " + mel("ls -typ transform j t"), "t j t");
+    EXPECT_EQ(mel("ls \"sk*\""), "skin");
+    EXPECT_EQ(mel("select t; select -af skin j; ls -sl"), "skin j t");
+    EXPECT_EQ(mel("delete; ls j t skin"), "");
+    EXPECT_EQ(mel("spaceLocator -n l; listRelatives -ad -typ locator l"), "lShape");
+    EXPECT_EQ(mel("currentUnit -q -t -f") + mel("about -v") + mel("about -api") + mel("about -b"), "film20162016101");
+}
+
+TEST_F(ScriptTest, scripts_in_files_speak_and_tell_where_they_fail) {
+    const std::string path = temporary_folder() + "script test.mel";
+    std::ofstream(path)
+        << "refresh -f; warning \"careful\\n\";\n  global int $g_read = 7; error \"no\" further; print 1;";
+    EXPECT_EQ(mel("source \"" + path + "\""), "error: " + path + ":2:27: no further");
+    EXPECT_EQ(messages, std::vector<std::string>{"W: careful"});
+    std::ofstream(path) << "print 1;\n  $a = ;";
+    EXPECT_EQ(mel("source \"" + path + "\""), "error: " + path + ":2:8: Syntax error: a value is missing at ';'");
+    std::ofstream(path) << "global int $g_read; $g_read";
+    EXPECT_EQ(mel("source \"" + path + "\""), "7");
+    std::filesystem::remove(path);
+    EXPECT_TRUE(mel("source \"" + path + "\"").starts_with("error: " + path + ": can't be read: "));
+    EXPECT_EQ(mel("source"), "error: source needs a file");
+}
+
 TEST_F(ScriptTest, files_open_save_and_ask_before_losing_changes) {
     const std::string path = (std::filesystem::temp_directory_path() / "script test.ma").generic_string();
     mel("createNode joint -n hip; setAttr hip.ty 90");
@@ -149,6 +190,10 @@ TEST_F(ScriptTest, files_open_save_and_ask_before_losing_changes) {
     EXPECT_EQ(mel("file -f -new; objExists hip"), "0");
     EXPECT_EQ(mel("file -o \"" + path + "\"; getAttr hip.ty"), "90");
     EXPECT_EQ(mel("file -i -namespace \"a:b\" \"" + path + "\"; getAttr a:b:hip.ty"), "90");
+    EXPECT_EQ(mel("file -q -ex \"" + path + "\"") + mel("file -q -type") + mel("file -q -l"), "1mayaAscii" + path);
+    EXPECT_EQ(mel("file -mf 0; file -q -mf") + mel("file -mf 1; file -q -mf"), "01");
+    EXPECT_EQ(mel("file -q -exn \"sub/a.ma\""), (std::filesystem::current_path() / "sub" / "a.ma").generic_string());
+    EXPECT_EQ(mel("file -q"), "error: file needs a flag that says what is asked");
     EXPECT_EQ(mel("file -r \"" + path + "\"; objExists \"script_test:hip\""), "1");
     std::filesystem::remove(path);
     EXPECT_EQ(mel("file -f -o \"" + path + ".gone.ma\"").substr(0, 6), "error:");

@@ -97,6 +97,29 @@ TEST_F(PythonTest, strings_are_read_as_python_reads_them) {
     EXPECT_EQ(messages.back(), R"(I: a"bc\n\qB)");
     EXPECT_EQ(python("print(u'\\u00e4\\n1', 2)"), "");
     EXPECT_EQ(messages.back(), "I: ä\n1 2");
+    EXPECT_EQ(python("u'\\u20ac\\x41' + 'a\\\nb'"), "€Aab");
+    EXPECT_EQ(python("'\\xzz'"), "error: line 1:2: SyntaxError: a character's number isn't hexadecimal");
+}
+
+TEST_F(PythonTest, builtins_and_lines_that_go_on) {
+    EXPECT_EQ(python("str(12) + 'a' + \\\n  str(0.5) # and no more\npass\n"), "12a0.5");
+    EXPECT_EQ(python("str(12) + 'a' + \\\r\n  str(0.5)"), "12a0.5");
+    EXPECT_EQ(python("int(' 12\\n') + int(3.7) + len('abc') + len([1,\n 2])"), "20");
+    EXPECT_EQ(python("float('-1e2') + .5"), "-99.5");
+    EXPECT_EQ(python("int('nancy')"), "error: ValueError: invalid literal for int() with base 10: 'nancy'");
+    EXPECT_EQ(python("int('3.7')"), "error: ValueError: invalid literal for int() with base 10: '3.7'");
+    EXPECT_EQ(python("float('')"), "error: ValueError: could not convert to float: ''");
+    EXPECT_EQ(python("x = [1] + [2, 3]; x[-1] + x[0]"), "4");
+    EXPECT_EQ(python("x = 1 + .; x"), "error: line 1:9: SyntaxError: a value is missing at '.'");
+}
+
+TEST_F(PythonTest, plug_ins_tell_what_they_registered) {
+    EXPECT_EQ(mel("pluginInfo -q -c \"plug-ins/xx.so\""), "listNodes");
+    EXPECT_EQ(mel("pluginInfo -q -t xx") + mel("pluginInfo -q -n \"C:\\\\xx.mll\""), "Xxxx");
+    EXPECT_EQ(mel("pluginInfo -q -ls"), "xx");
+    EXPECT_EQ(mel("pluginInfo -q xx"), "error: pluginInfo needs a flag that says what is asked");
+    EXPECT_EQ(mel("pluginInfo -q -l yy"), "0");
+    EXPECT_EQ(mel("pluginInfo -q -c yy"), "error: The plug-in 'yy' isn't loaded");
 }
 
 TEST_F(PythonTest, errors_tell_what_and_where) {
@@ -109,6 +132,13 @@ TEST_F(PythonTest, errors_tell_what_and_where) {
               "error: line 2:6: SyntaxError: a value is missing at the end");
     EXPECT_EQ(mel("objExists early"), "0");
     EXPECT_EQ(python("x = 'abc"), "error: line 1:5: SyntaxError: a string has no end");
+    EXPECT_EQ(python("x = 1\nimport pymel"), "error: line 2:8: ImportError: No module named pymel");
+    EXPECT_EQ(python("from maya import cmd"), "error: ImportError: No module named maya.cmd");
+    EXPECT_EQ(python("import os as"), "error: line 1:13: SyntaxError: a name is missing at the end");
+    EXPECT_EQ(python("import os\nos.getcwd()"), "error: line 2:1: AttributeError: 'os.getcwd' is not known here");
+    EXPECT_EQ(python("range(3)"), "error: NameError: name 'range' is not defined");
+    EXPECT_EQ(python("cmds.ls(l=1, 'x')"),
+              "error: line 1:14: SyntaxError: an argument without a name behind one with a name at '''");
     EXPECT_EQ(python("[1, 2][5]"), "error: IndexError: list index out of range");
     EXPECT_EQ(mel("listNodes -x"), "error: Invalid flag '-x'");
     EXPECT_EQ(mel("listNodes -r fast"), "error: Flag '-r' must be passed a double argument");
