@@ -37,10 +37,6 @@ void AnimCurve::set_weighted(bool on) {
     changed();
 }
 
-void AnimCurve::clear() {
-    erase(0, size());
-}
-
 void AnimCurve::append(double time, double value) {
     times_.push_back(time);
     push_back_tight(values_, value);

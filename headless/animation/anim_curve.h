@@ -82,7 +82,6 @@ public:
     // Editing. Places are those of the keys as they stand, whatever their times.
     void set_tangent(Tangent type);
     void set_weighted(bool on);
-    void clear();
     void append(double time, double value);
     void insert(std::size_t at, const CurveKey& key);
     void set_key(std::size_t at, const CurveKey& key);

@@ -46,9 +46,4 @@ Shading shading_of(const Node& mesh, int instance, std::size_t face_count) {
     return out;
 }
 
-Node* surface_shader_of(const Node& group) {
-    const Plug plug = group.find_plug("surfaceShader");
-    return plug ? group.source_of(plug.key).node : nullptr;
-}
-
 } // namespace headless

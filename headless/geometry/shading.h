@@ -14,7 +14,4 @@ struct Shading {
 /// Faces that a group names and that aren't there are passed over; sets that shade nothing too.
 Shading shading_of(const Node& mesh, int instance, std::size_t face_count);
 
-/// What is connected to a shading group's `surfaceShader`; null when nothing is.
-Node* surface_shader_of(const Node& group);
-
 } // namespace headless

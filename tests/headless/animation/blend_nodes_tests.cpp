@@ -1,3 +1,4 @@
+#include "headless/animation/rotation_blend.h"
 #include "network.h"
 
 namespace headless {
@@ -25,6 +26,19 @@ TEST_F(BlendNodes, pair_blend_mixes_by_axis_and_mode) {
     expect_near(vector("p.or"), {.5, .4, .2});
     set("p.w", 7.0);
     EXPECT_EQ(number("p.otx"), 5);
+}
+
+// Flattened axes leave some rotation, and what is left of it holds.
+TEST_F(BlendNodes, the_rotation_of_a_flat_matrix_is_still_one) {
+    for (const Vector3 along : {Vector3{0, 3, 0}, Vector3{2, 0, 0}, Vector3{0, 0, 0}}) {
+        Matrix flat;
+        flat.set_row(0, along);
+        flat.set_row(1, along * -2);
+        const Matrix turned = rotation_part(flat);
+        EXPECT_NEAR(determinant(turned), 1.0, 1e-12);
+        expect_same_rotation(turned * transposed(turned), Matrix());
+        if (length(along) > 0) expect_near(turned.row(0), along * (1 / length(along)));
+    }
 }
 
 TEST_F(BlendNodes, pair_blend_turns_along_the_arc_when_told_so) {

@@ -197,6 +197,14 @@ TEST_F(Constraints, without_weight_rest_or_stay) {
     set("con.erp", false);
     expect_near(vector("c.t"), {7, 8, 9});
     expect_near(vector("c.r"), {0, 0, 0});
+    make("pointConstraint", "whole");
+    make("joint", "held");
+    set("held.t", Vector3{4, 5, 6});
+    set("whole.erp", false);
+    EXPECT_EQ(vector("whole.ct"), Vector3{}); // nothing is behind it yet
+    connect("whole.ct", "held.t");
+    expect_near(vector("held.t"), {4, 5, 6});
+    EXPECT_EQ(number("held.ty"), 5);
 }
 
 TEST_F(Constraints, weights_and_targets_move_with_the_clock) {

@@ -53,6 +53,10 @@ TEST_F(CurveNode, attributes_of_files_are_taken_and_given_back) {
     EXPECT_EQ(indices(".kot"), std::vector<int>{0});
     EXPECT_EQ(indices(".kix"), (std::vector<int>{0, 1}));
     EXPECT_EQ(indices(".ktl"), std::vector<int>{1});
+    EXPECT_EQ(indices(".kwl"), std::vector<int>{0});
+    EXPECT_EQ(indices(".kbd"), (std::vector<int>{0, 1}));
+    EXPECT_EQ(curve.get(curve.find_plug(".ktv[0]").key), Value(Value::Doubles{0.5, 7}));
+    EXPECT_FALSE(set(".pre", "cycle"));
     EXPECT_FALSE(set(".ktv[0]", Value::Doubles{1, 2, 3}));
     EXPECT_FALSE(set(".ktv[0].kv", "no"));
     const AnimCurve& keys = CurveData::of(curve)->keys();

@@ -122,6 +122,13 @@ TEST_F(Keying, a_plug_behind_a_plain_connection_is_keyed_where_the_curve_is) {
     EXPECT_EQ(set.source_of(set.find_plug(".av[3]").key).node, curve_of(plug(".rz")));
     scene.set_current_time(1);
     EXPECT_EQ(now(".rz"), 2);
+    Node& leader = **scene.create_node("joint", "leader");
+    ASSERT_TRUE(scene.connect(leader.find_plug(".t"), plug(".t")));
+    ASSERT_TRUE(key_plug(scene, plug(".t"), 1));
+    for (const char* path : {".tx", ".ty", ".tz"})
+        EXPECT_EQ(leader.source_of(leader.find_plug(path).key).node, curve_of(plug(path))) << path;
+    key(".ty", 1, 6);
+    EXPECT_EQ(scene.evaluate(plug(".t")).vector(), (Vector3{0, 6, 0}));
 }
 
 } // namespace

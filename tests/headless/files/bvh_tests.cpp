@@ -103,6 +103,14 @@ TEST_F(Bvh, frames_without_channels_make_a_range_and_nothing_else) {
     EXPECT_EQ(scene.evaluate(*scene.find_plug("hips.t")).vector(), (Vector3{1, 2, 3}));
 }
 
+TEST_F(Bvh, a_frame_time_with_an_exponent_is_rounded_to_its_last_digit) {
+    ASSERT_TRUE(read(one_joint("OFFSET 0 0 0\n", "Frames: 2\nFrame Time: 4.17E-2\n")));
+    EXPECT_EQ(scene.time_unit.name, "film");
+    Scene other;
+    ASSERT_TRUE(read_bvh_text(other, one_joint("", "Frames: 2\nFrame Time: .00000417e+4\n"), ""));
+    EXPECT_EQ(other.time_unit.name, "film");
+}
+
 TEST_F(Bvh, an_import_keeps_the_units_of_the_scene_it_joins) {
     ASSERT_TRUE(scene.create_node("joint", "hips"));
     ASSERT_TRUE(read(one_joint("CHANNELS 1 Xrotation\n", "Frames: 2\nFrame Time: 0.04\n1 2\n")));
@@ -146,6 +154,8 @@ TEST_F(Bvh, says_where_and_why_a_file_is_refused_and_leaves_the_scene_alone) {
         "walk.bvh:3:14: expected OFFSET, CHANNELS, JOINT, End Site or \"}\" in joint \"a\", found the end of the file");
     EXPECT_EQ(error_of(one_joint("CHANNELS 3 Xrotation Yrotation\n", "")),
               "walk.bvh:5:1: expected 3 channels, found 2 and \"}\"");
+    EXPECT_EQ(error_of(one_joint("CHANNELS 1 Xrotation CHANNELS 1 Yrotation\n", "")),
+              "walk.bvh:4:31: the joint \"hips\" lists channels twice");
     EXPECT_EQ(error_of(one_joint("CHANNELS 2 Xrotation xRotation\n", "")),
               "walk.bvh:4:22: the channel \"xRotation\" stands twice");
     EXPECT_EQ(error_of(one_joint(body, "Frames: -3\n" + time)),

@@ -168,6 +168,18 @@ createNode joint -n "j"; setAttr ".mnrl" -type "double3" -360 -360 -360; setAttr
                   "W: a.ma:2:74: 'left' can't be a value of 'j.translate.translateX' (and 3 more passed over)"}));
 }
 
+TEST_F(MaReaderTest, connections_can_be_taken_back_and_lines_for_others_pass_in_silence) {
+    ASSERT_TRUE(read(R"(requires -nodeType "x" "some" "1.0"; fileInfo "a" "b"; dataStructure -fmt "raw" -as "name=x";
+createNode joint -n "a"; createNode joint -n "b"; relationship "link" ":lightLinker1" "x"; lockNode -l 1;
+connectAttr -l on "a.tx" "b.tx"; connectAttr "a.ty" "b.ty"; connectAttr -f "a.tz" "b.ty" -rd "q";
+disconnectAttr -na "a.tx" "b.tx"; disconnectAttr "a.r" "b.rz"; disconnectAttr "a.r" "b.gone";
+disconnectAttr "a.r" "gone.r"; connectAttr "a.r"; createNode animCurveTL -n "c"; setAttr ".ktv[0]" 1;
+)"));
+    EXPECT_FALSE(node("b").source_of(node("b").find_plug("tx").key));
+    EXPECT_EQ(node("b").source_of(node("b").find_plug("ty").key), node("a").find_plug("tz"));
+    EXPECT_EQ(messages, std::vector<std::string>{"W: a.ma:5:1: No object matches name: gone (and 2 more passed over)"});
+}
+
 TEST_F(MaReaderTest, an_error_names_its_place_and_takes_the_nodes_back) {
     ASSERT_TRUE(scene().create_node("joint", "mine"));
     const std::size_t before = scene().node_count();

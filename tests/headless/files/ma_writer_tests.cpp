@@ -165,7 +165,7 @@ createNode transform -n "a:root"; rename -uid "12-AB";
   setAttr ".t" -type "double3" 0.1 -2e-9 12345678901 ;
   setAttr ".r" -type "double3" 33.1 89.999999999 -7e-15 ;
   setAttr -l on -k off -cb on ".tx"; setAttr ".sw" 2; setAttr ".len" 0.3; setAttr ".vc" -type "double3" 1 2 3.5;
-  setAttr ".txt" -type "string" "quote \" back\\slash\n\ttab ä end";
+  setAttr ".txt" -type "string" "quote \" back\\slash\n\ttab ä\r end";
   setAttr -s 3 ".mul"; setAttr ".mul[2:3]" 5 6; setAttr ".mul[7]" -1;
   setAttr ".odd" yes; setAttr ".two" -type "double2" 1 2.5; setAttr ".bare" someWord;
   setAttr -s 2 ".pts[0:1]" -type "float3" 0 1 2 3 4 5; setAttr ".ten[4].in[2].x" 2.25;
@@ -177,8 +177,10 @@ createNode joint -n "hand" -p "a:root"; setAttr ".jo" -type "double3" 10 20 30; 
 createNode transform -n "b"; createNode joint -n "hand" -p "b";
 createNode mesh -n "shape" -p "|a:root|hand"; setAttr -s 2 ".fc[0:1]" -type "polyFaces" f 3 0 1 -2 mu 0 3 0 1 2 f 3 2 1 0;
 parent -s -nc -r -add "|a:root|hand|shape" "|b|hand";
+createNode transform -n "back" -p "|b|hand"; parent -add "back" "a:root";
 createNode lambert -n "red"; setAttr ".c" -type "float3" 1 0 0;
-createNode animCurveTA -n "turn"; setAttr ".tan" 9; setAttr ".wgt" yes; setAttr ".pst" 4;
+createNode animCurveTA -n "turn"; setAttr ".tan" 9; setAttr ".wgt" yes;
+  setAttr ".pst" 4; setAttr ".pre" 3;
   setAttr -s 4 ".ktv[0:3]" 1 0.1 2.5 -90 4 33.3 8 1e-7; setAttr ".kit[1:2]" 1 3; setAttr ".kot[1]" 5;
   setAttr -s 4 ".kix[0:3]" 1 0.5 0.3 1; setAttr -s 4 ".kiy[0:3]" 0 0.1 -0.2 0; setAttr ".ktl[2]" no; setAttr ".kbd[3]" yes;
 connectAttr "turn.o" "|b|hand.ry"; connectAttr "a:root.s" "|a:root|hand.is"; connectAttr "red.oc" "b.some[3].in";
@@ -224,6 +226,12 @@ TEST_F(MaWriterTest, values_that_scripts_and_plug_ins_make_read_back_too) {
     EXPECT_EQ(again.find_plug("made.note")->node->get(again.find_plug("made.note")->key).text(),
               long_text + "\n\"" + long_text);
     EXPECT_EQ(again.playback.animation_end, 3.0);
+    again.playback.animation_end = 5; // the script that was read says otherwise
+    ASSERT_TRUE(write_maya_ascii(again, folder + "/b.ma"));
+    EXPECT_NE(text_of(folder + "/b.ma").find("-ast 3 -aet 120 "), std::string::npos);
+    Scene third;
+    ASSERT_TRUE(read_maya_ascii(third, folder + "/b.ma"));
+    EXPECT_EQ(third.playback.animation_end, 5.0);
 }
 
 TEST_F(MaWriterTest, a_file_is_whole_or_not_there_and_a_bad_target_or_value_is_one_clear_error) {

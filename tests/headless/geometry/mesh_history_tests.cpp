@@ -181,6 +181,68 @@ TEST_F(MeshHistoryTest, names_what_it_does_not_evaluate_and_follows_edits) {
     EXPECT_EQ(mesh("m")->notes, (std::vector<std::string>{"its history has no end"}));
 }
 
+// A square in a shape of its own that feeds another by way of a modifier.
+constexpr const char* square = R"(
+    createNode transform -n "t"; createNode mesh -n "from" -p "t"; createNode mesh -n "m" -p "t";
+    setAttr -s 4 ".vt[0:3]" -type "float3" 0 0 0 2 0 0 2 2 0 0 2 0;
+    select -ne "from"; setAttr -s 4 ".vt[0:3]" 0 0 0 2 0 0 2 2 0 0 2 0; setAttr -s 4 ".ed[0:3]" 0 1 0 1 2 0 2 3 0 3 0 0;
+    setAttr ".ccls" -type "string" "paint"; setAttr ".clst[0].clsn" -type "string" "paint";
+    setAttr -s 4 ".clst[0].clsp[0:3]" 1 0 0 1 0 1 0 1 0 0 1 1 1 1 1 0;
+    setAttr -s 4 ".n[0:3]" -type "float3" 3 4 0 1e+20 1e+20 1e+20 0 0 -2 3 4 0;
+    setAttr ".fc[0]" -type "polyFaces" f 4 0 1 2 3 mc 0 4 0 1 2 3;)";
+
+TEST_F(MeshHistoryTest, divides_colours_as_it_divides_points) {
+    ASSERT_TRUE(read_maya_ascii_text(scene(), square, "test.ma", {}));
+    run("createNode polySubdFace -n d; setAttr d.ics -type componentList 3 \"vtx[0]\" \"f[x]\" \"f[0]\";"
+        "connectAttr from.o d.ip; connectAttr d.out m.i;");
+    const auto found = mesh("m");
+    ASSERT_EQ(found->face_count(), 4u);
+    // A quad at each corner: the corner, half way to the next, the middle, half way back.
+    const auto colour = [&](std::size_t corner) {
+        const ColourSet& set = found->colour_sets[0];
+        return set.values[static_cast<std::size_t>(set.of_corner[corner])];
+    };
+    EXPECT_EQ(colour(0), (Float4{1.0f, 0.0f, 0.0f, 1.0f}));
+    EXPECT_EQ(colour(1), (Float4{0.5f, 0.5f, 0.0f, 1.0f}));
+    EXPECT_EQ(colour(2), (Float4{0.5f, 0.5f, 0.5f, 0.75f}));
+    EXPECT_EQ(colour(3), (Float4{1.0f, 0.5f, 0.5f, 0.5f}));
+    EXPECT_EQ(found->points[static_cast<std::size_t>(found->corner_vertex[2])], (Float3{1.0f, 1.0f, 0.0f}));
+    EXPECT_TRUE(found->corner_normals.empty()); // they were those of the undivided faces
+}
+
+TEST_F(MeshHistoryTest, normals_set_by_hand_stay_square_to_what_is_scaled) {
+    ASSERT_TRUE(read_maya_ascii_text(scene(), square, "test.ma", {}));
+    run("createNode transformGeometry -n g; setAttr g.txf -type matrix 3 0 0 0 0 4 0 0 0 0 1 0 0 0 7 1;"
+        "connectAttr from.o g.ig; connectAttr g.og m.i;");
+    const auto found = mesh("m");
+    EXPECT_EQ(found->points[2], (Float3{6.0f, 8.0f, 7.0f}));
+    ASSERT_EQ(found->corner_normals.size(), 4u);
+    EXPECT_NEAR(found->corner_normals[0].x, std::sqrt(0.5), 1e-6); // (3 / 3, 4 / 4, 0) at unit length
+    EXPECT_NEAR(found->corner_normals[0].y, std::sqrt(0.5), 1e-6);
+    EXPECT_FALSE(is_set_normal(found->corner_normals[1]));
+    EXPECT_EQ(found->corner_normals[2], (Float3{0.0f, 0.0f, -1.0f}));
+}
+
+TEST_F(MeshHistoryTest, moves_points_by_tweaks_and_begins_with_spheres) {
+    ASSERT_TRUE(read_maya_ascii_text(scene(), R"(
+        createNode transform -n "t"; createNode mesh -n "m" -p "t"; createNode polySphere -n "s"; setAttr ".r" 2;
+        setAttr ".sa" 12; setAttr ".sh" 7; createNode polyUnite -n "u"; createNode tweak -n "w";
+        setAttr -s 2 ".vl[0].vt"; setAttr ".vl[0].vt[0]" -type "float3" 0 0 5;
+        setAttr ".vl[0].vt[73]" -type "float3" 1 0 0;
+        setAttr ".vl[0].vt[74]" -type "float3" 9 9 9; setAttr ".vl[1].vt[0]" -type "float3" 9 9 9;
+        connectAttr "s.out" "w.ip[0].ig"; connectAttr "w.og[0]" "m.i";
+        createNode mesh -n "n" -p "t"; connectAttr "u.out" "n.i";)",
+                                     "test.ma", {}));
+    const auto found = mesh("m");
+    ASSERT_EQ(found->points.size(), 6u * 12 + 2);
+    for (std::size_t i = 0; i < found->points.size(); ++i) {
+        const Vector3 by = i == 0 ? Vector3{0, 0, 5} : i == 73 ? Vector3{1, 0, 0} : Vector3{};
+        EXPECT_NEAR(length(wide(found->points[i]) - by), 2.0, 1e-6) << i;
+    }
+    EXPECT_EQ(mesh("n")->points.size(), 0u);
+    EXPECT_EQ(mesh("n")->notes, Names{"'u' (polyUnite) in its history isn't evaluated"});
+}
+
 TEST_F(MeshHistoryTest, divides_only_the_chosen_faces) {
     run("createNode transform -n t; createNode mesh -n m -p t; createNode polyCube -n c;");
     run("createNode polySubdFace -n d; connectAttr c.out d.ip; connectAttr d.out m.i;");

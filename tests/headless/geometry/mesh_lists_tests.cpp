@@ -87,6 +87,23 @@ TEST_F(MeshListsTest, gives_every_element_back_also_through_a_file) {
     EXPECT_EQ(node.get(node.find_plug("fc[4]").key).get_if<RawTokens>()->tokens.back(), "odd");
 }
 
+TEST_F(MeshListsTest, elements_in_any_order_and_one_by_one_and_again) {
+    const auto mesh = read(R"(
+        setAttr ".vt[3]" 0 3 0; setAttr ".vt[1]" 1 0 0; setAttr ".vt[0].vrtz" 4; setAttr ".vt[2]" 2 2 0;
+        setAttr -s 4 ".ed[0:3]" 0 1 0 1 2 0 2 3 0 3 0 0; setAttr ".uvst[0].uvsp[0].uvpv" 0.5;
+        setAttr -s 2 ".fc[0:1]" -type "polyFaces" f 4 0 1 2 3 mu 0 4 0 0 0 0 f 4 0 1 2 3;
+        setAttr ".fc[0]" -type "polyFaces" f 3 0 1 2; setAttr ".fc[0]" -type "polyFaces" f 4 -4 -3 -2 -1 mu 0 4 0 0 0 0;
+        setAttr -s 2 ".n[0:1]" -type "float3" 0 0 1 0 0 1;)");
+    EXPECT_EQ(mesh->points, (std::vector<Float3>{{0, 0, 4}, {1, 0, 0}, {2, 2, 0}, {0, 3, 0}}));
+    EXPECT_EQ(mesh->corner_vertex, (std::vector<int>{0, 3, 2, 1, 0, 1, 2, 3}));
+    EXPECT_EQ(mesh->uv_sets[0].values, (std::vector<Float2>{{0.0f, 0.5f}}));
+    EXPECT_EQ(mesh->notes, Names{"its normals aren't as many as its faces have corners and are left out"});
+    Node& node = **scene().find_node("m");
+    for (const char* path : {"uvst[0].uvsp[0].uvpv", "vt[0].vrtz", "vt[0]", "uvst[0].uvsp[0]", "fc[0]"})
+        EXPECT_FALSE(node.set(node.find_plug(path).key, "text")) << path;
+    EXPECT_EQ(mesh_of(scene(), node)->points, mesh->points);
+}
+
 TEST_F(MeshListsTest, reads_lengths_in_the_files_unit) {
     session.new_scene();
     const std::string text = "currentUnit -l meter;\n" + in_scene(two_quads);

@@ -20,12 +20,18 @@ Value one_more(EvaluationContext& context, Node& node, const Plug&) {
     return context.number(node.find_plug("input")) + 1.0;
 }
 
+// Where a transform stands along x.
+Value place(EvaluationContext& context, Node& node, const Plug&) {
+    return context.matrix(node.find_plug("input")).translation().x;
+}
+
 class Evaluation : public testing::Test {
 protected:
     static void SetUpTestSuite() {
         NodeType& curve = NodeTypes::all().add("testRamp", "animCurveTL", MFn::kAnimCurve);
         curve.compute = ramp;
         NodeTypes::all().add("testStep", "unitConversion", MFn::kUnitConversion).compute = one_more;
+        NodeTypes::all().add("testPlace", "unitConversion", MFn::kUnitConversion).compute = place;
     }
 
     Node& make(const char* type, const char* name, Node* parent = nullptr) {
@@ -153,6 +159,57 @@ TEST_F(Evaluation, world_matrices_compose_and_can_refuse_to_inherit) {
     set("b.it", false);
     EXPECT_EQ(scene.world_matrix(b).translation(), (Vector3{0, 5, 0}));
     EXPECT_EQ(scene.evaluate(b.find_plug("pim[0]")).matrix(), Matrix());
+}
+
+TEST_F(Evaluation, order_inheritance_and_compensation_can_be_driven) {
+    Node& a = make("joint", "a");
+    Node& b = make("joint", "b", &a);
+    ramp_node("r", 1);
+    set("a.s", Vector3{2, 2, 2});
+    set("b.r", Vector3{1, 2, 3});
+    for (const char* plug : {"b.ro", "b.ssc", "b.it"}) connect("r.o", plug);
+    for (const auto& [time, order] :
+         {std::pair{5.0, RotateOrder::zyx}, {1.0, RotateOrder::yzx}, {6.0, RotateOrder::xyz}}) {
+        scene.set_current_time(time);
+        const Matrix turned = euler_to_matrix({1, 2, 3}, order), local = scene.local_matrix(b);
+        for (int i = 0; i < 3; ++i) EXPECT_LT(length(local.row(i) * 2.0 - turned.row(i)), 1e-12) << time;
+        EXPECT_EQ(scene.world_matrix(b), local * scene.world_matrix(a)) << time;
+    }
+    scene.set_current_time(0.0);
+    const Matrix turned = euler_to_matrix({1, 2, 3}, RotateOrder::xyz), alone = scene.world_matrix(b);
+    for (int i = 0; i < 3; ++i) EXPECT_LT(length(alone.row(i) - turned.row(i)), 1e-12);
+}
+
+TEST_F(Evaluation, an_instance_that_refuses_to_inherit_does_so_on_every_way) {
+    Node& a = make("transform", "a");
+    Node& b = make("transform", "b");
+    Node& c = make("transform", "c", &a);
+    ASSERT_TRUE(scene.add_parent(c, b));
+    set("a.tx", 1.0);
+    set("b.ty", 5.0);
+    set("c.tz", 2.0);
+    const auto at = [&](const char* plug) { return scene.evaluate(c.find_plug(plug)).matrix().translation(); };
+    EXPECT_EQ(at("wm[0]"), (Vector3{1, 0, 2}));
+    EXPECT_EQ(at("wm[1]"), (Vector3{0, 5, 2}));
+    EXPECT_EQ(at("pm[1]"), (Vector3{0, 5, 0}));
+    set("c.it", false);
+    for (const char* plug : {"wm[0]", "wm[1]"}) EXPECT_EQ(at(plug), (Vector3{0, 0, 2})) << plug;
+    EXPECT_EQ(at("pm[1]"), Vector3{});
+    ASSERT_TRUE(scene.remove_parent(c, a));
+    EXPECT_FALSE(scene.remove_parent(c, b));
+    EXPECT_EQ(c.parent(), &b);
+}
+
+TEST_F(Evaluation, a_transform_that_follows_its_own_place_is_a_cycle) {
+    Node& a = make("transform", "a");
+    make("testPlace", "p");
+    connect("a.wm", "p.i");
+    connect("p.o", "a.tx");
+    set("a.ty", 3.0);
+    EXPECT_EQ(scene.world_matrix(a).translation().y, 3.0);
+    const auto errors = scene.take_evaluation_errors();
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_TRUE(errors[0].starts_with("Cycle at")) << errors[0];
 }
 
 TEST_F(Evaluation, a_joint_takes_out_its_parent_joints_scale_with_or_without_the_connection) {
