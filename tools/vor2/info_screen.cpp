@@ -55,9 +55,9 @@ std::string rounded(double number, int decimals) {
 /// "24/11/2026,19:05:10" with the day first, as 2026-11-24 19:05:10 UTC.
 std::string readable_time(const std::string& exported_at) {
     unsigned day = 0, month = 0, year = 0, hour = 0, minute = 0, second = 0;
+    constexpr const char* form = "%2u/%2u/%4u,%2u:%2u:%2u";
     // NOLINTNEXTLINE(cert-err34-c): so few digits fit
-    const int read =
-        std::sscanf(exported_at.c_str(), "%2u/%2u/%4u,%2u:%2u:%2u", &day, &month, &year, &hour, &minute, &second);
+    const int read = std::sscanf(exported_at.c_str(), form, &day, &month, &year, &hour, &minute, &second);
     if (read != 6) return exported_at;
     char text[80];
     (void)std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u UTC", year, month, day, hour, minute, second);
