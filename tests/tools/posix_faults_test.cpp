@@ -20,6 +20,12 @@ namespace fs = std::filesystem;
 
 class PosixFaultsTest : public ToolTest {
 protected:
+    ~PosixFaultsTest() override {
+        std::error_code ignored;
+        fs::remove_all(profiles(), ignored);
+    }
+    /// Where a run that is cut short leaves its profile when coverage is measured: half a one would spoil the others.
+    static fs::path profiles() { return fs::temp_directory_path() / ("vor2_profiles_" + std::to_string(getpid())); }
     /// Saves "a.vr2", which refers to "sub/b.vr2", and gives the names of outputs that have something to lose.
     Names save_two_scenes() const {
         VOR2 scene = two_nodes();
@@ -44,7 +50,7 @@ protected:
         getrlimit(RLIMIT_FSIZE, &limit);
         const rlimit small{room, limit.rlim_max};
         setrlimit(RLIMIT_FSIZE, &small);
-        const Outcome outcome = run(line);
+        const Outcome outcome = run(line, {"GCOV_PREFIX=" + profiles().string()});
         setrlimit(RLIMIT_FSIZE, &limit);
         return outcome;
     }
@@ -56,6 +62,7 @@ protected:
         const std::string folder = path(".");
         const pid_t child = fork();
         if (child != 0) return child;
+        setenv("GCOV_PREFIX", profiles().c_str(), 1); // NOLINT(concurrency-mt-unsafe): nothing else runs here
         alarm(60);
         if (chdir(folder.c_str()) == 0) execv(VOR2_TOOL, words.data());
         _exit(127);
