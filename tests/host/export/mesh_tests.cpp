@@ -242,13 +242,16 @@ TEST_F(MESH_TEST, moves_meshes_with_their_nodes) {
 }
 
 TEST_F(MESH_TEST, survives_a_node_without_a_direction) {
-    run("setAttr t.s 0 0 0;");
     exports_meshes() = true;
-    select({"t"});
-    const VOR2 root = exported();
-    const VOR2_MATRIX_NODE& node = root.matrix_hierarchy.nodes[root.rigids[0]->matrix_index];
-    const QUATERNION& q = node.rotation_track->key_values()[0];
-    EXPECT_NEAR(q.x * q.x + q.y * q.y + q.z * q.z + q.w * q.w, 1.0F, 1e-6F);
+    for (const char* scale : {"0 0 0", "2 0 0", "0 2 0", "0 0 2", "2 3 0", "0 2 3", "2 0 3"}) {
+        SCOPED_TRACE(scale);
+        run(std::string("setAttr t.r 15 -160 50; setAttr t.s ") + scale);
+        select({"t"});
+        const VOR2 root = exported();
+        const VOR2_MATRIX_NODE& node = root.matrix_hierarchy.nodes[root.rigids[0]->matrix_index];
+        const QUATERNION& q = node.rotation_track->key_values()[0];
+        EXPECT_NEAR(q.x * q.x + q.y * q.y + q.z * q.z + q.w * q.w, 1.0F, 1e-6F);
+    }
 }
 
 } // namespace

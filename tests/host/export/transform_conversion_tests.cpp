@@ -34,7 +34,7 @@ TEST_F(TRANSFORM_CONVERSION, swaps_y_and_z_and_turns_top_level_nodes) {
 
 TEST_F(TRANSFORM_CONVERSION, takes_an_inch_scale_from_the_first_node_for_all) {
     const MDagPath first = at("transform", "first", {1, 0, 0});
-    at("joint", "under", {100, 200, 300}, first);
+    const MDagPath under = at("joint", "under", {100, 200, 300}, first);
     at("joint", "second", {100, 0, 0});
     select({"first", "second"});
     set(first, "scaleX", 2.54);
@@ -43,6 +43,8 @@ TEST_F(TRANSFORM_CONVERSION, takes_an_inch_scale_from_the_first_node_for_all) {
     expect_vector(node(scaled, "second").position_track->key_values()[0], 2.54F, 0, 0);
     set(first, "scaleX", 2.5400001);
     expect_vector(node(exported(), "under").position_track->key_values()[0], 1, 3, 2);
+    expect_vector(local_position(under), 1, 3, 2);
+    expect_vector(local_position_scaled(under), 2.54F, 7.62F, 5.08F, 2e-6F);
     select({"second", "first"});
     set(first, "scaleX", 2.54);
     expect_vector(node(exported(), "under").position_track->key_values()[0], 1, 3, 2);
@@ -61,6 +63,8 @@ TEST_F(TRANSFORM_CONVERSION, drops_scale_and_keeps_rotation) {
     expect_vector(node(root, "child").position_track->key_values()[0], 1, 0, 0);
     // A quarter turn about the host's z is one about the file's y the other way round.
     expect_rotation(node(root, "child").rotation_track->key_values()[0], 0, -HALF_ROOT, 0, HALF_ROOT);
+    expect_rotation(local_rotation(child), 0, -HALF_ROOT, 0, HALF_ROOT);
+    expect_rotation(local_rotation_scaled(child), 0, -HALF_ROOT, 0, HALF_ROOT);
     EXPECT_TRUE(std::isnan(node(root, "grandchild").rotation_track->key_values()[0].w));
     EXPECT_TRUE(said("W: A scale of 0 leaves this node without a rotation: grandchild"));
 }
