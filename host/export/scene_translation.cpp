@@ -18,6 +18,8 @@
 namespace VOR2_EXPORTER_MAYA {
 namespace {
 
+constexpr f32 MOST_OFF_UNIT_SQUARE = 2e-3F; ///< of a rotation that is as good as one of unit length
+
 void fill_environment(VOR2_ENVIRONMENT& environment, const SAMPLE_RANGE& range) {
     environment.sample_rate = range.sample_at;
     environment.time_range.start = static_cast<f32>(range.start_sample / range.sample_at);
@@ -118,15 +120,19 @@ void thin_out_keys(VOR2_MATRIX_HIERARCHY& hierarchy) {
     }
 }
 
-// A scale of 0 leaves an axis without a direction.
-void warn_of_lost_rotations(const VOR2_MATRIX_HIERARCHY& hierarchy) {
+// A scale of 0 leaves an axis without a direction, and shear leaves axes that no rotation has.
+void warn_of_bad_rotations(const VOR2_MATRIX_HIERARCHY& hierarchy) {
     for (const VOR2_MATRIX_NODE& node : hierarchy.nodes) {
-        for (const QUATERNION& key : node.rotation_track->key_values()) {
-            if (!std::isnan(key.w)) continue;
-            MGlobal::displayWarning(MString("A scale of 0 leaves this node without a rotation: ") +
-                                    to_host_text(node.name));
-            break;
+        bool lost = false, skewed = false;
+        for (const QUATERNION& q : node.rotation_track->key_values()) {
+            const f32 square = q.x * q.x + q.y * q.y + q.z * q.z + q.w * q.w;
+            lost = lost || std::isnan(square);
+            skewed = skewed || std::abs(square - 1.0F) > MOST_OFF_UNIT_SQUARE;
         }
+        if (!lost && !skewed) continue;
+        const char* what = lost ? "A scale of 0 leaves this node without a rotation: "
+                                : "Shear leaves this node a rotation that isn't of unit length: ";
+        MGlobal::displayWarning(MString(what) + to_host_text(node.name));
     }
 }
 
@@ -159,7 +165,7 @@ bool fill_root(VOR2& root, const MString& path) {
     std::swap(world_origin_offset.y, world_origin_offset.z);
     turn_top_level_nodes(root, world_origin_offset, settings.rotate_180);
     thin_out_keys(root.matrix_hierarchy);
-    warn_of_lost_rotations(root.matrix_hierarchy);
+    warn_of_bad_rotations(root.matrix_hierarchy);
     root.matrix_hierarchy.link_parents();
     if (exports_meshes()) export_meshes(root, list, range);
     return true;

@@ -54,6 +54,7 @@ TEST_F(TRANSFORM_CONVERSION, drops_scale_and_keeps_rotation) {
     const MDagPath big = at("joint", "big", {0, 0, 0});
     const MDagPath child = at("joint", "child", {100, 0, 0}, big);
     const MDagPath grandchild = at("joint", "grandchild", {0, 0, 0}, child);
+    set(at("transform", "sheared", {0, 0, 0}, big), "shearXY", 1.5);
     for (const char* axis : {"scaleX", "scaleY", "scaleZ"}) set(big, axis, 2.0);
     set(child, "segmentScaleCompensate", 0);
     set(child, "rotateZ", std::numbers::pi / 2);
@@ -67,6 +68,8 @@ TEST_F(TRANSFORM_CONVERSION, drops_scale_and_keeps_rotation) {
     expect_rotation(local_rotation_scaled(child), 0, -HALF_ROOT, 0, HALF_ROOT);
     EXPECT_TRUE(std::isnan(node(root, "grandchild").rotation_track->key_values()[0].w));
     EXPECT_TRUE(said("W: A scale of 0 leaves this node without a rotation: grandchild"));
+    EXPECT_TRUE(said("W: Shear leaves this node a rotation that isn't of unit length: sheared"));
+    EXPECT_FALSE(said("W: Shear leaves this node a rotation that isn't of unit length: child"));
 }
 
 TEST_F(TRANSFORM_CONVERSION, measures_from_the_origin_node_at_the_first_frame) {
