@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <limits>
 
 namespace headless {
 
@@ -270,7 +271,11 @@ Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view 
         if (!value) return value.error();
         if (Result<void> stored = store(element, *value); !stored) return stored;
         words = words.subspan(length);
-        if (element.key.depth > 0) ++element.key.index[element.key.depth - 1];
+        if (words.empty() || element.key.depth == 0) continue;
+        std::int32_t& index = element.key.index[element.key.depth - 1];
+        if (index == std::numeric_limits<std::int32_t>::max())
+            return Error{"Behind '" + element.name() + "' there is no element"};
+        ++index;
     }
     return {};
 }

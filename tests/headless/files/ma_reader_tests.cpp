@@ -168,6 +168,12 @@ createNode joint -n "j"; setAttr ".mnrl" -type "double3" -360 -360 -360; setAttr
                   "W: a.ma:2:74: 'left' can't be a value of 'j.translate.translateX' (and 3 more passed over)"}));
 }
 
+TEST_F(MaReaderTest, no_element_stands_behind_the_last_that_an_index_can_name) {
+    ASSERT_TRUE(read("createNode mesh -n m; setAttr \".fc[2147483647]\" -type \"polyFaces\" f 3 0 1 2 f 3 0 1 2;"));
+    EXPECT_EQ(messages,
+              (std::vector<std::string>{"W: a.ma:1:23: Behind 'mShape.face[2147483647]' there is no element"}));
+}
+
 TEST_F(MaReaderTest, connections_can_be_taken_back_and_lines_for_others_pass_in_silence) {
     ASSERT_TRUE(read(R"(requires -nodeType "x" "some" "1.0"; fileInfo "a" "b"; dataStructure -fmt "raw" -as "name=x";
 createNode joint -n "a"; createNode joint -n "b"; relationship "link" ":lightLinker1" "x"; lockNode -l 1;
