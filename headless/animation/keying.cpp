@@ -60,13 +60,6 @@ bool holds_between_keys(AttributeKind kind) {
     return kind == AttributeKind::boolean || kind == AttributeKind::integer || kind == AttributeKind::enumeration;
 }
 
-bool locked(const Plug& plug) {
-    for (Plug at = plug; at; at = at.parent()) {
-        if (at.node->flags(at.key.attribute).locked) return true;
-    }
-    return false;
-}
-
 Error cannot_key(const Plug& plug, std::string_view why) {
     return Error{"The attribute '" + plug.name() + "' " + std::string(why) + " and cannot be keyed"};
 }
@@ -78,7 +71,7 @@ Result<void> check_keyable(const Plug& plug) {
     const bool number = curve_type(attribute.kind) && !plug.is_array() && !attribute.output;
     if (!number || (attribute.kind == AttributeKind::untyped && !plug.node->get(plug.key).is_number()))
         return cannot_key(plug, "holds no number");
-    if (locked(plug)) return cannot_key(plug, "is locked");
+    if (plug.is_locked()) return cannot_key(plug, "is locked");
     const Plug driver = driver_of(plug);
     if (driver.attribute().output && !is_keyed_curve(*driver.node))
         return cannot_key(plug, "is driven by another node");

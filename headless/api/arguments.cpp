@@ -1,5 +1,7 @@
 #include "headless/api/arguments.h"
 
+#include "headless/graph/number_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -46,7 +48,7 @@ struct NumberAndRest {
 };
 
 std::optional<NumberAndRest> leading_number(std::string_view word) {
-    if (word.starts_with('+') && !word.starts_with("+-")) word.remove_prefix(1);
+    word = without_plus(word);
     double number = 0.0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
     if (error != std::errc() || !std::isfinite(number)) return {};

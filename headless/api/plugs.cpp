@@ -164,10 +164,7 @@ bool MPlug::connectedTo(MPlugArray& plugs, bool asDestination, bool asSource, MS
 }
 
 bool MPlug::isLocked(MStatus* status) const {
-    return ask(*this, status, [](Plug plug) {
-        while (plug && !plug.node->flags(plug.key.attribute).locked) plug = plug.parent();
-        return static_cast<bool>(plug);
-    });
+    return ask(*this, status, [](const Plug& plug) { return plug.is_locked(); });
 }
 
 MStatus MPlug::setLocked(bool locked) {

@@ -1,5 +1,6 @@
 // MStatus and MString.
 #include "headless/api/access.h"
+#include "headless/graph/number_text.h"
 #include "support/text/unicode.h"
 
 #include <maya/MStringArray.h>
@@ -61,16 +62,10 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-// From where a number may begin: a plus is one sign, and no other stands behind it.
-std::string_view number_at_front(std::string_view text) {
-    text = trimmed(text);
-    return text.starts_with('+') && !text.starts_with("+-") ? text.substr(1) : text;
-}
-
 // Whether the whole of the text is one number of that kind.
 template<typename T>
 bool is_all(const std::string& whole) {
-    const std::string_view text = number_at_front(whole);
+    const std::string_view text = headless::without_plus(trimmed(whole));
     T value{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return !text.empty() && error == std::errc() && end == text.data() + text.size();
@@ -145,7 +140,7 @@ bool MString::isDouble() const {
 }
 
 double MString::asDouble() const {
-    const std::string_view text = number_at_front(text_);
+    const std::string_view text = headless::without_plus(trimmed(text_));
     double value = 0.0;
     std::from_chars(text.data(), text.data() + text.size(), value);
     return value;

@@ -1,5 +1,7 @@
 #include "headless/files/text_cursor.h"
 
+#include "headless/graph/number_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -29,8 +31,7 @@ double last_digit_of(std::string_view number) {
     const std::size_t exponent_at = std::min(number.find_first_of("eE"), number.size());
     int exponent = 0;
     if (exponent_at < number.size()) {
-        std::string_view digits = number.substr(exponent_at + 1);
-        if (digits.starts_with('+')) digits.remove_prefix(1);
+        const std::string_view digits = without_plus(number.substr(exponent_at + 1));
         std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
     }
     const std::size_t point = number.find('.');
@@ -69,11 +70,10 @@ std::string_view TextCursor::rest_of_line(char stop) {
 }
 
 bool TextCursor::number(double& out) {
-    const char* const end = text_.data() + text_.size();
-    const char* start = text_.data() + skip_blanks();
-    if (end - start > 1 && *start == '+' && start[1] != '-') ++start;
+    const std::string_view digits = without_plus(text_.substr(skip_blanks()));
+    const char* const end = digits.data() + digits.size();
     double value = 0.0;
-    const auto [behind, problem] = std::from_chars(start, end, value);
+    const auto [behind, problem] = std::from_chars(digits.data(), end, value);
     if (problem != std::errc() || !std::isfinite(value)) return false;
     if (behind != end && !blank(*behind) && !stands_alone(*behind)) return false;
     out = value;

@@ -25,6 +25,13 @@ bool Plug::is_compound() const {
     return attribute().kind == AttributeKind::compound;
 }
 
+bool Plug::is_locked() const {
+    for (Plug at = *this; at; at = at.parent()) {
+        if (at.node->flags(at.key.attribute).locked) return true;
+    }
+    return false;
+}
+
 Plug Plug::child(int i) const {
     const auto& children = attribute().children;
     return i >= 0 && i < static_cast<int>(children.size()) ? child(children[i]) : Plug{};

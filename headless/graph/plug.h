@@ -33,6 +33,7 @@ struct Plug {
     const Attribute& attribute() const;
     bool is_array() const; ///< a whole array, not one element of it
     bool is_compound() const;
+    bool is_locked() const;  ///< it, or what it is a part of
     Plug child(int i) const; ///< i-th child of a compound; null plug when there is none
     Plug child(AttributeId id) const { return {node, key.with_attribute(id)}; }
     Plug parent() const; ///< the compound (element) that holds it; null plug for a top-level one

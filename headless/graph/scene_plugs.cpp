@@ -8,10 +8,8 @@
 namespace headless {
 namespace {
 
-bool locked(const Plug& plug) {
-    for (Plug at = plug; at; at = at.parent()) {
-        if (at.node->flags(at.key.attribute).locked) return true;
-    }
+bool locked_in_part(const Plug& plug) {
+    if (plug.is_locked()) return true;
     const auto& children = plug.attribute().children;
     return std::ranges::any_of(children, [&](AttributeId id) { return plug.node->flags(id).locked; });
 }
@@ -22,7 +20,7 @@ Result<void> Scene::check_settable(const Plug& plug) const {
     const auto refuse = [&plug] {
         return Error{"The attribute '" + plug.name() + "' is locked or connected and cannot be modified"};
     };
-    if (locked(plug)) return refuse();
+    if (locked_in_part(plug)) return refuse();
     if (plug.node->inputs().empty()) return {};
     const auto driven_by_other = [this](const Plug& at) {
         const Plug origin = EvaluationContext(const_cast<Scene&>(*this)).origin(at);

@@ -84,7 +84,7 @@ Result<CommandResult> value_result(Scene& scene, const Plug& plug) {
     return number_result(in_scene_units(attribute.kind, value.number(), scene));
 }
 
-// The host names a compound by its data, and one that holds more than three numbers by its node's.
+// A compound goes by the data that holds its parts: three numbers have a name for it, all else has one in common.
 std::string shown_type(const Attribute& attribute) {
     const std::string_view word = type_word(attribute);
     if (word != "compound") return std::string(word);

@@ -65,8 +65,7 @@ public:
     Result<Node*> make(const std::vector<Node*>& targets) {
         for (const Link& output : outputs()) {
             const Plug plug = constrained_.find_plug(output.to);
-            const bool locked = constrained_.flags(plug.key.attribute).locked;
-            if (locked || constrained_.source_of(plug.key) || constrained_.source_of(plug.parent().key))
+            if (plug.is_locked() || constrained_.source_of(plug.key) || constrained_.source_of(plug.parent().key))
                 return Error{"'" + plug.name() + "' is locked or connected and can't be constrained"};
         }
         world_ = scene_.world_matrix(constrained_);

@@ -50,8 +50,6 @@ private:
         return {};
     }
 
-    static bool is_locked(const Plug& plug) { return plug.node->flags(plug.key.attribute).locked; }
-
     static void add_simple(const Plug& plug, std::vector<Plug>& out) {
         if (!plug.is_compound()) {
             out.push_back(plug);
@@ -73,9 +71,7 @@ private:
                 add_simple(node.plug(id), out);
         }
         std::erase_if(out, [](const Plug& plug) {
-            if (plug.node->flags(plug.key.attribute).keyable == false) return true;
-            const Plug around = plug.parent();
-            return is_locked(plug) || (around && is_locked(around));
+            return plug.is_locked() || plug.node->flags(plug.key.attribute).keyable == false;
         });
         return out;
     }

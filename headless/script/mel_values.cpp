@@ -1,5 +1,7 @@
 #include "headless/script/mel_values.h"
 
+#include "headless/graph/number_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -12,7 +14,7 @@ using Kind = CommandResult::Kind;
 double leading_number(std::string_view text) {
     double out = 0.0;
     text.remove_prefix(std::min(text.find_first_not_of(" \t\n"), text.size()));
-    if (text.starts_with('+')) text.remove_prefix(1);
+    text = without_plus(text);
     // "nancy" and "infant" begin with words that would read as numbers.
     const std::size_t sign = text.starts_with('-') ? 1 : 0;
     if (text.find_first_of("0123456789.", sign) != sign) return 0.0;

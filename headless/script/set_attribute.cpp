@@ -1,5 +1,7 @@
 #include "headless/script/set_attribute.h"
 
+#include "headless/graph/number_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
@@ -8,7 +10,7 @@
 namespace headless {
 
 std::optional<double> number_of(std::string_view word) {
-    if (word.starts_with('+')) word.remove_prefix(1);
+    word = without_plus(word);
     double out = 0.0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), out);
     if (error == std::errc::invalid_argument || end != word.data() + word.size()) return {};

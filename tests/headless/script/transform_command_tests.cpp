@@ -110,6 +110,8 @@ TEST_F(ScriptTest, constraints_take_offsets_and_leave_out_axes) {
     EXPECT_EQ(settable, "100011");
     EXPECT_EQ(mel("delete -cn a c; listRelatives a c"), "");
     EXPECT_EQ(mel("getAttr -se c.ty") + mel("listRelatives b"), "1b_orientConstraint1");
+    EXPECT_EQ(mel("setAttr -l on c.t; pointConstraint to c"),
+              "error: 'c.translate.translateX' is locked or connected and can't be constrained");
 }
 
 } // namespace
