@@ -200,7 +200,9 @@ void divide_faces(Mesh& mesh, const std::vector<bool>& chosen, std::int64_t time
             mesh.notes.emplace_back("it would have too many faces and isn't divided all the times");
             break;
         }
+        const std::size_t faces = mesh.face_count();
         std::vector<bool> next = Divider(mesh, now).divide();
+        if (mesh.face_count() == faces) break; // no face was cut, and none will be next time
         if (!now.empty()) now = std::move(next);
     }
     mesh.make_edges();

@@ -255,4 +255,6 @@ TEST_F(MeshHistoryTest, divides_only_the_chosen_faces) {
     run("setAttr d.dv 1000000; setAttr c.sw 500; setAttr c.sh 600;");
     EXPECT_LE(mesh("m")->corner_vertex.size(), max_divided_corners);
     EXPECT_FALSE(mesh("m")->notes.empty());
+    run("setAttr d.ics -type componentList 1 \"f[900000]\"; setAttr d.dv 1e18; setAttr c.sw 1; setAttr c.sh 1;");
+    EXPECT_EQ(mesh("m")->face_count(), 6U) << "none is chosen, however often";
 }
