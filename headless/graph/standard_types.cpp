@@ -152,7 +152,10 @@ void add_shading(NodeTypes& types) {
     types.add("renderLayer", "node", MFn::kRenderLayer);
     types.add("groupId", "node", MFn::kGroupId);
     types.add("groupParts", "node", MFn::kGroupParts);
-    types.add("skinCluster", "node", MFn::kSkinClusterFilter);
+    NodeType& skin = types.add("skinCluster", "node", MFn::kSkinClusterFilter);
+    const AttributeId weights_of_points = skin.add("weightList", "wl", compound);
+    skin.make_array(weights_of_points);
+    skin.make_array(skin.add("weights", "w", number, 0.0, weights_of_points));
     types.add("blendShape", "node", MFn::kBlendShape);
     types.add("dagPose", "node", MFn::kDagPose);
     NodeType& script = types.add("script", "node", MFn::kScript);

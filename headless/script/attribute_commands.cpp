@@ -28,16 +28,18 @@ Result<CommandResult> set_attr(Session& session, std::span<const Word> words) {
     Scene& scene = session.scene();
     AttributeSetting setting;
     if (Result<void> taken = parse_attribute_setting(words, setting); !taken) return taken.error();
-    const Result<Plug> plug = plug_named(scene, std::string(setting.name));
+    const std::optional<ListRange> lists = list_range(setting.name);
+    const Result<Plug> plug = plug_named(scene, lists ? lists->path : std::string(setting.name));
     if (!plug) return plug.error();
     // A lock that is given with a value holds from then on, and one that is lifted is lifted first.
     if (setting.locked == false) apply_marks(*plug, setting);
     const bool marks_only = setting.locked || setting.keyable || setting.channel_box;
     if (setting.values.empty() && !marks_only) return Error{"Error reading data element: no value is given"};
-    if (Result<void> stored = store_words(*plug, element_count(setting.name), setting.type, setting.values,
-                                          ValueUnits::of(scene), store_in_scene);
-        !stored)
-        return stored.error();
+    const ValueUnits units = ValueUnits::of(scene);
+    Result<void> stored =
+        lists ? store_lists(*plug, lists->count, setting.values, units, store_in_scene)
+              : store_words(*plug, element_count(setting.name), setting.type, setting.values, units, store_in_scene);
+    if (!stored) return stored.error();
     apply_marks(*plug, setting);
     return CommandResult();
 }

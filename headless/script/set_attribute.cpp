@@ -95,14 +95,49 @@ void apply_marks(const Plug& plug, const AttributeSetting& setting) {
     plug.node->set_flags(plug.key.attribute, flags);
 }
 
-std::int64_t element_count(std::string_view path) {
-    if (!path.ends_with(']')) return 1;
+namespace {
+
+// An index, or how many elements there are.
+std::optional<std::int32_t> index_of(std::string_view text) {
+    std::int32_t out = 0;
+    const char* const end = text.data() + text.size();
+    const auto [behind, error] = std::from_chars(text.data(), end, out);
+    if (error != std::errc() || behind != end || out < 0) return {};
+    return out;
+}
+
+// The pieces of ".ktv[2:6]"; nothing for a path that doesn't end in a range.
+struct Range {
+    std::string_view before; ///< ".ktv[2"
+    std::int64_t count;
+};
+
+std::optional<Range> range_at_end(std::string_view path) {
+    if (!path.ends_with(']')) return {};
     const std::size_t bracket = path.rfind('[');
     const std::size_t colon = path.find(':', bracket == std::string_view::npos ? path.size() : bracket);
-    if (colon == std::string_view::npos) return 1;
-    const auto first = number_of(path.substr(bracket + 1, colon - bracket - 1));
-    const auto last = number_of(path.substr(colon + 1, path.size() - colon - 2));
-    return first && last && *last >= *first ? static_cast<std::int64_t>(*last - *first) + 1 : 1;
+    if (colon == std::string_view::npos) return {};
+    const auto first = index_of(path.substr(bracket + 1, colon - bracket - 1));
+    const auto last = index_of(path.substr(colon + 1, path.size() - colon - 2));
+    if (!first || !last || *last < *first) return {};
+    return Range{path.substr(0, colon), std::int64_t{*last} - *first + 1};
+}
+
+} // namespace
+
+std::int64_t element_count(std::string_view path) {
+    const std::optional<Range> range = range_at_end(path);
+    return range ? range->count : 1;
+}
+
+std::optional<ListRange> list_range(std::string_view path) {
+    const std::size_t end = path.rfind(']');
+    if (end == std::string_view::npos || end + 1 == path.size()) return {};
+    const std::optional<Range> range = range_at_end(path.substr(0, end + 1));
+    if (!range) return {};
+    std::string first(range->before);
+    first.append("]").append(path.substr(end + 1)).append("[0]");
+    return ListRange{std::move(first), range->count};
 }
 
 namespace {
@@ -256,6 +291,15 @@ std::size_t face_length(std::span<const Word> words) {
     return std::min(end, words.size());
 }
 
+// Moves on to the next element of the array at a level of the plug.
+Result<void> to_next(Plug& element, int level) {
+    std::int32_t& index = element.key.index[level];
+    if (index == std::numeric_limits<std::int32_t>::max())
+        return Error{"Behind '" + element.name() + "' there is no element"};
+    ++index;
+    return {};
+}
+
 } // namespace
 
 Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view type, std::span<const Word> words,
@@ -274,12 +318,34 @@ Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view 
         if (Result<void> stored = store(element, *value); !stored) return stored;
         words = words.subspan(length);
         if (words.empty() || element.key.depth == 0) continue;
-        std::int32_t& index = element.key.index[element.key.depth - 1];
-        if (index == std::numeric_limits<std::int32_t>::max())
-            return Error{"Behind '" + element.name() + "' there is no element"};
-        ++index;
+        if (Result<void> there = to_next(element, element.key.depth - 1); !there) return there;
     }
     return {};
+}
+
+Result<void> store_lists(const Plug& first, std::int64_t count, std::span<const Word> words, const ValueUnits& units,
+                         StoreValue store) {
+    if (words.empty()) return {};
+    if (first.key.depth < 2) return Error{"'" + first.name() + "' stands in no range of elements"};
+    Plug element = first;
+    for (std::int64_t i = 0; i < count; ++i) {
+        const auto length = words.empty() ? std::nullopt : index_of(words[0].text);
+        if (!length || (words.size() - 1) / 2 < static_cast<std::size_t>(*length))
+            return bad_count(first, words.size());
+        const auto pairs = words.subspan(1, 2 * static_cast<std::size_t>(*length));
+        for (std::size_t at = 0; at < pairs.size(); at += 2) {
+            const auto index = index_of(pairs[at].text);
+            if (!index) return bad_word(pairs[at], element);
+            element.key.index[element.key.depth - 1] = *index;
+            const Result<Value> value = PlugWords(element, {}, pairs.subspan(at + 1, 1), units).value();
+            if (!value) return value.error();
+            if (Result<void> stored = store(element, *value); !stored) return stored;
+        }
+        words = words.subspan(1 + pairs.size());
+        if (i + 1 == count) break;
+        if (Result<void> there = to_next(element, element.key.depth - 2); !there) return there;
+    }
+    return words.empty() ? Result<void>() : bad_count(first, words.size());
 }
 
 } // namespace headless

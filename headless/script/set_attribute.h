@@ -43,6 +43,21 @@ Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view 
 /// The elements that a path names with its last brackets: 5 for ".ktv[2:6]", 1 without a range.
 std::int64_t element_count(std::string_view path);
 
+/// A range of elements in front of an array that each of them holds, as in ".wl[0:23].w".
+struct ListRange {
+    std::string path; ///< the first element of the first one's array: ".wl[0].w[0]"
+    std::int64_t count = 0;
+};
+
+/// The range that a path names in this way, if it does.
+std::optional<ListRange> list_range(std::string_view path);
+
+/// Stores words as the arrays that each of `count` elements holds; `first` is the first element of the first one's.
+/// An array takes how many of its elements follow, and for each of these its index and its value. An error says what
+/// was wrong and leaves what stood before it set.
+Result<void> store_lists(const Plug& first, std::int64_t count, std::span<const Word> words, const ValueUnits& units,
+                         StoreValue store);
+
 std::optional<double> number_of(std::string_view word); ///< all of the word, finite or not; hexadecimal isn't one
 std::optional<bool> truth_of(std::string_view word);    ///< on, off, yes, no, true, false, 1, 0
 

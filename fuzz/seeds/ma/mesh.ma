@@ -33,7 +33,7 @@ createNode transform -n "sphere"; createNode mesh -n "sphereShape" -p "sphere";
 createNode transform -n "cyl"; createNode mesh -n "cylShape" -p "cyl";
 createNode transform -n "cone"; createNode mesh -n "coneShape" -p "cone";
 createNode transform -n "plane"; createNode mesh -n "planeShape" -p "plane";
-createNode skinCluster -n "skin";
+createNode skinCluster -n "skin"; setAttr ".wl[0:1].w" 2 0 0.75 3 0.25 1 1 1;
 createNode lambert -n "red"; setAttr ".c" -type "float3" 1 0 0 ; setAttr ".it" -type "float3" 0.5 0.5 0.5 ;
 createNode shadingEngine -n "redSG"; setAttr ".ihi" 0;
 connectAttr "make.out" "cut.ip";

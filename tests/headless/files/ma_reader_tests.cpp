@@ -174,6 +174,22 @@ TEST_F(MaReaderTest, no_element_stands_behind_the_last_that_an_index_can_name) {
               (std::vector<std::string>{"W: a.ma:1:23: Behind 'mShape.face[2147483647]' there is no element"}));
 }
 
+TEST_F(MaReaderTest, lists_within_a_range_that_are_no_lists_are_passed_over) {
+    for (const char* wrong :
+         {".wl[0:1].w\" 1 0 1", ".wl[0:1].w\" 1 0 1 2 0 1 5", ".wl[0:1].w\" 0 0 7", ".wl[0:1].w\" -1 0",
+          ".wl[0:1].w\" 4294967295 0 1", ".wl[0:1].w\" 1 -1 1 0", ".wl[0:1].w\" 1 0 x 0",
+          ".wl[2147483647:2147483648].w\" 0 0", ".tx[0:1].w\" 0 0", ".wl[1:0].w\" 1 0 1"}) {
+        messages.clear();
+        session.new_scene();
+        ASSERT_TRUE(
+            read(std::string("createNode skinCluster -n s; setAttr \"") + wrong + "; setAttr \".wl[3].w[0]\" 0.5;"));
+        EXPECT_EQ(messages.size(), 1U) << wrong;
+        EXPECT_EQ(value("s.wl[3].w[0]").number(), 0.5);
+    }
+    ASSERT_TRUE(session.run_mel("createNode skinCluster -n t; setAttr t.wl[4:5].w 1 0 0.5 2 0 0.25 1 0.75"));
+    EXPECT_EQ(value("t.wl[4].w[0]").number() + value("t.wl[5].w[1]").number(), 1.25);
+}
+
 TEST_F(MaReaderTest, connections_can_be_taken_back_and_lines_for_others_pass_in_silence) {
     ASSERT_TRUE(read(R"(requires -nodeType "x" "some" "1.0"; fileInfo "a" "b"; dataStructure -fmt "raw" -as "name=x";
 createNode joint -n "a"; createNode joint -n "b"; relationship "link" ":lightLinker1" "x"; lockNode -l 1;
@@ -250,6 +266,8 @@ struct SharedFile {
     int joints, transforms, curves;
     double end_frame;
     bool bind_pose_at_rest; // every joint stands as it was bound when nothing drives it
+
+    friend void PrintTo(const SharedFile& file, std::ostream* out) { *out << file.name; }
 };
 
 class SharedFiles : public MaReaderTest, public testing::WithParamInterface<SharedFile> {};
