@@ -8,6 +8,7 @@
 
 namespace headless {
 
+using VOR2_LOADER::platform::flush_to_disk;
 using VOR2_LOADER::platform::native_path;
 using VOR2_LOADER::platform::why_unreadable;
 namespace {
@@ -40,6 +41,11 @@ std::string resolved(const std::string& path) {
     std::error_code problem;
     const fs::path target = fs::canonical(native_path(path), problem);
     return problem ? path : target.string();
+}
+
+std::string folder_of(const std::string& path) {
+    const fs::path folder = native_path(path).parent_path();
+    return folder.empty() ? "." : folder.string();
 }
 
 } // namespace
@@ -97,11 +103,17 @@ void OutputFile::write(std::string_view bytes) {
 
 Result<void> OutputFile::commit() {
     if (std::fclose(file_.release()) != 0 && problem_ == 0) problem_ = errno;
+    if (beside_.empty()) return problem_ == 0 ? Result<void>() : failed("can't be written", path_, problem_);
+    // The name goes over to bytes that are on the disk, so that a power cut leaves the old file or the new one.
+    if (problem_ == 0) problem_ = flush_to_disk(beside_);
     std::error_code moved;
-    if (problem_ == 0 && !beside_.empty()) fs::rename(native_path(beside_), native_path(target_), moved);
-    if (problem_ == 0 && !moved) return {};
+    if (problem_ == 0) fs::rename(native_path(beside_), native_path(target_), moved);
+    if (problem_ == 0 && !moved) {
+        flush_to_disk(folder_of(target_));
+        return {};
+    }
     std::error_code ignored;
-    if (!beside_.empty()) fs::remove(native_path(beside_), ignored);
+    fs::remove(native_path(beside_), ignored);
     return problem_ != 0 ? failed("can't be written", path_, problem_)
                          : Error{"can't be written: " + moved.message(), path_};
 }

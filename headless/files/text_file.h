@@ -16,8 +16,8 @@ inline constexpr std::size_t longest_text_file = 0x7FFFFFFF;
 Result<std::string> read_text_file(const std::string& path);
 
 /// A file that appears whole or not at all: what is written goes into a file beside the target, which takes the
-/// target's name at `commit`; without one it is gone again, and what stood at the target is as it was. A target that
-/// is a device or a pipe is written straight into.
+/// target's name at `commit`, once it is on the disk; without one it is gone again, and what stood at the target is as
+/// it was. A target that is a device or a pipe is written straight into.
 class OutputFile {
 public:
     /// An error says why nothing can be written there.

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Native names of files and the standard library's paths.
+/// Files by their native names, and the standard library's paths.
 
 #include <filesystem>
 #include <string>
@@ -15,5 +15,9 @@ namespace VOR2_LOADER::platform {
 /// Why nothing can be read there that ends and never makes the reader wait: "is a folder, not a file", "is no regular
 /// file". Empty for a file, and where nothing is.
 [[nodiscard]] std::string why_unreadable(std::string_view name);
+
+/// Waits until the file's bytes are on the disk or, for a folder, which files it holds. 0, or the `errno` value of what
+/// went wrong. A file system that has nothing to wait for is no error.
+int flush_to_disk(const std::string& name);
 
 } // namespace VOR2_LOADER::platform

@@ -1,4 +1,5 @@
 #include "support/platform/hooks.h"
+#include "support/platform/native_path.h"
 #include "support/platform/platform.h"
 #include "support/platform/thread_pointer.h"
 #include "support/text/unicode.h"
@@ -176,6 +177,15 @@ void start_program(const char* program, const char* argument) {
     char* const arguments[] = {const_cast<char*>(program), const_cast<char*>(argument), nullptr};
     pid_t child = 0;
     posix_spawnp(&child, program, nullptr, nullptr, arguments, environ);
+}
+
+int flush_to_disk(const std::string& name) {
+    const int file = open(name.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return errno;
+    // Not every file system can; one that can't has nothing to wait for.
+    const int error = fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP ? 0 : errno;
+    close(file);
+    return error;
 }
 
 THREAD_POINTER::THREAD_POINTER(DESTROY destroy) noexcept

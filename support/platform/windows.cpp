@@ -1,4 +1,5 @@
 #include "support/platform/hooks.h"
+#include "support/platform/native_path.h"
 #include "support/platform/platform.h"
 #include "support/platform/thread_pointer.h"
 #include "support/platform/windows_headers.h"
@@ -8,6 +9,7 @@
 #include <cerrno>
 #include <cstdint>
 
+#include <fcntl.h>
 #include <io.h>
 #include <malloc.h>
 #include <process.h>
@@ -193,6 +195,17 @@ void start_program(const char* program, const char* argument) {
     const intptr_t child = _spawnlp(_P_NOWAIT, program, quoted(program).c_str(), quoted(argument).c_str(),
                                     static_cast<const char*>(nullptr));
     if (child != -1) CloseHandle(reinterpret_cast<HANDLE>(child)); // NOLINT(performance-no-int-to-ptr)
+}
+
+int flush_to_disk(const std::string& name) {
+    // A folder can't be opened this way, and needs no call of its own to keep its entries.
+    const DWORD attributes = GetFileAttributesA(name.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return 0;
+    const int file = _open(name.c_str(), _O_RDWR | _O_BINARY | _O_NOINHERIT);
+    if (file < 0) return errno;
+    const int error = _commit(file) == 0 ? 0 : errno;
+    _close(file);
+    return error;
 }
 
 THREAD_POINTER::THREAD_POINTER(DESTROY destroy) noexcept

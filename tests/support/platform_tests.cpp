@@ -1,3 +1,4 @@
+#include "support/platform/native_path.h"
 #include "support/platform/platform.h"
 
 #include <gtest/gtest.h>
@@ -66,6 +67,9 @@ TEST_F(PLATFORM, files_have_16_bit_names_and_keep_their_bytes) {
     EXPECT_TRUE(platform::same_file(file, bytewise));
     ASSERT_TRUE(write(bytewise, "newer"));
     EXPECT_EQ(read(file), "newer");
+    EXPECT_EQ(platform::flush_to_disk(platform::native_file_name(file)), 0);
+    EXPECT_EQ(platform::flush_to_disk(folder.string()), 0);
+    EXPECT_EQ(platform::flush_to_disk((folder / "missing").string()), ENOENT);
 }
 
 TEST_F(PLATFORM, what_is_no_file_to_be_read_is_refused) {

@@ -10,6 +10,7 @@ namespace fs = std::filesystem;
 
 namespace tool {
 
+using VOR2_LOADER::platform::flush_to_disk;
 using VOR2_LOADER::platform::native_path;
 namespace {
 

@@ -30,8 +30,6 @@ std::string make_scratch_file(const std::string& folder, int& error);
 /// failed.
 int make_watched_file(const std::string& path);
 void keep_if_interrupted(const std::string& path);
-/// Waits until the file's bytes are on the disk. 0, or the reason it failed.
-int flush_to_disk(const std::string& path);
 /// Whether the folder may be written to.
 bool may_write_in(const std::string& folder);
 

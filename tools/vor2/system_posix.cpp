@@ -109,15 +109,6 @@ void keep_if_interrupted(const std::string& path) {
     }
 }
 
-int flush_to_disk(const std::string& path) {
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) return errno;
-    // Not every file system can; one that can't has nothing to wait for.
-    const int error = fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP ? 0 : errno;
-    close(file);
-    return error;
-}
-
 bool may_write_in(const std::string& folder) {
     return access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) == 0;
 }

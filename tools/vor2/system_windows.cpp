@@ -91,17 +91,6 @@ void keep_if_interrupted(const std::string& path) {
     watched_files().paths.erase(path);
 }
 
-int flush_to_disk(const std::string& path) {
-    // A folder can't be opened this way, and needs no call of its own to keep its entries.
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return 0;
-    const int file = _open(path.c_str(), _O_RDWR | _O_BINARY | _O_NOINHERIT);
-    if (file < 0) return errno;
-    const int error = _commit(file) == 0 ? 0 : errno;
-    _close(file);
-    return error;
-}
-
 bool may_write_in(const std::string& folder) {
     return _access(folder.empty() ? "." : folder.c_str(), 2) == 0;
 }
