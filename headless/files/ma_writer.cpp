@@ -109,8 +109,11 @@ Result<void> MaWriter::dag_nodes() {
 
 void MaWriter::add_instance(const Node& child, const Node& parent) {
     ++parents_told_[&child];
-    out_.text("parent -s -nc -r -add ").quoted(scene_.full_name(scene_.path_to(child))).text(" ");
-    out_.quoted(name_of(parent)).end_statement();
+    const bool under_world = &parent == &scene_.world();
+    out_.text(under_world ? "parent -s -nc -r -w -add " : "parent -s -nc -r -add ");
+    out_.quoted(scene_.full_name(scene_.path_to(child)));
+    if (!under_world) out_.text(" ").quoted(name_of(parent));
+    out_.end_statement();
 }
 
 void MaWriter::remaining_instances() {

@@ -178,6 +178,7 @@ createNode transform -n "b"; createNode joint -n "hand" -p "b";
 createNode mesh -n "shape" -p "|a:root|hand"; setAttr -s 2 ".fc[0:1]" -type "polyFaces" f 3 0 1 -2 mu 0 3 0 1 2 f 3 2 1 0;
 parent -s -nc -r -add "|a:root|hand|shape" "|b|hand";
 createNode transform -n "back" -p "|b|hand"; parent -add "back" "a:root";
+parent -s -w -add "|a:root|hand";
 createNode skinCluster -n "skin"; setAttr -s 3 ".wl"; setAttr ".wl[0:2].w" 2 0 0.75 3 0.25 0 1 7 1; setAttr ".own[1:2].part" 1 4 -1 0;
 createNode lambert -n "red"; setAttr ".c" -type "float3" 1 0 0;
 createNode animCurveTA -n "turn"; setAttr ".tan" 9; setAttr ".wgt" yes;
@@ -197,8 +198,9 @@ createNode script -n "sceneConfigurationScriptNode"; setAttr ".b" -type "string"
          {"currentUnit -l m -a deg -t 29.97fps;", "setAttr \".t\" -type \"double3\" 0.1 -2e-09 12345678901;",
           "setAttr \".r\" -type \"double3\" 33.1 89.999999999 -7e-15;", "setAttr -s 2 \".mul[2:3]\" 5 6;",
           "setAttr -l on -k off -cb on \".tx\";", "1 0.1 2.5 -90 4 33.3 8 1e-07;",
-          "parent -s -nc -r -add \"|a:root|hand|shape\" \"b|hand\";", "setAttr \".o\" 3.5;", "\".wl[0].w[0]\" 0.75;",
-          "\".wl[0].w[3]\" 0.25;", "\".wl[2].w[7]\" 1;", "\".own[1].part[4]\" -1;", "-min 2 -max 9 -ast 0 -aet 20"})
+          "parent -s -nc -r -add \"|a:root|hand|shape\" \"b|hand\";", "parent -s -nc -r -w -add \"|a:root|hand\";",
+          "setAttr \".o\" 3.5;", "\".wl[0].w[0]\" 0.75;", "\".wl[0].w[3]\" 0.25;", "\".wl[2].w[7]\" 1;",
+          "\".own[1].part[4]\" -1;", "-min 2 -max 9 -ast 0 -aet 20"})
         EXPECT_NE(text.find(line), std::string::npos) << line << "\n" << text;
 }
 
