@@ -73,7 +73,7 @@ Result<Node*> Scene::create_node(std::string_view type_name, std::string_view wa
     }
     if (!parent) parent = world_;
     Node& node = make(type);
-    if (Result<void> allowed = check_parenting(node, *parent); !allowed) {
+    if (Result<void> allowed = add_new(node, *parent); !allowed) {
         slots_.pop_back();
         --alive_;
         return allowed.error();

@@ -129,7 +129,8 @@ private:
     void add_default_cameras();
     static std::string with_shape_suffix(std::string_view transform_name);
     Result<void> check_parenting(const Node& child, const Node& parent) const;
-    Result<void> check_ways(const Node& child, const Node& parent) const;
+    Result<void> add_new(const Node& child, const Node& parent);
+    Result<void> add_ways(const Node& child, std::int64_t further);
     void give_name(Node& node, const std::string& name);
     void make_name_fit(Node& child, Node& parent);
     bool path_fits(const std::vector<Node*>& nodes, const std::vector<std::string_view>& names) const;
@@ -147,6 +148,8 @@ private:
     NameIndex names_;
     std::set<std::string, std::less<>> namespaces_;
     std::int64_t extra_parents_ = 0;
+    std::int64_t ways_ = 0;    // paths to all nodes, kept while there are instances; never too few
+    bool ways_shrank_ = false; // since they were counted, so that they may be fewer
     double time_ = 1.0 / 24;
     std::uint64_t generation_ = 1;
     std::uint64_t clock_moves_ = 1;

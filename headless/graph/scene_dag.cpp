@@ -85,15 +85,24 @@ Result<void> Scene::check_parenting(const Node& child, const Node& parent) const
     return {};
 }
 
-Result<void> Scene::check_ways(const Node& child, const Node& parent) const {
-    if (!has_instances() && child.parents().empty()) return {};
-    const std::int64_t above = count_ways(parent, up, 0, 1);
-    const std::int64_t below = count_ways(child, down, 1, 1);
-    const std::int64_t all = has_instances() ? count_ways(*world_, down, 1, 1) : static_cast<std::int64_t>(alive_);
-    if (all + above * below > max_instance_paths)
+// Counts in so many paths more, which a node's new place makes.
+Result<void> Scene::add_ways(const Node& child, std::int64_t further) {
+    if (ways_ + further > max_instance_paths && ways_shrank_) {
+        ways_ = count_ways(*world_, down, 1, 1);
+        ways_shrank_ = false;
+    }
+    if (ways_ + further > max_instance_paths)
         return Error{"Instances of '" + child.name() + "' would make more than " + std::to_string(max_instance_paths) +
                      " paths"};
+    ways_ += further;
     return {};
+}
+
+// A node that nothing hangs under yet.
+Result<void> Scene::add_new(const Node& child, const Node& parent) {
+    Result<void> allowed = check_parenting(child, parent);
+    if (!allowed || !has_instances()) return allowed;
+    return add_ways(parent, count_ways(parent, up, 0, 1));
 }
 
 void Scene::attach(Node& child, Node& parent, int position) {
@@ -117,6 +126,7 @@ void Scene::detach(Node& child, Node& parent) {
         std::erase(children, &child);
     std::erase(child.parents_, &parent);
     if (!child.parents_.empty()) --extra_parents_;
+    ways_shrank_ = true;
     child.touch();
     modified = true;
 }
@@ -125,7 +135,8 @@ Result<void> Scene::reparent(Node& child, Node* wanted, int position) {
     Node& parent = wanted ? *wanted : *world_;
     if (Result<void> allowed = check_parenting(child, parent); !allowed) return allowed;
     if (has_instances()) {
-        if (Result<void> allowed = check_ways(child, parent); !allowed) return allowed;
+        const std::int64_t further = count_ways(parent, up, 0, 1) - count_ways(child, up, 0, 1);
+        if (Result<void> allowed = add_ways(child, further * count_ways(child, down, 1, 1)); !allowed) return allowed;
     }
     while (!child.parents_.empty()) detach(child, *child.parents_.back());
     make_name_fit(child, parent);
@@ -137,7 +148,12 @@ Result<void> Scene::add_parent(Node& child, Node& parent, int position) {
     if (std::ranges::find(child.parents_, &parent) != child.parents_.end()) return {};
     if (child.default_) return Error{"'" + child.name() + "' can't be instanced"};
     if (Result<void> allowed = check_parenting(child, parent); !allowed) return allowed;
-    if (Result<void> allowed = check_ways(child, parent); !allowed) return allowed;
+    if (!has_instances()) {
+        ways_ = static_cast<std::int64_t>(alive_); // with the nodes that have no path
+        ways_shrank_ = true;
+    }
+    const std::int64_t further = count_ways(parent, up, 0, 1) * count_ways(child, down, 1, 1);
+    if (Result<void> allowed = add_ways(child, further); !allowed) return allowed;
     make_name_fit(child, parent);
     attach(child, parent, position);
     return {};

@@ -141,6 +141,24 @@ TEST(Instances, that_would_multiply_without_end_are_refused) {
     EXPECT_TRUE(refused);
 }
 
+TEST(Instances, count_what_is_made_under_them) {
+    Scene scene;
+    Node* tip = &make(scene, "transform", "tip");
+    for (int level = 0; level < 17; ++level) {
+        Node &left = make(scene, "transform", "l", tip), &right = make(scene, "transform", "r", tip);
+        tip = &make(scene, "transform", "tip", &left);
+        ASSERT_TRUE(scene.add_parent(*tip, right));
+    }
+    std::vector<Node*> made; // on 131,072 paths each, where 524,285 are taken
+    while (const Result<Node*> node = scene.create_node("joint", "j", made.size() < 100 ? tip : nullptr))
+        made.push_back(*node);
+    EXPECT_EQ(made.size(), 3U);
+    scene.remove_node(*made.back());
+    EXPECT_TRUE(scene.create_node("joint", "k", tip));
+    EXPECT_FALSE(scene.create_node("joint", "l", tip));
+    EXPECT_TRUE(scene.create_node("joint", "beside")) << "one path";
+}
+
 TEST(Selection, keeps_its_order_and_holds_each_entry_once) {
     Scene scene;
     const SelectionItem a = scene.item(make(scene, "joint", "a"));
