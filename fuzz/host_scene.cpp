@@ -23,7 +23,11 @@ Scene& quiet_scene() {
     session.set_message_sink([](MessageKind, const std::string&) {});
     VOR2_LOADER::platform::print_line_hook = [](std::string_view) {};
     install_interpreters(session);      // without the variables and procedures of the input before
-    ScriptWork::most_units = 4'000'000; // an input is to take no seconds
+    // An input is to take no seconds.
+    ScriptWork::most_units = 4'000'000;
+    MeshLimits::primitive_points = 20'000;
+    MeshLimits::divided_corners = 50'000;
+    MeshLimits::made_corners = 200'000;
     session.new_scene();
     return session.scene();
 }

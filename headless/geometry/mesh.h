@@ -74,6 +74,8 @@ struct Mesh {
     std::span<const int> vertices_of(std::size_t face) const {
         return std::span(corner_vertex).subspan(face_start[face], corner_count(face));
     }
+    /// Once for the mesh itself and for each set of UVs or colours.
+    std::size_t corners_in_sets() const { return corner_vertex.size() * (1 + uv_sets.size() + colour_sets.size()); }
     const FaceHoles* holes_of(std::size_t face) const;
 
     void add_face(std::span<const int> vertices) {

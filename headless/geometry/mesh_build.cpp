@@ -56,6 +56,11 @@ private:
     void sets(std::vector<CornerValues<T>>& out, const Lists& lists, const char* array, const char* name) {
         const Plug sets = node_.find_plug(array);
         for (const int index : node_.existing_indices(sets.key)) {
+            if (out.size() == MeshLimits::sets) {
+                mesh_.notes.push_back("'" + sets.attribute().long_name + "' has more than " +
+                                      std::to_string(out.size()) + " elements, and the others are left out");
+                break;
+            }
             CornerValues<T> made;
             made.index = index;
             made.name = node_.get(sets.element(index).child(node_.find_attribute(name)).key).text();

@@ -2,6 +2,7 @@
 
 #include "headless/geometry/element_list.h"
 #include "headless/geometry/mesh.h"
+#include "headless/geometry/mesh_limits.h"
 #include "headless/graph/node.h"
 
 #include <array>
@@ -11,8 +12,8 @@ namespace headless {
 /// The long lists of a mesh node, behind its attributes: `vt` points, `pt` tweaks of points, `ed` edges, `n` normals,
 /// `fc` faces, and set by set `uvst[].uvsp` and `clst[].clsp`. Elements may come in pieces and in any order, and give
 /// back what was set. Names of sets and all else are stored in the node as with any other.
-/// A face is taken as words of the type "polyFaces" that begin with "f". Words that don't go on as a face's do are given
-/// back too; such a face has no corners.
+/// A face is taken as words of the type "polyFaces" that begin with "f". Words that don't go on as a face's do are
+/// given back too; such a face has no corners.
 class MeshData final : public NodeData {
 public:
     using Uv = std::array<double, 2>;
@@ -46,6 +47,7 @@ public:
         std::vector<std::uint64_t> from;
         std::shared_ptr<const Mesh> mesh;
         std::vector<std::string> told; ///< notes that the user has seen
+        MadeCorners corners;           ///< of a mesh that these lists don't hold
     };
     Evaluated evaluated;
 

@@ -188,6 +188,11 @@ std::shared_ptr<const Mesh> mesh_of(Scene& scene, Node& node) {
         *made = Evaluation(scene).run(steps);
     else
         made->notes.emplace_back("its history has no end");
+    const bool is_made = steps.size() > 1;
+    if (!data->evaluated.corners.take(is_made ? made->corners_in_sets() : 0)) {
+        *made = Mesh();
+        made->notes.emplace_back("with it the meshes of the scene would have too many corners, and it has none");
+    }
     data->evaluated.from = std::move(from);
     data->evaluated.mesh = made;
     return made;

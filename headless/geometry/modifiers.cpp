@@ -1,5 +1,7 @@
 #include "headless/geometry/modifiers.h"
 
+#include "headless/geometry/mesh_limits.h"
+
 #include <algorithm>
 #include <charconv>
 #include <unordered_map>
@@ -196,7 +198,7 @@ std::uint64_t corner_key(int vertex, int face) {
 void divide_faces(Mesh& mesh, const std::vector<bool>& chosen, std::int64_t times) {
     std::vector<bool> now = chosen;
     for (std::int64_t i = 0; i < times; ++i) {
-        if (mesh.corner_vertex.size() > max_divided_corners / 4) {
+        if (mesh.corners_in_sets() > MeshLimits::divided_corners / 4) {
             mesh.notes.emplace_back("it would have too many faces and isn't divided all the times");
             break;
         }

@@ -5,12 +5,10 @@
 
 namespace headless {
 
-/// Corners that a mesh may have after it was divided; further divisions are left out and noted.
-inline constexpr std::size_t max_divided_corners = 4'000'000;
-
 /// Cuts the chosen faces (all of them where `chosen` is empty) `times` over into quads about a middle point. Points of
 /// the mesh keep their numbers; those on edges and in faces follow. A neighbour that isn't chosen gets the points on
 /// its edges. Holed faces and faces of fewer than three corners stay. Edges are made anew.
+/// Divisions that would go beyond `MeshLimits::divided_corners` are left out and noted.
 void divide_faces(Mesh& mesh, const std::vector<bool>& chosen, std::int64_t times);
 
 /// Moves points, and normals that were set by hand.

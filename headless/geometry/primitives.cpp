@@ -1,5 +1,7 @@
 #include "headless/geometry/primitives.h"
 
+#include "headless/geometry/mesh_limits.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -14,7 +16,7 @@ Mesh too_fine() {
 }
 
 std::int64_t at_least(std::int64_t least, std::int64_t value) {
-    return std::clamp<std::int64_t>(value, least, max_primitive_points);
+    return std::clamp<std::int64_t>(value, least, MeshLimits::primitive_points);
 }
 
 double along(double from, double to, std::int64_t i, std::int64_t count) {
@@ -266,7 +268,7 @@ RoundShape tidy(const RoundShape& shape) {
 }
 
 bool is_too_fine(const RoundShape& shape) {
-    return shape.around * (shape.up + 2 * shape.caps + 2) > max_primitive_points;
+    return shape.around * (shape.up + 2 * shape.caps + 2) > MeshLimits::primitive_points;
 }
 
 } // namespace
@@ -276,13 +278,13 @@ Mesh make_cube(const CubeShape& shape, bool uvs) {
     for (std::int64_t* count : {&made.across, &made.up, &made.along}) *count = at_least(1, *count);
     const auto points = static_cast<double>(made.across + 1) * 2.0 * static_cast<double>(made.up + made.along) +
                         2.0 * static_cast<double>(made.up - 1) * static_cast<double>(made.along - 1);
-    return points > max_primitive_points ? too_fine() : CubeMaker(made, uvs).make();
+    return points > MeshLimits::primitive_points ? too_fine() : CubeMaker(made, uvs).make();
 }
 
 Mesh make_plane(double width, double height, std::int64_t across, std::int64_t along_count, bool uvs) {
     across = at_least(1, across);
     along_count = at_least(1, along_count);
-    if ((across + 1) * (along_count + 1) > max_primitive_points) return too_fine();
+    if ((across + 1) * (along_count + 1) > MeshLimits::primitive_points) return too_fine();
     MeshMaker maker(uvs);
     for (std::int64_t row = 0; row <= along_count; ++row) {
         for (std::int64_t i = 0; i <= across; ++i)
@@ -304,7 +306,7 @@ Mesh make_plane(double width, double height, std::int64_t across, std::int64_t a
 Mesh make_sphere(double radius, std::int64_t around, std::int64_t up, bool uvs) {
     around = at_least(3, around);
     up = at_least(2, up);
-    if (around * up > max_primitive_points) return too_fine();
+    if (around * up > MeshLimits::primitive_points) return too_fine();
     RoundMaker maker(static_cast<int>(around), uvs);
     std::vector<int> rings, rows;
     for (std::int64_t i = 1; i < up; ++i) {

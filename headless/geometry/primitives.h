@@ -4,12 +4,10 @@
 
 namespace headless {
 
-/// Points of one primitive; one that would have more has none, and says so in its notes.
-inline constexpr std::int64_t max_primitive_points = 4'000'000;
-
 /// The shapes that creation nodes make, about the origin with their axis along y. Points, faces and the UVs of a cube's
 /// and a plane's points are numbered as the host numbers them. Subdivisions below the least that a shape needs count
-/// as that. UVs are in one set, "map1", empty unless asked for.
+/// as that; a shape with more points than `MeshLimits` allows has none, and says so in its notes. UVs are in one set,
+/// "map1", empty unless asked for.
 struct CubeShape {
     double width = 1.0, height = 1.0, depth = 1.0; ///< along x, y and z
     std::int64_t across = 1, up = 1, along = 1;    ///< subdivisions of each

@@ -1,5 +1,6 @@
 #include "host/export/mesh_export.h"
 
+#include "format/core/files.h"
 #include "host/export/export_settings.h"
 #include "host/export/host_text.h"
 #include "host/export/host_time.h"
@@ -10,11 +11,18 @@
 #include <maya/MGlobal.h>
 #include <maya/MPlugArray.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace VOR2_EXPORTER_MAYA {
 namespace {
+
+/// Of a triangle in a file: three indices and three vertices of their own. A vertex has its position, normal and
+/// colour, how many UVs and how many tangent frames it has, and its UVs, three numbers each.
+constexpr double TRIANGLE_BYTES = 12.0 + 3.0 * (12.0 + 12.0 + 16.0 + 4.0 + 4.0);
+constexpr double UV_BYTES = 3.0 * 12.0;
 
 TEXT name_for_file(const MString& name) {
     const std::string_view whole = name.asChar();
@@ -87,7 +95,7 @@ public:
         }
     }
 
-    void run() {
+    bool run() {
         const auto time = static_cast<f32>(my_range.start_sample / my_range.sample_at);
         MGlobal::viewFrame(time_of_frame(my_range.start_frame));
         my_root.matrix_hierarchy.link_parents();
@@ -95,29 +103,55 @@ public:
         // A node that is exported twice has its meshes at the later of its places, as its children are.
         std::map<std::string, unsigned int> last;
         for (unsigned int i = 1; i < my_paths.length(); ++i) last[my_paths[i].fullPathName().asChar()] = i;
+        std::vector<SHAPE> shapes;
         for (unsigned int i = 1; i < my_paths.length(); ++i) {
-            if (last[my_paths[i].fullPathName().asChar()] == i) add_shapes(i, time);
+            if (last[my_paths[i].fullPathName().asChar()] == i) add_shapes(i, shapes);
         }
+        if (!fit_a_file(shapes)) return false;
+        for (const SHAPE& shape : shapes) add(shape, time);
         my_root.matrix_hierarchy.link_parents();
+        return true;
     }
 
 private:
-    void add_shapes(unsigned int index, f32 time) {
+    struct SHAPE {
+        unsigned int index; ///< of the node that it stands under
+        MDagPath path;
+    };
+
+    void add_shapes(unsigned int index, std::vector<SHAPE>& out) const {
         for (unsigned int i = 0; i < my_paths[index].childCount(); ++i) {
             MDagPath shape = my_paths[index];
             if (!shape.push(my_paths[index].child(i)) || !shape.hasFn(MFn::kMesh)) continue;
-            MFnMesh mesh(shape);
-            if (mesh.isIntermediateObject()) continue;
-            const bool whole = translate_mesh(shape, my_root);
-            VOR2_RIGID& rigid = *my_root.rigids.back();
-            rigid.name = name_for_file(mesh.name());
-            const int sets = mesh.numUVSets();
-            for (int set = 1; set <= sets; ++set) rigid.mapping_channels.push_back(static_cast<u32>(set));
-            if (whole) my_materials.settle(rigid, mesh, shape.instanceNumber());
-            const PLACEMENT placement = placement_of(inverse(node_at(index)) * mesh_at(index, shape));
-            rigid.matrix_index =
-                add_nodes(my_root.matrix_hierarchy, placement, rigid.name, static_cast<i32>(index), time);
+            if (!MFnMesh(shape).isIntermediateObject()) out.push_back({index, shape});
         }
+    }
+
+    /// Before any is translated: a few small shapes and their instances can come to more than a machine holds.
+    static bool fit_a_file(const std::vector<SHAPE>& shapes) {
+        double triangles = 0.0, bytes = 0.0;
+        for (const SHAPE& shape : shapes) {
+            const MFnMesh mesh(shape.path);
+            const double of_this = std::max(mesh.numFaceVertices() - 2.0 * mesh.numPolygons(), 0.0);
+            triangles += of_this;
+            bytes += of_this * (TRIANGLE_BYTES + UV_BYTES * mesh.numUVSets());
+        }
+        if (bytes <= LONGEST_FILE) return true;
+        MGlobal::displayError(MString("The export would hold more triangles than a file can: ") + triangles);
+        return false;
+    }
+
+    void add(const SHAPE& shape, f32 time) {
+        const MFnMesh mesh(shape.path);
+        const bool whole = translate_mesh(shape.path, my_root);
+        VOR2_RIGID& rigid = *my_root.rigids.back();
+        rigid.name = name_for_file(mesh.name());
+        const int sets = mesh.numUVSets();
+        for (int set = 1; set <= sets; ++set) rigid.mapping_channels.push_back(static_cast<u32>(set));
+        if (whole) my_materials.settle(rigid, mesh, shape.path.instanceNumber());
+        const PLACEMENT placement = placement_of(inverse(node_at(shape.index)) * mesh_at(shape.index, shape.path));
+        rigid.matrix_index =
+            add_nodes(my_root.matrix_hierarchy, placement, rigid.name, static_cast<i32>(shape.index), time);
     }
 
     [[nodiscard]] AFFINE node_at(unsigned int index) const {
@@ -152,9 +186,9 @@ bool& exports_meshes() {
     return on;
 }
 
-void export_meshes(VOR2& root, const NODE_LIST& list, const SAMPLE_RANGE& range) {
+bool export_meshes(VOR2& root, const NODE_LIST& list, const SAMPLE_RANGE& range) {
     MGlobal::displayInfo("Building vor2 - translating meshes...");
-    MESH_EXPORT(root, list, range).run();
+    return MESH_EXPORT(root, list, range).run();
 }
 
 } // namespace VOR2_EXPORTER_MAYA

@@ -25,6 +25,8 @@ using namespace VOR2_LOADER;
 ///
 /// A shader that is no lambert becomes a material with its name and nothing else, with a warning; so does a
 /// mesh that the host doesn't give whole become an empty one, with an error.
-void export_meshes(VOR2& root, const NODE_LIST& list, const SAMPLE_RANGE& range);
+///
+/// False, with an error and no mesh added, when a file can't hold them all.
+[[nodiscard]] bool export_meshes(VOR2& root, const NODE_LIST& list, const SAMPLE_RANGE& range);
 
 } // namespace VOR2_EXPORTER_MAYA

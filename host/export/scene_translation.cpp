@@ -167,8 +167,7 @@ bool fill_root(VOR2& root, const MString& path) {
     thin_out_keys(root.matrix_hierarchy);
     warn_of_bad_rotations(root.matrix_hierarchy);
     root.matrix_hierarchy.link_parents();
-    if (exports_meshes()) export_meshes(root, list, range);
-    return true;
+    return !exports_meshes() || export_meshes(root, list, range);
 }
 
 } // namespace

@@ -243,6 +243,19 @@ TEST_F(MeshHistoryTest, moves_points_by_tweaks_and_begins_with_spheres) {
     EXPECT_EQ(mesh("n")->notes, Names{"'u' (polyUnite) in its history isn't evaluated"});
 }
 
+TEST_F(MeshHistoryTest, makes_no_more_corners_than_are_allowed_for_all_meshes_together) {
+    run("createNode polyCube -n c; createNode transform -n t; createNode mesh -n m -p t; connectAttr c.out m.i;"
+        "createNode mesh -n n -p t; connectAttr m.o n.i; createNode mesh -n o -p t; connectAttr m.o o.i;");
+    MeshLimits::made_corners = 2 * 48 + 47; // each has 24, once for itself and once for its UVs
+    EXPECT_EQ(mesh("m")->face_count() + mesh("n")->face_count(), 12U);
+    const auto third = mesh("o");
+    EXPECT_EQ(third->face_count(), 0U);
+    EXPECT_EQ(third->notes.size(), 1U);
+    run("delete n; setAttr c.w 2;");
+    EXPECT_EQ(mesh("o")->face_count(), 6U) << "there is room again";
+    MeshLimits::made_corners = 32'000'000;
+}
+
 TEST_F(MeshHistoryTest, divides_only_the_chosen_faces) {
     run("createNode transform -n t; createNode mesh -n m -p t; createNode polyCube -n c;");
     run("createNode polySubdFace -n d; connectAttr c.out d.ip; connectAttr d.out m.i;");
@@ -253,7 +266,7 @@ TEST_F(MeshHistoryTest, divides_only_the_chosen_faces) {
     expect_closed(*found);
     EXPECT_NEAR(volume(*found), 1.0, 1e-6);
     run("setAttr d.dv 1000000; setAttr c.sw 500; setAttr c.sh 600;");
-    EXPECT_LE(mesh("m")->corner_vertex.size(), max_divided_corners);
+    EXPECT_LE(mesh("m")->corner_vertex.size(), MeshLimits::divided_corners);
     EXPECT_FALSE(mesh("m")->notes.empty());
     run("setAttr d.ics -type componentList 1 \"f[900000]\"; setAttr d.dv 1e18; setAttr c.sw 1; setAttr c.sh 1;");
     EXPECT_EQ(mesh("m")->face_count(), 6U) << "none is chosen, however often";

@@ -241,6 +241,17 @@ TEST_F(MESH_TEST, moves_meshes_with_their_nodes) {
     expect_in_place(root, 0, path_of("m"), 0.0F);
 }
 
+TEST_F(MESH_TEST, refuses_more_than_a_file_holds_before_it_translates_any) {
+    exports_meshes() = true;
+    run("createNode polyPlane -n p; setAttr p.sw 700; setAttr p.sh 700; connectAttr -f p.out m.i;"
+        "for ($i = 1; $i < 12; ++$i) { createNode transform -n (\"u\" + $i); parent -s -add m (\"u\" + $i); }");
+    select({"t", "u1", "u2", "u3", "u4", "u5", "u6", "u7", "u8", "u9", "u10", "u11"});
+    VOR2 root;
+    EXPECT_FALSE(translate_scene(root, MString("out.vr2")));
+    EXPECT_TRUE(root.rigids.empty());
+    EXPECT_TRUE(said("E: The export would hold more triangles than a file can: 11760000"));
+}
+
 TEST_F(MESH_TEST, survives_a_node_without_a_direction) {
     exports_meshes() = true;
     for (const char* scale : {"0 0 0", "2 0 0", "0 2 0", "0 0 2", "2 3 0", "0 2 3", "2 0 3"}) {
