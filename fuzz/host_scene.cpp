@@ -5,6 +5,7 @@
 #include "headless/files/ma_reader.h"
 #include "headless/files/ma_writer.h"
 #include "headless/geometry/mesh_history.h"
+#include "headless/geometry/mesh_limits.h"
 #include "headless/script/interpreter.h"
 #include "headless/script/script_work.h"
 #include "headless/session.h"
