@@ -30,8 +30,9 @@ void write_declaration(MaText& out, const Node& node, const Attribute& at) {
     if (at.default_value.is_number() && at.default_value.number() != 0.0)
         out.text(" -dv ").number(at.default_value.number(), at.kind);
     if (!at.enum_names.empty()) {
-        std::string names;
-        for (const std::string& name : at.enum_names) names += (names.empty() ? "" : ":") + name;
+        std::string names = at.enum_names.front();
+        for (std::size_t i = 1; i < at.enum_names.size(); ++i) names += ":" + at.enum_names[i];
+        if (at.enum_names.back().empty()) names += ":"; // a colon at the end begins no further name
         out.text(" -en ").quoted(names);
     }
     out.end_statement();

@@ -155,6 +155,7 @@ TEST_F(MaWriterTest, a_scene_with_values_of_every_kind_reads_back_the_same) {
 currentUnit -l m -a deg -t 29.97fps;
 createNode transform -n "a:root"; rename -uid "12-AB";
   addAttr -ci true -sn "sw" -ln "switch" -min 0 -max 2 -dv 1 -at "enum" -en "off:on:both";
+  addAttr -sn "sp" -ln "spare" -at "enum" -en ":on::"; addAttr -sn "no" -ln "none" -at "enum" -en "";
   addAttr -ci true -sn "len" -ln "length" -dv 2.5 -at "doubleLinear";
   addAttr -ci true -sn "vc" -ln "vec" -at "double3" -nc 3;
   addAttr -ci true -sn "vx" -ln "vecX" -at "double" -p "vec";
