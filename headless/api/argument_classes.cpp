@@ -8,6 +8,14 @@
 
 using namespace headless;
 
+namespace {
+
+std::string_view name_of(const char* flag) {
+    return flag ? flag : "";
+}
+
+} // namespace
+
 MSyntax::MSyntax() : table_(std::make_unique<SyntaxTable>()) {}
 MSyntax::MSyntax(const MSyntax& other) : table_(std::make_unique<SyntaxTable>(*other.table_)) {}
 MSyntax::~MSyntax() = default;
@@ -33,14 +41,14 @@ MStatus MSyntax::addFlag(const char* shortName, const char* longName, MArgType t
 }
 
 MStatus MSyntax::makeFlagMultiUse(const char* flag) {
-    const int at = table_->find(flag ? flag : "");
+    const int at = table_->find(name_of(flag));
     if (at < 0) return MStatus::kInvalidParameter;
     table_->flags[at].multi_use = true;
     return MStatus::kSuccess;
 }
 
 MStatus MSyntax::makeFlagQueryWithFullArgs(const char* flag, bool optional) {
-    const int at = table_->find(flag ? flag : "");
+    const int at = table_->find(name_of(flag));
     if (at < 0) return MStatus::kInvalidParameter;
     table_->flags[at].full_query = true;
     table_->flags[at].query_optional = optional;
@@ -237,8 +245,8 @@ MArgParser& MArgParser::operator=(const MArgParser& other) {
 }
 
 bool MArgParser::isFlagSet(const char* flag, MStatus* status) const {
-    put(status, parsed_->syntax.find(flag ? flag : "") >= 0 ? MStatus::kSuccess : MStatus::kInvalidParameter);
-    return parsed_->use_of(flag) != nullptr;
+    put(status, parsed_->syntax.find(name_of(flag)) >= 0 ? MStatus::kSuccess : MStatus::kInvalidParameter);
+    return parsed_->use_of(name_of(flag)) != nullptr;
 }
 
 bool MArgParser::isEdit(MStatus* status) const {
@@ -252,20 +260,19 @@ unsigned int MArgParser::numberOfFlagsUsed() const {
 }
 
 unsigned int MArgParser::numberOfFlagUses(const char* flag) const {
-    unsigned int count = 0;
-    while (parsed_->use_of(flag, static_cast<int>(count))) ++count;
-    return count;
+    const std::vector<std::size_t>* places = parsed_->places_of(name_of(flag));
+    return places ? static_cast<unsigned int>(places->size()) : 0;
 }
 
 MStatus MArgParser::getFlagArgumentPosition(const char* flag, unsigned int use, unsigned int& position) const {
-    const ParsedArguments::Use* found = parsed_->use_of(flag, static_cast<int>(use & 0x7fffffffu));
+    const ParsedArguments::Use* found = parsed_->use_of(name_of(flag), static_cast<int>(use & 0x7fffffffu));
     if (!found) return MStatus::kInvalidParameter;
     position = found->first;
     return MStatus::kSuccess;
 }
 
 MStatus MArgParser::getFlagArgumentList(const char* flag, unsigned int use, MArgList& arguments) const {
-    const ParsedArguments::Use* found = parsed_->use_of(flag, static_cast<int>(use & 0x7fffffffu));
+    const ParsedArguments::Use* found = parsed_->use_of(name_of(flag), static_cast<int>(use & 0x7fffffffu));
     if (!found) return MStatus::kInvalidParameter;
     Access::words(arguments) = found->arguments;
     return MStatus::kSuccess;
@@ -275,7 +282,7 @@ namespace {
 
 template<typename T>
 MStatus flag_argument(const ParsedArguments& parsed, const char* flag, unsigned int i, T& value) {
-    const ParsedArguments::Use* use = parsed.use_of(flag);
+    const ParsedArguments::Use* use = parsed.use_of(name_of(flag));
     return use ? read(use->arguments, i, value) : MStatus(MStatus::kInvalidParameter);
 }
 

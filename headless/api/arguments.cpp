@@ -17,15 +17,17 @@ int SyntaxTable::find(std::string_view name) const {
     return -1;
 }
 
-const ParsedArguments::Use* ParsedArguments::use_of(const char* flag, int which) const {
-    const int wanted = syntax.find(flag ? flag : "");
-    const Use* found = nullptr;
-    for (const Use& use : uses) {
-        if (wanted < 0 || use.flag != wanted) continue;
-        found = &use;
-        if (which-- == 0) return found;
-    }
-    return which < 0 ? found : nullptr;
+const std::vector<std::size_t>* ParsedArguments::places_of(std::string_view flag) const {
+    const auto wanted = static_cast<std::size_t>(syntax.find(flag)); // -1 for none
+    return wanted < places.size() ? &places[wanted] : nullptr;
+}
+
+const ParsedArguments::Use* ParsedArguments::use_of(std::string_view flag, int which) const {
+    const std::vector<std::size_t>* found = places_of(flag);
+    if (!found || found->empty()) return nullptr;
+    if (which < 0) return &uses[found->back()];
+    const auto at = static_cast<std::size_t>(which);
+    return at < found->size() ? &uses[(*found)[at]] : nullptr;
 }
 
 std::optional<bool> as_boolean(const MString& word) {
@@ -162,6 +164,9 @@ public:
             if (!taken) return taken.error();
         }
         if (Result<void> complete = check_plain(); !complete) return complete.error();
+        out_.places.resize(out_.syntax.flags.size());
+        for (std::size_t i = 0; i < out_.uses.size(); ++i)
+            out_.places[static_cast<std::size_t>(out_.uses[i].flag)].push_back(i);
         return std::move(out_);
     }
 

@@ -36,11 +36,14 @@ struct ParsedArguments {
     };
     SyntaxTable syntax;
     std::vector<Use> uses;
+    std::vector<std::vector<std::size_t>> places; ///< in `uses`, by flag
     std::vector<MString> arguments, objects;
     bool query = false, edit = false;
 
+    /// The places of a flag's uses; null for a name that the syntax doesn't have.
+    const std::vector<std::size_t>* places_of(std::string_view flag) const;
     /// The `which`-th use of a flag, the last for -1; null when there is none.
-    const Use* use_of(const char* flag, int which = -1) const;
+    const Use* use_of(std::string_view flag, int which = -1) const;
 };
 
 /// Sorts the words of a command. The error says what the host says: "Invalid flag '-x'", "Flag '-sAt' must be

@@ -2,32 +2,31 @@
 
 namespace headless {
 
-const ParsedArguments::Use* Arguments::find(std::string_view flag) const {
-    const ParsedArguments::Use* found = nullptr;
-    for (const ParsedArguments::Use& use : parsed_.uses) {
-        if (parsed_.syntax.flags[use.flag].short_name == flag) found = &use;
-    }
-    return found;
-}
+namespace {
 
-const std::string* Arguments::text(std::string_view flag) const {
-    const auto* use = find(flag);
+const std::string* first_text(const ParsedArguments::Use* use) {
     return use && !use->arguments.empty() ? &Access::text(use->arguments.front()) : nullptr;
 }
 
+} // namespace
+
+const ParsedArguments::Use* Arguments::find(std::string_view flag) const {
+    return parsed_.use_of(flag);
+}
+
+const std::string* Arguments::text(std::string_view flag) const {
+    return first_text(find(flag));
+}
+
 const std::string* Arguments::text(std::string_view flag, std::size_t use) const {
-    for (const ParsedArguments::Use& entry : parsed_.uses) {
-        if (parsed_.syntax.flags[entry.flag].short_name == flag && use-- == 0)
-            return entry.arguments.empty() ? nullptr : &Access::text(entry.arguments.front());
-    }
-    return nullptr;
+    return first_text(parsed_.use_of(flag, static_cast<int>(use)));
 }
 
 std::vector<std::string> Arguments::texts(std::string_view flag) const {
     std::vector<std::string> out;
-    for (const ParsedArguments::Use& use : parsed_.uses) {
-        if (parsed_.syntax.flags[use.flag].short_name != flag) continue;
-        for (const MString& argument : use.arguments) out.push_back(Access::text(argument));
+    const std::vector<std::size_t>* places = parsed_.places_of(flag);
+    for (std::size_t i = 0; places && i < places->size(); ++i) {
+        for (const MString& argument : parsed_.uses[(*places)[i]].arguments) out.push_back(Access::text(argument));
     }
     return out;
 }

@@ -7,8 +7,11 @@
 #include <maya/MItSelectionList.h>
 #include <maya/MStringArray.h>
 
-#include <limits>
+#include <algorithm>
+#include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace VOR2_EXPORTER_MAYA {
 namespace {
@@ -19,9 +22,53 @@ bool qualifies(const MObject& node) {
     return type != MFn::kOrientConstraint && type != MFn::kParentConstraint && type != MFn::kPointConstraint;
 }
 
-bool is_ancestor(const std::string& path, const std::string& descendant) {
-    return descendant.starts_with(path) && (descendant.size() == path.size() || descendant[path.size()] == '|');
+std::string last_name(const MDagPath& path) {
+    const std::string full = path.fullPathName().asChar();
+    return full.substr(full.rfind('|') + 1);
 }
+
+void append_subtree(const MDagPath& root, MDagPathArray& nodes) {
+    MItDag walk(MItDag::kDepthFirst);
+    for (walk.reset(root, MItDag::kDepthFirst); !walk.isDone(); walk.next()) {
+        if (!qualifies(walk.currentItem())) continue;
+        MDagPath found;
+        walk.getPath(found);
+        nodes.append(found);
+    }
+}
+
+/// The nodes side by side under one place, by how their names begin.
+class SIBLINGS {
+public:
+    explicit SIBLINGS(const MDagPath& one_of_them) {
+        MItDag walk(MItDag::kDepthFirst);
+        MDagPath above(one_of_them);
+        if (above.length() > 1 && above.pop()) walk.reset(above, MItDag::kDepthFirst);
+        for (walk.next(); !walk.isDone(); walk.next()) {
+            MDagPath path;
+            walk.getPath(path);
+            my_places.emplace_back(last_name(path), my_paths.length());
+            my_paths.append(path);
+            walk.prune();
+        }
+        std::sort(my_places.begin(), my_places.end());
+    }
+
+    void append_with_all_under_them(const std::string& beginning, MDagPathArray& nodes) const {
+        std::vector<unsigned int> matches;
+        for (auto at = std::lower_bound(my_places.begin(), my_places.end(), PLACE(beginning, 0));
+             at != my_places.end() && at->first.starts_with(beginning); ++at)
+            matches.push_back(at->second);
+        std::sort(matches.begin(), matches.end());
+        for (const unsigned int place : matches) append_subtree(my_paths[place], nodes);
+    }
+
+private:
+    using PLACE = std::pair<std::string, unsigned int>;
+
+    MDagPathArray my_paths;       ///< in the hierarchy's order
+    std::vector<PLACE> my_places; ///< of `my_paths`, by name
+};
 
 void warn_of_item_without_path(MItSelectionList& item) {
     MObject node;
@@ -50,6 +97,7 @@ MSelectionList selection_for_export(const MStringArray& names) {
 
 NODE_LIST list_nodes(MSelectionList& selection) {
     NODE_LIST list;
+    std::map<std::string, SIBLINGS> by_place;
     for (MItSelectionList item(selection); !item.isDone(); item.next()) {
         MDagPath path;
         if (!item.getDagPath(path) || path.length() == 0) {
@@ -58,32 +106,16 @@ NODE_LIST list_nodes(MSelectionList& selection) {
         }
         list.indexes_to_skip.insert(list.nodes.length());
         list.nodes.append(path);
-        collect_descendants(path, list.nodes);
+        const std::string full = path.fullPathName().asChar();
+        const std::size_t bar = full.rfind('|');
+        const SIBLINGS& siblings = by_place.try_emplace(full.substr(0, bar), path).first->second;
+        siblings.append_with_all_under_them(full.substr(bar + 1), list.nodes);
     }
     return list;
 }
 
-// Only the ways that can lead to a match are walked, and below a match no name needs a look.
 void collect_descendants(const MDagPath& path, MDagPathArray& nodes) {
-    constexpr unsigned int NO_MATCH = std::numeric_limits<unsigned int>::max();
-    const std::string wanted = path.fullPathName().asChar();
-    unsigned int match_depth = NO_MATCH;
-    for (MItDag walk(MItDag::kDepthFirst); !walk.isDone(); walk.next()) {
-        const unsigned int depth = walk.depth();
-        if (depth == 0) continue;
-        if (match_depth == NO_MATCH || depth <= match_depth) {
-            const std::string name = walk.fullPathName().asChar();
-            match_depth = name.starts_with(wanted) ? depth : NO_MATCH;
-            if (match_depth == NO_MATCH) {
-                if (!is_ancestor(name, wanted)) walk.prune();
-                continue;
-            }
-        }
-        if (!qualifies(walk.currentItem())) continue;
-        MDagPath found;
-        walk.getPath(found);
-        nodes.append(found);
-    }
+    SIBLINGS(path).append_with_all_under_them(last_name(path), nodes);
 }
 
 } // namespace VOR2_EXPORTER_MAYA

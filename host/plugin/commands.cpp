@@ -94,7 +94,8 @@ void Exporter::take_settings(const MArgDatabase& arguments) const {
 
 void Exporter::take_node_list(const MArgList& words) const {
     const MArgParser parser(syntax(), words);
-    for (unsigned int use = 0; use < parser.numberOfFlagUses("-enl"); ++use) {
+    const unsigned int uses = parser.numberOfFlagUses("-enl");
+    for (unsigned int use = 0; use < uses; ++use) {
         MArgList list;
         const MStatus status = parser.getFlagArgumentList("-enl", use, list);
         if (!status) status.perror("");
