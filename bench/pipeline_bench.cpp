@@ -79,7 +79,22 @@ void import_skeleton(benchmark::State& state) {
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * joints * samples);
 }
 
+/// Props side by side, each named to the export, at one sample: what finding them costs.
+void export_list(benchmark::State& state) {
+    session().new_scene();
+    Scene& scene = session().scene();
+    scene.playback = {0.0, 0.0, 0.0, 0.0};
+    std::string line = "VOR2Export -f \"" + bench::temporary_path("vor2_bench_list.vr2") + "\"";
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        const Node* prop = *scene.create_node("transform", "prop" + std::to_string(100'000 + i));
+        line += " -enl " + prop->name();
+    }
+    for (auto _ : state) run(state, line);
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * state.range(0));
+}
+
 BENCHMARK(export_skeleton)->Name("export")->Arg(50)->Arg(100)->Arg(200)->Arg(400)->Unit(benchmark::kMillisecond);
 BENCHMARK(import_skeleton)->Name("import")->Arg(50)->Arg(100)->Arg(200)->Arg(400)->Unit(benchmark::kMillisecond);
+BENCHMARK(export_list)->Name("list")->Arg(1000)->Arg(2000)->Arg(4000)->Arg(8000)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -23,8 +23,10 @@ bool SelectionList::add_first(const SelectionItem& item) {
 }
 
 bool SelectionList::remove(const SelectionItem& item) {
-    if (!contains(item)) return false;
-    items_.erase(std::ranges::find(items_, item));
+    if (!entries_of_.contains(item.node.serial)) return false;
+    const auto found = std::find(items_.rbegin(), items_.rend(), item); // what came last often goes first
+    if (found == items_.rend()) return false;
+    items_.erase(std::next(found).base());
     if (--entries_of_[item.node.serial] == 0) entries_of_.erase(item.node.serial);
     return true;
 }

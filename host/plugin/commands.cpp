@@ -42,7 +42,8 @@ public:
         for (unsigned int i = 0; i < my_names.length(); ++i) MGlobal::selectByName(my_names[i], MGlobal::kAddToList);
     }
     ~NAMED_AS_SELECTION() {
-        for (unsigned int i = 0; i < my_names.length(); ++i)
+        // The last first, which moves no others up.
+        for (unsigned int i = my_names.length(); i-- > 0;)
             MGlobal::selectByName(my_names[i], MGlobal::kRemoveFromList);
     }
     NAMED_AS_SELECTION(const NAMED_AS_SELECTION&) = delete;
