@@ -43,8 +43,7 @@ public:
     }
     ~NAMED_AS_SELECTION() {
         // The last first, which moves no others up.
-        for (unsigned int i = my_names.length(); i-- > 0;)
-            MGlobal::selectByName(my_names[i], MGlobal::kRemoveFromList);
+        for (unsigned int i = my_names.length(); i-- > 0;) MGlobal::selectByName(my_names[i], MGlobal::kRemoveFromList);
     }
     NAMED_AS_SELECTION(const NAMED_AS_SELECTION&) = delete;
     NAMED_AS_SELECTION& operator=(const NAMED_AS_SELECTION&) = delete;
