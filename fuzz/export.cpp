@@ -37,7 +37,9 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
     VOR2_EXPORTER_MAYA::exports_meshes() = true;
     scene.selection.clear();
     for (headless::Node* node : scene.world().children()) scene.selection.add(scene.item(*node));
-    const std::vector<std::string> words{"-f", "out.vr2", "-st", "1", "-end", "4", "-sAt", "24"};
+    // A sample a frame: of frames that last an hour, any other rate may make a million.
+    const std::string rate = std::to_string(scene.time_unit.per_second);
+    const std::vector<std::string> words{"-f", "out.vr2", "-st", "1", "-end", "4", "-sAt", rate};
     (void)session.run_command("VOR2Export", words);
     const std::string bytes = fuzz::file_in_sandbox("out.vr2");
     if (bytes.empty()) return 0;
