@@ -37,14 +37,16 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
     VOR2_EXPORTER_MAYA::exports_meshes() = true;
     scene.selection.clear();
     for (headless::Node* node : scene.world().children()) scene.selection.add(scene.item(*node));
-    // A sample a frame: of frames that last an hour, any other rate may make a million.
-    const std::string rate = std::to_string(scene.time_unit.per_second);
+    // A sample a frame, out and in: of frames that last an hour, any other rate may make a million.
+    const headless::TimeUnit unit = scene.time_unit;
+    const std::string rate = std::to_string(unit.per_second);
     const std::vector<std::string> words{"-f", "out.vr2", "-st", "1", "-end", "4", "-sAt", rate};
     (void)session.run_command("VOR2Export", words);
     const std::string bytes = fuzz::file_in_sandbox("out.vr2");
     if (bytes.empty()) return 0;
     check_file(bytes);
     session.new_scene();
+    session.scene().time_unit = unit;
     (void)session.run_command("VOR2Import", {"-f", "out.vr2"});
     fuzz::check_writing(session.scene());
     return 0;
