@@ -112,8 +112,7 @@ BASIS unit_columns(BASIS columns, COLUMN& lengths) {
 
 void add_node(VOR2_MATRIX_HIERARCHY& hierarchy, const TEXT& name, i32 parent, VECTOR_3 position, QUATERNION rotation,
               f32 time) {
-    hierarchy.nodes.grow_by(1);
-    VOR2_MATRIX_NODE& node = hierarchy.nodes.back();
+    VOR2_MATRIX_NODE& node = hierarchy.nodes.emplace_back();
     node.name = name;
     node.parent_index = parent;
     node.position_track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
