@@ -5,11 +5,12 @@
 
 #include <maya/MFnDagNode.h>
 #include <maya/MGlobal.h>
-#include <maya/MObjectHandle.h>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <string>
+#include <string_view>
 
 namespace VOR2_EXPORTER_MAYA {
 namespace {
@@ -27,6 +28,10 @@ i32 find_parent(const MDagPath& path, const HIERARCHY_INDEX& translated) {
     MDagPath parent_path;
     if (!parent_node.getPath(parent_path)) return -1;
     return translated.find(parent_path);
+}
+
+std::size_t hash_of(const MDagPath& path) {
+    return std::hash<std::string_view>()(path.fullPathName().asChar());
 }
 
 template<class TRACK>
@@ -50,7 +55,7 @@ bool is_finite(const MMatrix& matrix) {
 } // namespace
 
 void HIERARCHY_INDEX::add(const MDagPath& path, i32 index) {
-    std::vector<ENTRY>& entries = my_entries[MObjectHandle(path.node()).hashCode()];
+    std::vector<ENTRY>& entries = my_entries[hash_of(path)];
     const auto same = std::ranges::find_if(entries, [&](const ENTRY& entry) { return entry.path == path; });
     if (same != entries.end())
         same->index = index;
@@ -59,7 +64,7 @@ void HIERARCHY_INDEX::add(const MDagPath& path, i32 index) {
 }
 
 i32 HIERARCHY_INDEX::find(const MDagPath& path) const {
-    const auto entries = my_entries.find(MObjectHandle(path.node()).hashCode());
+    const auto entries = my_entries.find(hash_of(path));
     if (entries == my_entries.end()) return -1;
     for (const ENTRY& entry : entries->second) {
         if (entry.path == path) return entry.index;

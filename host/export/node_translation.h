@@ -26,7 +26,8 @@ private:
         MDagPath path;
         i32 index;
     };
-    std::unordered_map<unsigned int, std::vector<ENTRY>> my_entries; ///< by the node's hash code
+    /// By the hash of the whole path: a node that is instanced has as many entries as places.
+    std::unordered_map<std::size_t, std::vector<ENTRY>> my_entries;
 };
 
 /// Gives the host node a place in the hierarchy, which grows to hold it: its name with its namespaces,
