@@ -63,6 +63,25 @@ public:
     i64 depth = 0;
 };
 
+/// Along each curve and from before its start to behind its end.
+void follow_splines(const VOR2& scene) {
+    const auto follow = [](const auto& splines) {
+        for (const auto& spline : splines) {
+            VECTOR_3 out;
+            for (const f32 t : {-1.0F, 0.0F, 0.3F, 0.5F, 1.0F, 7.0F}) {
+                spline.position_at(out, t);
+                spline.tangent_at(out, t);
+            }
+            (void)spline.total_length();
+        }
+    };
+    for (const auto& object : scene.bezier_spline_objects) {
+        if (!object) continue;
+        follow(object->rigid_splines);
+        follow(object->anim_splines);
+    }
+}
+
 /// Repaired, a scene has no problems left, and the report holds those that it had.
 void check_repair(VOR2& scene) {
     const NARROW_TEXT report("report.txt");
@@ -100,7 +119,10 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
         root.advance(0.1F);
         return 0;
     }
-    for (const f32 time : {0.0F, 0.3F, -1.0F, 1e30F}) root.set_time(time);
+    for (const f32 time : {0.0F, 0.3F, -1.0F, 1e30F}) {
+        root.set_time(time);
+        follow_splines(root);
+    }
     for (const f32 delta : {0.1F, 5.0F, -0.2F}) root.advance(delta);
     Counter counter;
     root.describe(counter);
