@@ -263,7 +263,8 @@ private:
         if (words_[0].quoted) return std::string(word);
         std::int64_t count = 0;
         const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), count);
-        if (error == std::errc() && end == word.data() + word.size()) return count;
+        const bool is_count = error == std::errc() && end == word.data() + word.size();
+        if (is_count && (count != 0 || word.front() != '-')) return count; // no count has a sign at its 0
         if (const auto number = number_of(word)) return *number;
         if (const auto truth = truth_of(word)) return *truth;
         return raw();

@@ -168,7 +168,7 @@ createNode transform -n "a:root"; rename -uid "12-AB";
   setAttr -l on -k off -cb on ".tx"; setAttr ".sw" 2; setAttr ".len" 0.3; setAttr ".vc" -type "double3" 1 2 3.5;
   setAttr ".txt" -type "string" "quote \" back\\slash\n\ttab ä\r end";
   setAttr -s 3 ".mul"; setAttr ".mul[2:3]" 5 6; setAttr ".mul[7]" -1;
-  setAttr ".odd" yes; setAttr ".two" -type "double2" 1 2.5; setAttr ".bare" someWord;
+  setAttr ".odd" yes; setAttr ".nil" -0.0; setAttr ".two" -type "double2" 1 2.5; setAttr ".bare" someWord;
   setAttr -s 2 ".pts[0:1]" -type "float3" 0 1 2 3 4 5; setAttr ".ten[4].in[2].x" 2.25;
   setAttr ".cmp" -type "componentList" 2 "vtx[0:7]" "f[*]";
   setAttr ".xf" -type "matrix" "xform" 1 1 1 0 yes; setAttr ".mm" -type "matrix" 1 0 0 0 0 1 0 0 0 0 1 0 0.1 2 3 1;
