@@ -23,7 +23,7 @@ Scene& quiet_scene() {
     Session& session = Session::current();
     session.set_message_sink([](MessageKind, const std::string&) {});
     VOR2_LOADER::platform::print_line_hook = [](std::string_view) {};
-    install_interpreters(session);      // without the variables and procedures of the input before
+    install_interpreters(session); // without the variables and procedures of the input before
     // An input is to take no seconds.
     ScriptWork::most_units = 4'000'000;
     MeshLimits::primitive_points = 20'000;

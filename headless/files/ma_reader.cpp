@@ -237,9 +237,7 @@ private:
         const std::optional<ListRange> lists = list_range(target->path);
         const Result<Plug> plug = plug_of(lists ? Target{target->node, lists->path} : *target);
         if (!plug) return plug.error();
-        Result<void> stored = lists ? store_lists(*plug, lists->count, setting_.values, units_, store_in_node)
-                                    : store_words(*plug, element_count(target->path), setting_.type, setting_.values,
-                                                  units_, store_in_node);
+        Result<void> stored = store_values(*plug, setting_, lists, units_, store_in_node);
         apply_marks(*plug, setting_);
         return stored;
     }

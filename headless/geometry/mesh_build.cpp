@@ -1,5 +1,6 @@
 // From a mesh node's lists to a mesh whose indices are good.
 #include "headless/geometry/mesh_data.h"
+#include "headless/geometry/mesh_limits.h"
 #include "headless/geometry/poly_faces.h"
 
 #include <algorithm>

@@ -65,9 +65,6 @@ std::string Plug::name(bool short_names) const {
     return node->name() + path(short_names);
 }
 
-namespace {
-
-// Reads a count up to the billions; false for anything else.
 bool read_index(std::string_view& text, std::int32_t& out) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
     if (error != std::errc() || out < 0) return false;
@@ -75,7 +72,6 @@ bool read_index(std::string_view& text, std::int32_t& out) {
     return true;
 }
 
-// The inside of a pair of brackets: "3", "0:7" or "*".
 bool read_range(std::string_view inside, PathSegment& out) {
     out.indexed = true;
     if (inside == "*") {
@@ -89,6 +85,8 @@ bool read_range(std::string_view inside, PathSegment& out) {
     inside.remove_prefix(1);
     return read_index(inside, out.last) && inside.empty() && out.last >= out.first;
 }
+
+namespace {
 
 bool read_segment(std::string_view piece, PathSegment& out) {
     const std::size_t bracket = piece.find('[');

@@ -35,11 +35,8 @@ Result<CommandResult> set_attr(Session& session, std::span<const Word> words) {
     if (setting.locked == false) apply_marks(*plug, setting);
     const bool marks_only = setting.locked || setting.keyable || setting.channel_box;
     if (setting.values.empty() && !marks_only) return Error{"Error reading data element: no value is given"};
-    const ValueUnits units = ValueUnits::of(scene);
-    Result<void> stored =
-        lists ? store_lists(*plug, lists->count, setting.values, units, store_in_scene)
-              : store_words(*plug, element_count(setting.name), setting.type, setting.values, units, store_in_scene);
-    if (!stored) return stored.error();
+    if (Result<void> stored = store_values(*plug, setting, lists, ValueUnits::of(scene), store_in_scene); !stored)
+        return stored.error();
     apply_marks(*plug, setting);
     return CommandResult();
 }

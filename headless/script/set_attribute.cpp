@@ -97,46 +97,31 @@ void apply_marks(const Plug& plug, const AttributeSetting& setting) {
 
 namespace {
 
-// An index, or how many elements there are.
-std::optional<std::int32_t> index_of(std::string_view text) {
-    std::int32_t out = 0;
-    const char* const end = text.data() + text.size();
-    const auto [behind, error] = std::from_chars(text.data(), end, out);
-    if (error != std::errc() || behind != end || out < 0) return {};
-    return out;
-}
-
-// The pieces of ".ktv[2:6]"; nothing for a path that doesn't end in a range.
-struct Range {
-    std::string_view before; ///< ".ktv[2"
+// The range that a path ends in: 2 and 6 of ".ktv[2:6]", and what stands before its bracket.
+struct RangeAtEnd {
+    std::string_view before;
+    std::int32_t first;
     std::int64_t count;
 };
 
-std::optional<Range> range_at_end(std::string_view path) {
-    if (!path.ends_with(']')) return {};
+std::optional<RangeAtEnd> range_at_end(std::string_view path) {
     const std::size_t bracket = path.rfind('[');
-    const std::size_t colon = path.find(':', bracket == std::string_view::npos ? path.size() : bracket);
-    if (colon == std::string_view::npos) return {};
-    const auto first = index_of(path.substr(bracket + 1, colon - bracket - 1));
-    const auto last = index_of(path.substr(colon + 1, path.size() - colon - 2));
-    if (!first || !last || *last < *first) return {};
-    return Range{path.substr(0, colon), std::int64_t{*last} - *first + 1};
+    if (bracket == std::string_view::npos || !path.ends_with(']')) return {};
+    const std::string_view inside = path.substr(bracket + 1, path.size() - bracket - 2);
+    PathSegment piece;
+    if (inside.find(':') == std::string_view::npos || !read_range(inside, piece)) return {};
+    return RangeAtEnd{path.substr(0, bracket), piece.first, std::int64_t{piece.last} - piece.first + 1};
 }
 
 } // namespace
 
-std::int64_t element_count(std::string_view path) {
-    const std::optional<Range> range = range_at_end(path);
-    return range ? range->count : 1;
-}
-
 std::optional<ListRange> list_range(std::string_view path) {
     const std::size_t end = path.rfind(']');
     if (end == std::string_view::npos || end + 1 == path.size()) return {};
-    const std::optional<Range> range = range_at_end(path.substr(0, end + 1));
+    const std::optional<RangeAtEnd> range = range_at_end(path.substr(0, end + 1));
     if (!range) return {};
     std::string first(range->before);
-    first.append("]").append(path.substr(end + 1)).append("[0]");
+    first.append("[").append(std::to_string(range->first)).append("]").append(path.substr(end + 1)).append("[0]");
     return ListRange{std::move(first), range->count};
 }
 
@@ -292,6 +277,11 @@ std::size_t face_length(std::span<const Word> words) {
     return std::min(end, words.size());
 }
 
+std::optional<std::int32_t> index_of(std::string_view word) {
+    std::int32_t out = 0;
+    return read_index(word, out) && word.empty() ? std::optional(out) : std::nullopt;
+}
+
 // Moves on to the next element of the array at a level of the plug.
 Result<void> to_next(Plug& element, int level) {
     std::int32_t& index = element.key.index[level];
@@ -301,8 +291,7 @@ Result<void> to_next(Plug& element, int level) {
     return {};
 }
 
-} // namespace
-
+// The values of so many elements that begin at a plug, each taking an equal share of the words.
 Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view type, std::span<const Word> words,
                          const ValueUnits& units, StoreValue store) {
     if (words.empty()) return {};
@@ -324,6 +313,7 @@ Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view 
     return {};
 }
 
+// The arrays that so many elements hold: how many of its elements follow, and the index and the value of each.
 Result<void> store_lists(const Plug& first, std::int64_t count, std::span<const Word> words, const ValueUnits& units,
                          StoreValue store) {
     if (words.empty()) return {};
@@ -347,6 +337,15 @@ Result<void> store_lists(const Plug& first, std::int64_t count, std::span<const 
         if (Result<void> there = to_next(element, element.key.depth - 2); !there) return there;
     }
     return words.empty() ? Result<void>() : bad_count(first, words.size());
+}
+
+} // namespace
+
+Result<void> store_values(const Plug& plug, const AttributeSetting& setting, const std::optional<ListRange>& lists,
+                          const ValueUnits& units, StoreValue store) {
+    if (lists) return store_lists(plug, lists->count, setting.values, units, store);
+    const std::optional<RangeAtEnd> range = range_at_end(setting.name);
+    return store_words(plug, range ? range->count : 1, setting.type, setting.values, units, store);
 }
 
 } // namespace headless

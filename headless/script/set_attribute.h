@@ -33,16 +33,6 @@ void apply_marks(const Plug& plug, const AttributeSetting& setting);
 
 using StoreValue = Result<void> (*)(const Plug& plug, const Value& value);
 
-/// Stores words as the value of a plug or, for `count` over 1, as those of so many elements that begin at it, each
-/// taking an equal share of the words. Words are read by what the attribute holds, in `units`; for an untyped one,
-/// by `type`, and what isn't understood is kept as RawTokens with strings still in quotes. An error says what was
-/// wrong with the words and leaves the elements before them set.
-Result<void> store_words(const Plug& plug, std::int64_t count, std::string_view type, std::span<const Word> words,
-                         const ValueUnits& units, StoreValue store);
-
-/// The elements that a path names with its last brackets: 5 for ".ktv[2:6]", 1 without a range.
-std::int64_t element_count(std::string_view path);
-
 /// A range of elements in front of an array that each of them holds, as in ".wl[0:23].w".
 struct ListRange {
     std::string path; ///< the first element of the first one's array: ".wl[0].w[0]"
@@ -52,11 +42,14 @@ struct ListRange {
 /// The range that a path names in this way, if it does.
 std::optional<ListRange> list_range(std::string_view path);
 
-/// Stores words as the arrays that each of `count` elements holds; `first` is the first element of the first one's.
-/// An array takes how many of its elements follow, and for each of these its index and its value. An error says what
-/// was wrong and leaves what stood before it set.
-Result<void> store_lists(const Plug& first, std::int64_t count, std::span<const Word> words, const ValueUnits& units,
-                         StoreValue store);
+/// Stores the values of a setting at the plug of its name, and of further elements where the name ends in a range,
+/// each taking an equal share of the words. Words are read by what the attribute holds, in `units`; for an untyped
+/// one, by the setting's type, and what isn't understood is kept as RawTokens with strings still in quotes.
+/// With `lists`, what `list_range` makes of the name, the plug is that of its path: the array in each element takes how
+/// many of its elements follow, and for each of these its index and its value.
+/// An error says what was wrong with the words and leaves the elements before them set.
+Result<void> store_values(const Plug& plug, const AttributeSetting& setting, const std::optional<ListRange>& lists,
+                          const ValueUnits& units, StoreValue store);
 
 std::optional<double> number_of(std::string_view word); ///< all of the word, finite or not; hexadecimal isn't one
 std::optional<bool> truth_of(std::string_view word);    ///< on, off, yes, no, true, false, 1, 0

@@ -186,8 +186,10 @@ TEST_F(MaReaderTest, lists_within_a_range_that_are_no_lists_are_passed_over) {
         EXPECT_EQ(messages.size(), 1U) << wrong;
         EXPECT_EQ(value("s.wl[3].w[0]").number(), 0.5);
     }
-    ASSERT_TRUE(session.run_mel("createNode skinCluster -n t; setAttr t.wl[4:5].w 1 0 0.5 2 0 0.25 1 0.75"));
+    ASSERT_TRUE(session.run_mel("createNode skinCluster -n t; setAttr t.wl[4:5].w 1 0 0.5 2 0 0.25 1 0.75;"
+                                "setAttr t.wl[6:6].w 1 2 0.125"));
     EXPECT_EQ(value("t.wl[4].w[0]").number() + value("t.wl[5].w[1]").number(), 1.25);
+    EXPECT_EQ(value("t.wl[6].w[2]").number(), 0.125);
 }
 
 TEST_F(MaReaderTest, connections_can_be_taken_back_and_lines_for_others_pass_in_silence) {
