@@ -70,6 +70,15 @@ private:
     std::vector<PLACE> my_places; ///< of `my_paths`, by name
 };
 
+using SIBLINGS_BY_PLACE = std::map<std::string, SIBLINGS>; // by the full path above them
+
+void collect_descendants(const MDagPath& path, SIBLINGS_BY_PLACE& by_place, MDagPathArray& nodes) {
+    const std::string full = path.fullPathName().asChar();
+    const std::size_t bar = full.rfind('|');
+    const SIBLINGS& siblings = by_place.try_emplace(full.substr(0, bar), path).first->second;
+    siblings.append_with_all_under_them(full.substr(bar + 1), nodes);
+}
+
 void warn_of_item_without_path(MItSelectionList& item) {
     MObject node;
     item.getDependNode(node);
@@ -97,7 +106,7 @@ MSelectionList selection_for_export(const MStringArray& names) {
 
 NODE_LIST list_nodes(MSelectionList& selection) {
     NODE_LIST list;
-    std::map<std::string, SIBLINGS> by_place;
+    SIBLINGS_BY_PLACE by_place;
     for (MItSelectionList item(selection); !item.isDone(); item.next()) {
         MDagPath path;
         if (!item.getDagPath(path) || path.length() == 0) {
@@ -106,16 +115,9 @@ NODE_LIST list_nodes(MSelectionList& selection) {
         }
         list.indexes_to_skip.insert(list.nodes.length());
         list.nodes.append(path);
-        const std::string full = path.fullPathName().asChar();
-        const std::size_t bar = full.rfind('|');
-        const SIBLINGS& siblings = by_place.try_emplace(full.substr(0, bar), path).first->second;
-        siblings.append_with_all_under_them(full.substr(bar + 1), list.nodes);
+        collect_descendants(path, by_place, list.nodes);
     }
     return list;
-}
-
-void collect_descendants(const MDagPath& path, MDagPathArray& nodes) {
-    SIBLINGS(path).append_with_all_under_them(last_name(path), nodes);
 }
 
 } // namespace VOR2_EXPORTER_MAYA

@@ -20,11 +20,10 @@ struct NODE_LIST {
 [[nodiscard]] MSelectionList selection_for_export(const MStringArray& names);
 
 /// An item that has no place in the DAG is passed over with a warning.
+///
+/// At and under an item stands whatever has a full path that begins with the item's, as text: the item itself, all
+/// under it, and also siblings whose names begin with its name, with all under them, in depth-first order. Point,
+/// orient and parent constraints are left out; other kinds of transforms are not.
 [[nodiscard]] NODE_LIST list_nodes(MSelectionList& selection);
-
-/// Appends the joints and transforms whose full path begins with that of `path`, as text: `path` itself,
-/// all under it, and also siblings whose names begin with its name, with all under them. In depth-first
-/// order. Point, orient and parent constraints are left out; other kinds of transforms are not.
-void collect_descendants(const MDagPath& path, MDagPathArray& nodes);
 
 } // namespace VOR2_EXPORTER_MAYA
