@@ -266,8 +266,8 @@ private:
         const bool next_free = Flags{words}.has("-na", "-nextAvailable");
         const Result<Plug> destination = next_free ? next_element(*to) : plug_of(*to);
         if (!destination) return destination.error();
-        // A space array of the first instance is written without its index.
-        const bool whole = source->is_array() && source->attribute().output;
+        // A space array of the first instance is written without its index; so may be what nothing declares.
+        const bool whole = source->is_array() && (source->attribute().output || source->attribute().raw);
         return scene_.connect(whole ? source->element(0) : *source, *destination, true);
     }
 

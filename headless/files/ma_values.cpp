@@ -6,14 +6,10 @@
 namespace headless {
 namespace {
 
-// The types that `addAttr` takes behind "-at"; the others go behind "-dt".
-bool is_plain_type(std::string_view type) {
-    static const std::set<std::string_view> plain = {
-        "bool",        "long",     "long2",       "long3",     "short",       "short2",    "short3",  "byte",
-        "char",        "enum",     "float",       "float2",    "float3",      "double",    "double2", "double3",
-        "double4",     "time",     "addr",        "compound",  "message",     "generic",   "typed",   "doubleLinear",
-        "doubleAngle", "spectrum", "reflectance", "fltMatrix", "floatLinear", "floatAngle"};
-    return plain.contains(type);
+// Whether a type goes behind "-at" of `addAttr`; the others, which are data of a sort, go behind "-dt".
+bool is_plain_type(const Attribute& at, std::string_view type) {
+    if (at.kind == AttributeKind::untyped) return type == "generic" || type == "typed" || type == "addr";
+    return type != "string" && type != "matrix";
 }
 
 void write_declaration(MaText& out, const Node& node, const Attribute& at) {
@@ -21,9 +17,7 @@ void write_declaration(MaText& out, const Node& node, const Attribute& at) {
     if (at.array) out.text(" -m");
     if (at.parent != no_attribute) out.text(" -p ").quoted(node.attribute(at.parent).long_name);
     const std::string_view type = type_word(at);
-    // A compound of a data type has no children to declare.
-    const bool plain =
-        is_plain_type(type) && !(at.kind == AttributeKind::untyped && type.back() >= '2' && type.back() <= '4');
+    const bool plain = is_plain_type(at, type);
     out.text(plain ? " -at " : " -dt ").quoted(type);
     if (plain && at.kind == AttributeKind::compound)
         out.text(" -nc ").integer(static_cast<std::int64_t>(at.children.size()));
@@ -203,12 +197,14 @@ bool is_marked(const AttributeFlags& flags) {
 }
 
 // Attributes that nothing declares stand in the order in which a file happened to name them; by name, the lines are
-// the same however they came in.
+// the same however they came in. Which of them are arrays shows by an index alone.
 void write_marks(MaText& out, const Node& node) {
     std::vector<std::pair<std::string, AttributeId>> marked;
     for (AttributeId id = 0; id < node.attribute_count(); ++id) {
         if (!is_marked(node.flags(id))) continue;
-        marked.emplace_back(file_path({const_cast<Node*>(&node), PlugKey{id, 0, {}}}), id);
+        const Attribute& at = node.attribute(id);
+        const std::uint8_t depth = at.raw ? at.array_levels : 0;
+        marked.emplace_back(file_path({const_cast<Node*>(&node), PlugKey{id, depth, {}}}), id);
     }
     const auto undeclared = std::stable_partition(marked.begin(), marked.end(),
                                                   [&](const auto& entry) { return !node.attribute(entry.second).raw; });

@@ -66,6 +66,10 @@ std::string legal_name(std::string_view wanted) {
     return legal ? out : std::string();
 }
 
+bool is_attribute_name(std::string_view name) {
+    return !name.empty() && std::ranges::all_of(name, [](char c) { return is_letter(c) || is_digit(c); });
+}
+
 std::string_view without_namespaces(std::string_view name) {
     const std::size_t colon = name.rfind(':');
     return colon == std::string_view::npos ? name : name.substr(colon + 1);

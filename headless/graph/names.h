@@ -13,6 +13,8 @@ class Node;
 /// A name as the host would take it: every character but letters, digits, "_" and ":" becomes "_", and so does a
 /// digit in first place; empty namespaces are dropped. Empty when nothing is left to stand as a name.
 std::string legal_name(std::string_view wanted);
+/// Whether an attribute may have the name: letters, digits and "_" alone, so that no path reads it as anything else.
+bool is_attribute_name(std::string_view name);
 /// The part behind the last ":".
 std::string_view without_namespaces(std::string_view name);
 /// Whether a name fits a pattern: "*" any run and "?" any one character, neither crossing a ":".

@@ -46,24 +46,24 @@ Result<AttributeId> Node::add_attribute(Attribute attribute) {
     if (attribute.long_name.empty()) attribute.long_name = attribute.short_name;
     if (attribute.long_name.empty()) return Error{"An attribute needs a name"};
     for (const std::string& name : {attribute.long_name, attribute.short_name}) {
+        if (!is_attribute_name(name)) return Error{"'" + name + "' can't be the name of an attribute"};
         if (find_attribute(name) != no_attribute)
             return Error{"Found an existing attribute '" + name + "' on node '" + name_ + "'"};
     }
     int levels = attribute.array ? 1 : 0;
+    const std::size_t own = type_->attributes().size();
     if (attribute.parent != no_attribute) {
-        if (attribute.parent >= attribute_count())
-            return Error{"No parent for attribute '" + attribute.long_name + "'"};
+        // The type's own are shared by all nodes of the type, so none of them grows a child here.
+        if (attribute.parent < own || attribute.parent >= attribute_count() || this->attribute(attribute.parent).raw ||
+            this->attribute(attribute.parent).kind != AttributeKind::compound)
+            return Error{"The parent of attribute '" + attribute.long_name + "' is no compound that was added"};
         levels += this->attribute(attribute.parent).array_levels;
     }
     if (levels > max_array_levels) return Error{"Arrays nest too deep in '" + attribute.long_name + "'"};
     attribute.array_levels = static_cast<std::uint8_t>(levels);
     attribute.dynamic = true;
     const AttributeId id = attribute_count();
-    if (attribute.parent != no_attribute && attribute.parent >= type_->attributes().size()) {
-        Attribute& parent = dynamic_[attribute.parent - type_->attributes().size()];
-        parent.kind = AttributeKind::compound;
-        parent.children.push_back(id);
-    }
+    if (attribute.parent != no_attribute) dynamic_[attribute.parent - own].children.push_back(id);
     dynamic_by_name_.emplace(attribute.long_name, id);
     dynamic_by_name_.emplace(attribute.short_name, id);
     dynamic_.push_back(std::move(attribute));

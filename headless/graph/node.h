@@ -50,12 +50,15 @@ public:
     const Attribute& attribute(AttributeId id) const;
     /// By long or short name, the node's dynamic ones included; `no_attribute` when there is none.
     AttributeId find_attribute(std::string_view name) const;
-    /// Adds a dynamic attribute; refused when either name is taken or the arrays nest too deep.
+    /// Adds a dynamic attribute; refused when a name is taken or none that an attribute may have, the parent is
+    /// no dynamic compound, or the arrays nest too deep.
     Result<AttributeId> add_attribute(Attribute attribute);
     /// A plug by path (".t", ".translateX", ".target[0].targetWeight", ".wm[0]"); null when there is none.
     /// An array element that the path leaves out on the way is element 0.
     Plug find_plug(std::string_view path) const;
-    /// The same, adding what the node lacks as untyped dynamic attributes; null only for a malformed path.
+    /// The same, adding what the node lacks as untyped dynamic attributes; one of these that is then named with an
+    /// index turns into an array, in which what it had is of element 0. Null for a malformed path, and for one that
+    /// hangs a new name into what was declared or a name that the node has elsewhere into another attribute.
     Plug find_or_add_plug(std::string_view path);
     Plug plug(AttributeId id) { return {this, PlugKey{id, 0, {}}}; }
 
@@ -106,6 +109,8 @@ private:
 
     AttributeId add_raw_attribute(std::string_view name, AttributeId parent, bool array);
     AttributeId make_raw_array(AttributeId id);
+    std::vector<std::pair<PlugKey, Value>> stored_values_of(AttributeId id) const;
+    std::vector<std::pair<Plug, Plug>> links_of(AttributeId id); ///< source and destination
     AttributeId find_child_attribute(std::string_view name, AttributeId parent) const;
     Plug follow(const std::vector<PathSegment>& segments) const;
     std::vector<AttributeId> with_descendants(AttributeId id) const;

@@ -67,15 +67,14 @@ Plug Node::find_or_add_plug(std::string_view path) {
 }
 
 AttributeId Node::add_raw_attribute(std::string_view name, AttributeId parent, bool array) {
-    const std::size_t own = type_->attributes().size();
-    // The types' own attributes are shared by all nodes of the type, so none of them grows a child here.
-    if (parent != no_attribute && parent < own) return no_attribute;
+    // A node's attributes share no name, and what was declared has the children that were declared.
+    if (find_attribute(name) != no_attribute) return no_attribute;
+    if (parent != no_attribute && !attribute(parent).raw) return no_attribute;
     const int levels = (parent == no_attribute ? 0 : attribute(parent).array_levels) + (array ? 1 : 0);
     if (levels > max_array_levels) return no_attribute;
     const AttributeId id = attribute_count();
     if (parent != no_attribute) {
-        Attribute& above = dynamic_[parent - own];
-        if (above.kind != AttributeKind::untyped && above.kind != AttributeKind::compound) return no_attribute;
+        Attribute& above = dynamic_[parent - type_->attributes().size()];
         above.kind = AttributeKind::compound;
         above.children.push_back(id);
     }
@@ -97,10 +96,42 @@ AttributeId Node::make_raw_array(AttributeId id) {
     if (id < own) return no_attribute;
     Attribute& at = dynamic_[id - own];
     if (!at.raw || !at.children.empty() || at.array_levels == max_array_levels) return no_attribute;
-    reset(PlugKey{id, at.array_levels, {}});
+    // What was named without an index is of element 0.
+    const auto in_array = [&](Plug plug) {
+        if (plug.node == this && plug.key.attribute == id) plug.key = plug.key.element(0);
+        return plug;
+    };
+    const std::vector<std::pair<PlugKey, Value>> values = stored_values_of(id);
+    const std::vector<std::pair<Plug, Plug>> links = links_of(id);
+    for (const auto& [source, destination] : links) scene_.disconnect(destination);
+    reset(PlugKey{id, 0, {}});
     at.array = true;
     at.array_levels += 1;
+    for (const auto& [key, value] : values) store(key.element(0), value);
+    for (const auto& [source, destination] : links) (void)scene_.connect(in_array(source), in_array(destination));
     return id;
+}
+
+std::vector<std::pair<PlugKey, Value>> Node::stored_values_of(AttributeId id) const {
+    std::vector<std::pair<PlugKey, Value>> out;
+    const PlugKey first{id, 0, {}};
+    if (const Value* value = stored_value(first)) out.emplace_back(first, *value);
+    for (auto at = elements_.lower_bound(first); at != elements_.end() && at->first.attribute == id; ++at)
+        out.push_back(*at);
+    return out;
+}
+
+std::vector<std::pair<Plug, Plug>> Node::links_of(AttributeId id) {
+    std::vector<std::pair<Plug, Plug>> out;
+    const PlugKey first{id, 0, {}};
+    for (auto at = inputs_.lower_bound(first); at != inputs_.end() && at->first.attribute == id; ++at)
+        out.emplace_back(at->second, Plug{this, at->first});
+    for (auto at = outputs_.lower_bound(first); at != outputs_.end() && at->first.attribute == id; ++at) {
+        const Plug& destination = at->second; // one of the same attribute is there already
+        if (destination.node != this || destination.key.attribute != id)
+            out.emplace_back(Plug{this, at->first}, destination);
+    }
+    return out;
 }
 
 bool Node::covers(const PlugKey& outer, const PlugKey& inner) const {

@@ -1,5 +1,6 @@
 #include "headless/graph/plug.h"
 
+#include "headless/graph/names.h"
 #include "headless/graph/node.h"
 
 #include <algorithm>
@@ -91,7 +92,7 @@ namespace {
 bool read_segment(std::string_view piece, PathSegment& out) {
     const std::size_t bracket = piece.find('[');
     out.name = piece.substr(0, bracket);
-    if (out.name.empty()) return false;
+    if (!is_attribute_name(out.name)) return false;
     if (bracket == std::string_view::npos) return true;
     if (piece.back() != ']') return false;
     return read_range(piece.substr(bracket + 1, piece.size() - bracket - 2), out);

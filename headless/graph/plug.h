@@ -57,8 +57,8 @@ bool read_index(std::string_view& text, std::int32_t& out);
 /// What stands in a pair of brackets: "3", "0:7" or "*". False for anything else, and for a range that runs backwards.
 bool read_range(std::string_view inside, PathSegment& out);
 
-/// Splits ".a[3].b[0:7].c" (the leading dot may be missing). False when it isn't of that form, an index is
-/// negative, or a range stands anywhere but in the last piece.
+/// Splits ".a[3].b[0:7].c" (the leading dot may be missing). False when it isn't of that form, a name isn't one that
+/// an attribute may have, an index is negative, or a range stands anywhere but in the last piece.
 bool split_attribute_path(std::string_view path, std::vector<PathSegment>& out);
 
 } // namespace headless

@@ -1,5 +1,7 @@
 #include "headless/script/add_attribute.h"
 
+#include <cmath>
+
 namespace headless {
 namespace {
 
@@ -93,7 +95,7 @@ std::vector<std::string> split_names(std::string_view list) {
     return out;
 }
 
-Value default_of(AttributeKind kind, double number, const ValueUnits& units) {
+Value in_units(AttributeKind kind, double number, const ValueUnits& units) {
     switch (kind) {
     case AttributeKind::boolean:
         return number != 0.0;
@@ -115,6 +117,15 @@ Value default_of(AttributeKind kind, double number, const ValueUnits& units) {
     }
 }
 
+Result<Value> default_of(AttributeKind kind, std::string_view word, const ValueUnits& units) {
+    auto number = number_of(word);
+    if (const auto truth = truth_of(word); truth && !number) number = *truth ? 1.0 : 0.0;
+    const Value value = in_units(kind, number.value_or(0.0), units);
+    if (!number || !std::isfinite(*number) || (value.is_number() && !std::isfinite(value.number())))
+        return Error{"'" + std::string(word) + "' can't be a default value"};
+    return value;
+}
+
 bool takes_argument(Flag flag) {
     return flag != Flag::multi;
 }
@@ -129,7 +140,7 @@ bool is_truth(std::span<const Word> words, std::size_t at) {
 Result<AttributeAddition> parse_attribute_addition(std::span<const Word> words, const ValueUnits& units) {
     AttributeAddition out;
     out.attribute.kind = AttributeKind::number; // what goes without saying
-    double default_value = 0.0;
+    std::string_view default_value = "0";
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string_view word = words[i].text;
         if (word.size() < 2 || word[0] != '-' || !starts_identifier(word[1])) {
@@ -154,13 +165,15 @@ Result<AttributeAddition> parse_attribute_addition(std::span<const Word> words, 
                                      : kind_of(value);
             out.attribute.data_type = value;
         }
-        if (flag == Flag::default_value) default_value = number_of(value).value_or(0.0);
+        if (flag == Flag::default_value) default_value = value;
         if (flag == Flag::enum_names) out.attribute.enum_names = split_names(value);
         if (flag == Flag::keyable) out.keyable = truth_of(value);
     }
     if (out.attribute.long_name.empty() && out.attribute.short_name.empty())
         return Error{"New attribute needs either a long or a short name"};
-    out.attribute.default_value = default_of(out.attribute.kind, default_value, units);
+    Result<Value> value = default_of(out.attribute.kind, default_value, units);
+    if (!value) return value.error();
+    out.attribute.default_value = std::move(*value);
     return out;
 }
 

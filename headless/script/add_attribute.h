@@ -13,7 +13,8 @@ struct AttributeAddition {
 };
 
 /// Takes the words behind "addAttr". Flags that only guide the user interface are passed over. A default value is
-/// read in `units`. Refused: an unknown flag, a flag without its argument, an attribute without a name.
+/// read in `units`. Refused: an unknown flag, a flag without its argument, an attribute without a name, a
+/// default value that is no finite number.
 Result<AttributeAddition> parse_attribute_addition(std::span<const Word> words, const ValueUnits& units);
 
 /// Adds it to a node. Refused when the name is taken by an attribute of another sort or the parent is missing.

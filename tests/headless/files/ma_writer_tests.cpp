@@ -240,6 +240,32 @@ TEST_F(MaWriterTest, values_that_scripts_and_plug_ins_make_read_back_too) {
     EXPECT_EQ(third.playback.animation_end, 5.0);
 }
 
+// Each attribute's name leads to it alone, in whatever order values, marks and connections are read.
+TEST_F(MaWriterTest, attributes_that_are_undeclared_or_oddly_declared_read_back_the_same) {
+    for (const char* text : {
+             R"(createNode odd -n x; setAttr -k on ".b"; setAttr ".a.b" 1; setAttr ".c.d" 2; setAttr -l on ".d";)",
+             R"(createNode odd -n w; setAttr ".b" 1; connectAttr "w.o" "w.b"; setAttr "w.a.b" 1; setAttr "w.b" 3;)",
+             R"(createNode odd -n w; setAttr ".p[2].q" 7; connectAttr "w.p[2].q" "w.p[5].q"; setAttr ".p[9].q[4]" 2;
+connectAttr "w.o" "w.a"; connectAttr "w.o" "w.a[3]"; setAttr -l on "w.a[3].e"; setAttr -k on ".z[3]";
+connectAttr "w.m" "w.a[1]"; connectAttr "w.m[1]" "w.a[2]"; connectAttr "w.m" "w.a[4]";)",
+             R"(createNode transform -n y; setAttr ".a" 1; addAttr -sn q -ln qq -at double -p a; setAttr ".q" 5;)",
+             R"(createNode transform -n y; addAttr -ln d -at double; setAttr ".d" 5; addAttr -ln e -at double -p d;
+addAttr -ln pair -sn p -at double2; addAttr -ln px -at double -p pair; addAttr -ln py -at double -p pair;
+setAttr ".p" -type double2 1 2; setAttr ".p.odd" 4; setAttr ".t.f" 3; setAttr ".e" 6;)",
+             R"(createNode transform -n y; addAttr -ln x -dt "double"; setAttr ".x" -type "string" "hi";
+addAttr -ln z -at int -dv 5; addAttr -ln v -at ""; addAttr -ln w -at double4; setAttr ".w" -type double4 1 2 3 4;
+addAttr -ln u -dt double3; setAttr ".u" -type double3 1 2 3; addAttr -ln g -at generic; addAttr -ln f -dt fltMatrix;)",
+         }) {
+        SCOPED_TRACE(text);
+        Scene scene;
+        ASSERT_TRUE(read_maya_ascii_text(scene, text, folder + "/odd.ma"));
+        round_trip(scene);
+    }
+    Scene scene;
+    ASSERT_TRUE(read_maya_ascii_text(scene, "createNode odd -n w; setAttr \".a\" 7; setAttr \".a[2]\" 8;", "a.ma"));
+    EXPECT_EQ(scene.evaluate(*scene.find_plug("w.a[0]")).number(), 7); // what had no index turned out to be the first
+}
+
 TEST_F(MaWriterTest, a_file_is_whole_or_not_there_and_a_bad_target_or_value_is_one_clear_error) {
     Scene scene;
     Node& node = **scene.create_node("transform", "a");

@@ -80,8 +80,9 @@ TEST_F(Nodes, take_any_attribute_that_a_file_sets) {
     // Met first without an index, then with one.
     ASSERT_TRUE(odd.find_or_add_plug("list"));
     EXPECT_TRUE(odd.find_or_add_plug("list[3]"));
-    // On a known type, too, but never inside an attribute that all nodes of the type share.
+    // On a known type, too, but never inside an attribute that all nodes of the type share, and no name twice.
     EXPECT_TRUE(node.find_or_add_plug("userThing"));
+    EXPECT_FALSE(odd.find_or_add_plug("outer[1].list"));
     EXPECT_FALSE(node.find_or_add_plug("translate.odd"));
     EXPECT_FALSE(odd.find_or_add_plug("a[0].b[0].c[0].d[0].e[0].f"));
     EXPECT_FALSE(odd.find_or_add_plug("a..b"));
@@ -100,6 +101,13 @@ TEST_F(Nodes, added_attributes_refuse_taken_names_and_deep_arrays) {
     weight.short_name = "";
     EXPECT_FALSE(node.add_attribute(weight));
     EXPECT_FALSE(node.add_attribute({}));
+    // What a path would take for an element, another node's or nothing.
+    for (const char* name : {".s", "s.t", "s[0]", "a|s", "a:s", "s t", "\xc3\xa4"}) {
+        weight.long_name = name;
+        EXPECT_FALSE(node.add_attribute(weight)) << name;
+    }
+    for (const char* path : {"a|s", "a:s", "s t", "s]", "s.\xc3\xa4"})
+        EXPECT_FALSE(node.find_or_add_plug(path)) << path;
 }
 
 TEST_F(Nodes, connections_have_one_source_and_many_destinations) {
