@@ -14,6 +14,7 @@ TEST_F(ToolTest, wrong_usage_exits_with_2_and_says_what_is_wrong) {
                  {{"info", "a.vr2", "--jobs", "0"}, "'0' is no number from 1"},
                  {{"upgrade", "a.vr2"}, "OUT is required"},
                  {{"dump", "a.vr2", "b.vr2"}, "b.vr2"},
+                 {{"dump", "a.vr2", "[b]"}, "[b]"},
                  {{"pose", "a.vr2", "--time", "1s"}, "'1s' is no number"},
                  {{"diff", "a.vr2", "b.vr2", "--tolerance", "-1"}, "--tolerance"}};
     for (const auto& line : lines) {
@@ -24,6 +25,7 @@ TEST_F(ToolTest, wrong_usage_exits_with_2_and_says_what_is_wrong) {
         EXPECT_NE(outcome.err.find(line.words), std::string::npos) << outcome.err;
     }
     expect_refused({"info", "/no/such.vr2"}, "/no/such.vr2", ""); // a path with a slash is no option anywhere
+    for (const std::string name : {"[a,b]", "[]"}) expect_refused({"info", name}, name, ""); // nor is a list one
 }
 
 TEST_F(ToolTest, help_and_documents_tell_every_verb_and_option) {

@@ -32,12 +32,22 @@ CLI::Option* add_option(CLI::App& app, const OptionRow& row) {
     return option;
 }
 
+// Where several values may stand, "[a,b]" is a list to the parser; to us it is the name of a file. A NUL behind it,
+// which no word of a command line holds, makes it one to both, and ends what the parser says of the word, too.
+void keep_brackets(std::string& word) {
+    if (word.starts_with('[') && word.ends_with(']')) word += '\0';
+}
+std::string as_typed(std::string word) {
+    if (word.ends_with('\0')) word.pop_back();
+    return word;
+}
+
 /// Hands the values to the rows in the order in which they were typed.
 void set_values(const CLI::App& app, const std::map<const CLI::Option*, const OptionRow*>& rows) {
     std::map<const CLI::Option*, std::size_t> taken;
     for (const CLI::Option* option : app.parse_order()) {
         const OptionRow& row = *rows.at(option);
-        const std::string wrong = row.set(option->results().at(taken[option]++));
+        const std::string wrong = row.set(as_typed(option->results().at(taken[option]++)));
         if (!wrong.empty()) throw CLI::ValidationError(row.name_list().back(), wrong);
     }
 }
@@ -82,6 +92,7 @@ std::optional<int> read_words(Verb& verb, CommonOptions& common, std::vector<std
         if (word == "-h" || word == "--help") return print(help_text(verb));
     }
     try {
+        std::for_each(words.begin(), words.end(), keep_brackets);
         std::reverse(words.begin(), words.end());
         app.parse(std::move(words));
         set_values(app, rows);

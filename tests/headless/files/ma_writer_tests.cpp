@@ -140,7 +140,7 @@ protected:
         EXPECT_EQ(again.playback.min, scene.playback.min);
         EXPECT_EQ(again.playback.animation_end, scene.playback.animation_end);
         EXPECT_TRUE(write_maya_ascii(again, folder + "/b.ma"));
-        const std::string text = text_of(path);
+        std::string text = text_of(path);
         EXPECT_EQ(text, text_of(folder + "/b.ma"));
         expect_same_poses(scene, again, scene.playback.min - 0.5, scene.playback.max + 0.5);
         return text;
