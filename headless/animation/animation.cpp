@@ -8,7 +8,11 @@
 namespace headless {
 
 void register_animation() {
-    register_node_data("animCurve", [](Node&) -> std::unique_ptr<NodeData> { return std::make_unique<CurveData>(); });
+    // The type that all curves derive from has no times of its own, and so no keys.
+    register_node_data("animCurve", [](Node& node) -> std::unique_ptr<NodeData> {
+        if (node.type().find("kt") == no_attribute) return nullptr;
+        return std::make_unique<CurveData>();
+    });
     register_compute("animCurve", compute_curve);
     register_constraints();
     register_pair_blend();

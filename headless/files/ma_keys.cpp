@@ -100,8 +100,7 @@ private:
 
 Result<void> write_keys(MaText& out, const Node& node) {
     const CurveData* data = CurveData::of(node);
-    // The type that all curves derive from has no times of its own.
-    if (!data || node.find_attribute("kt") == no_attribute) return {};
+    if (!data) return {};
     const auto kind_of = [&](const char* name) { return node.attribute(node.find_attribute(name)).kind; };
     KeyWriter keys(out, data->keys());
     keys.settings();

@@ -60,12 +60,13 @@ Node* MaNames::find(std::string_view name, std::string_view prefix) const {
     const auto at = prefix.empty() ? made_.find(last) : made_.find(std::string(prefix) + std::string(last));
     if (at != made_.end()) {
         const std::vector<Node*>& found = at->second;
-        if (found.size() == 1) return found.front();
-        if (plain) return nullptr;
+        Node* const only = found.size() == 1 ? found.front() : nullptr;
+        if (plain) return only;
         const auto fits = [&](const Node* node) { return stands_under(*node, path, prefix); };
         const auto first = std::ranges::find_if(found, fits);
-        if (first == found.end()) return nullptr;
-        return std::find_if(first + 1, found.end(), fits) == found.end() ? *first : nullptr;
+        if (first != found.end()) return std::find_if(first + 1, found.end(), fits) == found.end() ? *first : nullptr;
+        const Result<Node*> of_every_scene = scene_.find_node(name);
+        return of_every_scene && (*of_every_scene)->default_node() ? *of_every_scene : only;
     }
     const Result<Node*> of_scene = scene_.find_node(plain ? last : name);
     return of_scene ? *of_scene : nullptr;

@@ -13,7 +13,8 @@ public:
     /// Notes a node under the name that the file gives it.
     void add(Node& node, std::string_view file_name);
     /// By name ("a", "ns:a") or path ("|a|b", "b|c"), each name of it behind `prefix`; null when there is none or
-    /// more than one. A name with ":" in front means the scene's root namespace.
+    /// more than one. A name with ":" in front means the scene's root namespace. A path that leads to none of the
+    /// file's nodes stands for one that every scene has, or else for the only one of the file's with its last name.
     Node* find(std::string_view name, std::string_view prefix) const;
 
 private:

@@ -161,9 +161,13 @@ private:
     // with the others (layers and their managers).
     Node* present(std::string_view type, std::string_view name, bool shared) const {
         if (name.empty() || !(shared || (reading_.fresh && is_top_file()))) return nullptr;
-        const Result<Node*> found = scene_.find_node(name);
-        if (!found || (*found)->type().name() != type) return nullptr;
-        return shared || (*found)->default_node() ? *found : nullptr;
+        Node* found = scene_.default_node(name);
+        if (!found && shared) {
+            const Result<Node*> there = scene_.find_node(name);
+            found = there ? *there : nullptr;
+        }
+        if (!found || found->type().name() != type) return nullptr;
+        return shared || !found->type().is_dag() ? found : nullptr;
     }
 
     Result<void> rename(Words words) {
@@ -235,8 +239,9 @@ private:
         if (!target) return target.error();
         if (!target->node || is_kept_back(*target->node)) return {};
         const std::optional<ListRange> lists = list_range(target->path);
-        const Result<Plug> plug = plug_of(lists ? Target{target->node, lists->path} : *target);
+        Result<Plug> plug = plug_of(lists ? Target{target->node, lists->path} : *target);
         if (!plug) return plug.error();
+        if (plug->is_array() && plug->attribute().raw) *plug = plug->element(0);
         Result<void> stored = store_values(*plug, setting_, lists, units_, store_in_node);
         apply_marks(*plug, setting_);
         return stored;

@@ -181,7 +181,7 @@ bool Node::set(const PlugKey& key, const Value& value) {
         return true;
     }
     if (data_ && data_->keeps_alone({this, key})) return false;
-    if (key.depth < at.array_levels && at.kind != AttributeKind::untyped) return false;
+    if (key.depth < at.array_levels) return false;
     if (!at.children.empty()) return set_children(key, at, value);
     Value kept = converted(at.kind, value);
     if (kept.empty()) return false;

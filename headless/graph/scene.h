@@ -39,13 +39,16 @@ public:
     std::size_t node_count() const { return alive_; }
 
     // Names.
-    /// Gives the node that name, made legal and unique; the name it got. Refused when nothing legal is left.
+    /// Gives the node that name, made legal and unique; the name it got. Refused when nothing legal is left, and for a
+    /// node that every scene has.
     Result<std::string> rename(Node& node, std::string_view wanted);
     /// What a name stands for: "name", "ns:name", "|a|b", "b|c"; with "*" and "?" any number of nodes; behind a
     /// "." a plug or components. Unknown, or without wildcards more than one, is an error.
     Result<std::vector<SelectionItem>> resolve(std::string_view name) const;
     /// Exactly one node by name or path.
     Result<Node*> find_node(std::string_view name) const;
+    /// The node of that name that every scene has, whatever others share it; null when there is none.
+    Node* default_node(std::string_view name) const;
     Result<DagPath> find_path(std::string_view name) const;
     /// "node.attribute[0].child".
     Result<Plug> find_plug(std::string_view name) const;
@@ -58,7 +61,8 @@ public:
 
     // The DAG.
     /// Hangs `child` under `parent` (the world for null) at a place among its children (-1 for the last), away
-    /// from its former parents. Attributes keep their values. A name taken there is counted on.
+    /// from its former parents. Attributes keep their values. A name taken there is counted on. A node that every scene
+    /// has stays where it is.
     Result<void> reparent(Node& child, Node* parent, int position = -1);
     /// Adds a parent, which makes the child an instance.
     Result<void> add_parent(Node& child, Node& parent, int position = -1);

@@ -75,6 +75,9 @@ Result<void> Scene::check_parenting(const Node& child, const Node& parent) const
     if (parent.type().is_shape()) return Error{"'" + parent.name() + "' is a shape and takes no child"};
     if (&parent == world_ && child.type().is_shape())
         return Error{"'" + child.name() + "' is a shape and can't stand under the world"};
+    // Whether an unknown type is of the DAG shows by a parent alone.
+    if (&parent == world_ && !child.type().known())
+        return Error{"'" + child.name() + "' is of an unknown type and can't stand under the world"};
     bool cycle = false, unused = false;
     const Node* looked_for = child.children().empty() ? nullptr : &child;
     const int above = has_instances() ? levels(parent, up, looked_for, cycle) : levels_above(parent, looked_for, cycle);
@@ -134,6 +137,7 @@ void Scene::detach(Node& child, Node& parent) {
 Result<void> Scene::reparent(Node& child, Node* wanted, int position) {
     Node& parent = wanted ? *wanted : *world_;
     if (Result<void> allowed = check_parenting(child, parent); !allowed) return allowed;
+    if (child.default_ && child.parent() != &parent) return Error{"'" + child.name() + "' can't be moved"};
     if (has_instances()) {
         const std::int64_t further = count_ways(parent, up, 0, 1) - count_ways(child, up, 0, 1);
         if (Result<void> allowed = add_ways(child, further * count_ways(child, down, 1, 1)); !allowed) return allowed;

@@ -58,10 +58,17 @@ void Scene::give_name(Node& node, const std::string& name) {
 
 Result<std::string> Scene::rename(Node& node, std::string_view wanted) {
     if (&node == world_) return Error{"The world can't be renamed"};
+    if (node.default_) return Error{"'" + node.name_ + "' can't be renamed"};
     const std::string name = legal_name(wanted);
     if (name.empty()) return Error{"New name has no legal characters"};
     give_name(node, names_.unique_name(name, node.parents_, &node));
     return node.name_;
+}
+
+Node* Scene::default_node(std::string_view name) const {
+    const std::span<Node* const> in_dag = names_.find_in_dag(name);
+    Node* first = in_dag.empty() ? names_.find_outside_dag(name) : in_dag.front(); // none was made before
+    return first && first->default_ ? first : nullptr;
 }
 
 // A child keeps its name under a new parent unless one of the children there has it.

@@ -60,7 +60,11 @@ bool Scene::is_overridden(const Plug& plug) const {
 
 Result<void> Scene::connect(const Plug& source, const Plug& wanted, bool force) {
     Plug destination = wanted;
-    if (destination.is_array()) destination = destination.element(destination.node->next_free_index(destination.key));
+    if (wanted.is_array()) {
+        const int free = wanted.node->next_free_index(wanted.key);
+        destination = wanted.element(free);
+        if (source == destination) destination = wanted.element(free + 1);
+    }
     if (source == destination) return Error{"'" + source.name() + "' can't feed itself"};
     if (destination.attribute().output) return Error{"'" + destination.name() + "' can't be a destination"};
     if (destination.node->source_of(destination.key) == source) return {};

@@ -248,6 +248,9 @@ TEST_F(MaWriterTest, attributes_that_are_undeclared_or_oddly_declared_read_back_
              R"(createNode odd -n w; setAttr ".p[2].q" 7; connectAttr "w.p[2].q" "w.p[5].q"; setAttr ".p[9].q[4]" 2;
 connectAttr "w.o" "w.a"; connectAttr "w.o" "w.a[3]"; setAttr -l on "w.a[3].e"; setAttr -k on ".z[3]";
 connectAttr "w.m" "w.a[1]"; connectAttr "w.m[1]" "w.a[2]"; connectAttr "w.m" "w.a[4]";)",
+             R"(createNode joint -n persp -p persp; connectAttr "persp.v" ":time1.ac"; createNode transform -n b;
+connectAttr ":renderPartition.c" ":renderPartition.c[1]"; createNode animCurve -n base;
+setAttr ".k.m[2].n[2]" 7; setAttr ".k.m[2].o[2]" 7;)",
              R"(createNode transform -n y; setAttr ".a" 1; addAttr -sn q -ln qq -at double -p a; setAttr ".q" 5;)",
              R"(createNode transform -n y; addAttr -ln d -at double; setAttr ".d" 5; addAttr -ln e -at double -p d;
 addAttr -ln pair -sn p -at double2; addAttr -ln px -at double -p pair; addAttr -ln py -at double -p pair;
@@ -262,8 +265,12 @@ addAttr -ln u -dt double3; setAttr ".u" -type double3 1 2 3; addAttr -ln g -at g
         round_trip(scene);
     }
     Scene scene;
-    ASSERT_TRUE(read_maya_ascii_text(scene, "createNode odd -n w; setAttr \".a\" 7; setAttr \".a[2]\" 8;", "a.ma"));
-    EXPECT_EQ(scene.evaluate(*scene.find_plug("w.a[0]")).number(), 7); // what had no index turned out to be the first
+    ASSERT_TRUE(read_maya_ascii_text(scene,
+                                     "createNode odd -n w; setAttr \".a\" 7; setAttr \".a[2]\" 8; setAttr \".b[2]\" 5;"
+                                     "setAttr \".b\" 6;",
+                                     "a.ma"));
+    for (const auto& [element, value] : {std::pair{"w.a[0]", 7}, {"w.b[0]", 6}}) // what had no index is the first
+        EXPECT_EQ(scene.evaluate(*scene.find_plug(element)).number(), value);
 }
 
 TEST_F(MaWriterTest, a_file_is_whole_or_not_there_and_a_bad_target_or_value_is_one_clear_error) {

@@ -25,6 +25,15 @@ TEST(Scene, a_new_one_holds_the_default_nodes) {
         EXPECT_TRUE(scene.find_node(name)) << name;
     for (const Node* node : scene.nodes()) EXPECT_TRUE(node->default_node()) << node->name();
     EXPECT_FALSE(scene.modified);
+    // They stay what and where they are, whoever else has their names.
+    Node& above = make(scene, "transform", "above");
+    Node &persp = **scene.find_node("persp"), &same = make(scene, "transform", "persp", &above);
+    EXPECT_FALSE(scene.reparent(persp, &above));
+    EXPECT_FALSE(scene.rename(persp, "other"));
+    EXPECT_FALSE(scene.find_node("persp"));
+    EXPECT_EQ(same.name(), "persp");
+    EXPECT_EQ(scene.default_node("persp"), &persp);
+    EXPECT_EQ(scene.default_node("above"), nullptr);
 }
 
 TEST(Scene, shapes_get_a_transform_and_never_stand_under_the_world) {
@@ -43,6 +52,7 @@ TEST(Scene, an_unknown_type_is_taken_in_or_outside_the_dag) {
     Node& flat = make(scene, "someVendorShape", "flat");
     EXPECT_EQ(odd.parent(), &a);
     EXPECT_FALSE(flat.type().is_dag());
+    EXPECT_FALSE(scene.reparent(odd, nullptr)); // where a file couldn't tell that it is one of the DAG
     EXPECT_EQ(odd.type().name(), flat.type().name());
     for (const char* illegal : {"\x17", "a b", "2d", "a:b", ""})
         EXPECT_FALSE(scene.create_node(illegal, "n", &a)) << illegal;
