@@ -1,12 +1,12 @@
-// Changes of texts that keep their frame: whole statements or lines are dropped, doubled and swapped, and numbers
-// become telling ones.
+// Whole statements or lines are dropped, doubled and swapped, others put in, and numbers become telling ones.
+
+#include "fuzz/text_mutator.h"
 
 #include "support/types.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,7 +42,7 @@ void change(std::vector<std::string>& pieces, std::minstd_rand& random) {
     const std::size_t at = random() % pieces.size();
     const std::size_t other = random() % pieces.size();
     const auto place = [&pieces](std::size_t index) { return pieces.begin() + static_cast<std::ptrdiff_t>(index); };
-    switch (random() % 5) {
+    switch (random() % (fuzz::make_piece ? 8 : 5)) {
     case 0:
         pieces.erase(place(at));
         break;
@@ -52,12 +52,19 @@ void change(std::vector<std::string>& pieces, std::minstd_rand& random) {
     case 2:
         std::swap(pieces[at], pieces[other]);
         break;
+    case 5:
+    case 6:
+    case 7:
+        pieces.insert(place(at), fuzz::make_piece(random));
+        break;
     default:
         change_number(pieces[at], random);
     }
 }
 
 } // namespace
+
+fuzz::PieceMaker fuzz::make_piece = nullptr;
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(u8* data, std::size_t size, std::size_t max_size, unsigned seed) {
     std::minstd_rand random(seed);
