@@ -68,7 +68,8 @@ Error cannot_key(const Plug& plug, std::string_view why) {
 Result<void> check_keyable(const Plug& plug) {
     if (!plug) return Error{"There is no such attribute to be keyed"};
     const Attribute& attribute = plug.attribute();
-    const bool number = curve_type(attribute.kind) && !plug.is_array() && !attribute.output;
+    const bool single = plug.key.depth == attribute.array_levels;
+    const bool number = curve_type(attribute.kind) && single && !attribute.output;
     if (!number || (attribute.kind == AttributeKind::untyped && !plug.node->get(plug.key).is_number()))
         return cannot_key(plug, "holds no number");
     if (plug.is_locked()) return cannot_key(plug, "is locked");

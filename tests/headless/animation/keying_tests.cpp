@@ -103,11 +103,14 @@ TEST_F(Keying, what_cannot_be_keyed_is_refused_and_nothing_is_made) {
     Node& driven = **scene.create_node("animCurveUA", "driven");
     ASSERT_TRUE(scene.connect(driven.find_plug(".o"), plug(".rz")));
     joint.set_flags(joint.find_attribute("sx"), {true, {}, {}});
+    Node& curve = **scene.create_node("animCurveTL");
     const std::size_t before = scene.node_count();
     for (const char* path : {".ry", ".rz", ".sx", ".wm[0]", ".wm"}) {
         const std::array both = {plug(".tx"), plug(path)};
         EXPECT_FALSE(key_plugs(scene, both, 1)) << path;
     }
+    EXPECT_FALSE(key_plug(scene, curve.find_plug("ktv"), 1)); // a part of no element
+    EXPECT_TRUE(curve.inputs().empty());
     EXPECT_FALSE(key_plug(scene, Plug{}, 1));
     EXPECT_FALSE(key_plug(scene, plug(".tx"), NAN));
     EXPECT_FALSE(key_plug_with(scene, plug(".tx"), 1, INFINITY));
