@@ -23,6 +23,41 @@ void MaNames::add(Node& node, std::string_view file_name) {
     const auto at = made_.find(file_name);
     (at == made_.end() ? made_[std::string(file_name)] : at->second).push_back(&node);
     if (node.name() != file_name) renamed_[&node] = file_name;
+    if (node.parent()) add_place(node, *node.parent());
+}
+
+void MaNames::add_place(Node& child, const Node& parent, std::span<Node* const> left) {
+    const std::string_view name = file_name_of(child);
+    for (const Node* from : left) {
+        const auto at = places_.find(place_key(*from, {}, name));
+        if (at != places_.end() && at->second == &child) places_.erase(at);
+    }
+    const auto [at, is_new] = places_.try_emplace(place_key(parent, {}, name), &child);
+    if (!is_new && at->second != &child) at->second = nullptr;
+}
+
+const std::string& MaNames::place_key(const Node& parent, std::string_view prefix, std::string_view name) const {
+    const Node* const at = &parent;
+    key_.assign(reinterpret_cast<const char*>(&at), sizeof at);
+    return key_.append(prefix).append(name);
+}
+
+// Follows a path from the top, or from the only node with its first name; null where it can't be followed.
+Node* MaNames::walk(std::string_view path, std::string_view prefix) const {
+    Node* here = nullptr;
+    if (path.starts_with('|')) {
+        here = &scene_.world();
+    } else {
+        const auto head = made_.find(std::string(prefix).append(path.substr(0, path.find('|'))));
+        if (head == made_.end() || head->second.size() != 1) return nullptr;
+        here = head->second.front();
+    }
+    for (std::size_t bar = path.find('|'); here && bar != std::string_view::npos; bar = path.find('|')) {
+        path.remove_prefix(bar + 1);
+        const auto at = places_.find(place_key(*here, prefix, path.substr(0, path.find('|'))));
+        here = at == places_.end() ? nullptr : at->second;
+    }
+    return here;
 }
 
 std::string_view MaNames::file_name_of(const Node& node) const {
@@ -62,6 +97,7 @@ Node* MaNames::find(std::string_view name, std::string_view prefix) const {
         const std::vector<Node*>& found = at->second;
         Node* const only = found.size() == 1 ? found.front() : nullptr;
         if (plain) return only;
+        if (Node* there = only ? nullptr : walk(name, prefix)) return there;
         const auto fits = [&](const Node* node) { return stands_under(*node, path, prefix); };
         const auto first = std::ranges::find_if(found, fits);
         if (first != found.end()) return std::find_if(first + 1, found.end(), fits) == found.end() ? *first : nullptr;

@@ -12,6 +12,8 @@ public:
 
     /// Notes a node under the name that the file gives it.
     void add(Node& node, std::string_view file_name);
+    /// Notes that the file hung a node under a parent; away from others where it says from which.
+    void add_place(Node& child, const Node& parent, std::span<Node* const> left = {});
     /// By name ("a", "ns:a") or path ("|a|b", "b|c"), each name of it behind `prefix`; null when there is none or
     /// more than one. A name with ":" in front means the scene's root namespace. A path that leads to none of the
     /// file's nodes stands for one that every scene has, or else for the only one of the file's with its last name.
@@ -19,11 +21,17 @@ public:
 
 private:
     std::string_view file_name_of(const Node& node) const;
+    const std::string& place_key(const Node& parent, std::string_view prefix, std::string_view name) const;
+    Node* walk(std::string_view path, std::string_view prefix) const;
     bool stands_under(const Node& node, std::string_view path, std::string_view prefix) const;
 
     Scene& scene_;
     NameMap<std::vector<Node*>> made_;
     std::unordered_map<const Node*, std::string> renamed_;
+    // By parent and name, so that the path of one of thousands with the same name is followed and not searched for;
+    // null where a parent has two children whom the file gave one name.
+    NameMap<Node*> places_;
+    mutable std::string key_; // kept for its storage
 };
 
 } // namespace headless

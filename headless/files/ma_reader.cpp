@@ -201,8 +201,10 @@ private:
         for (const std::string_view name : names) {
             Node* child = find(name);
             if (!child) return no_such(name);
+            const std::vector<Node*> before = add ? std::vector<Node*>() : child->parents();
             Result<void> done = add ? scene_.add_parent(*child, *above) : scene_.reparent(*child, above);
             if (!done) return done;
+            reading_.names.add_place(*child, *above, before);
         }
         return {};
     }

@@ -147,6 +147,19 @@ createNode transform -s -n "persp"; setAttr ".tx" 7;
     EXPECT_EQ(messages, std::vector<std::string>{});
 }
 
+TEST_F(MaReaderTest, paths_lead_to_one_of_many_with_a_name_wherever_the_file_hangs_it) {
+    ASSERT_TRUE(read(R"(createNode transform -n g; createNode transform -n h; createNode transform -n k -p g;
+createNode transform -n k -p h; setAttr "|g|k.tx" 1; setAttr "h|k.tx" 2; parent "|g|k" "|h|k"; setAttr "|h|k|k.ty" 3;
+setAttr "|g|k.tz" 4; parent -add "|h|k|k" g; setAttr "|g|k.sx" 5; parent -w "|h|k"; setAttr "|k.sy" 6; setAttr "|h|k.sz" 7;
+)"));
+    EXPECT_EQ(value("|k.tx"), Value(2.0));
+    EXPECT_EQ(value("|k.sy"), Value(6.0));
+    for (const auto& [attribute, number] : {std::pair{"tx", 1.0}, {"ty", 3.0}, {"sx", 5.0}})
+        EXPECT_EQ(value(std::string("|g|k.") + attribute), Value(number));
+    EXPECT_EQ(messages,
+              (std::vector<std::string>{"W: a.ma:3:1: No object matches name: |g|k (and 1 more passed over)"}));
+}
+
 TEST_F(MaReaderTest, next_available_counts_on_and_world_arrays_need_no_index) {
     ASSERT_TRUE(read(R"(
 createNode objectSet -n "s"; createNode joint -n "a"; createNode joint -n "b"; createNode strange -n "x";
