@@ -24,6 +24,12 @@ bool fits(std::string_view pattern, std::string_view name) {
     return is_pattern(pattern) ? matches_pattern(pattern, name) : pattern == name;
 }
 
+bool has_one_way_up(const Node& node) {
+    const Node* at = &node;
+    while (at->parents().size() == 1) at = at->parent();
+    return at->is_world();
+}
+
 } // namespace
 
 void Scene::note_namespaces(std::string_view name) {
@@ -192,12 +198,21 @@ std::string Scene::partial_name(const DagPath& path) const {
     const std::vector<Node*> nodes = nodes_on(path);
     if (nodes.empty()) return {};
     std::string out = nodes.back()->name_;
-    const bool one_way = !path.is_explicit() || paths_to(*nodes.back()).size() == 1;
-    if (one_way && names_.find_in_dag(out).size() == 1) return out;
+    // Where the ways up from all nodes of that name have come to as long as they have the names on the path.
+    const std::span<Node* const> same = names_.find_in_dag(out);
+    std::vector<const Node*> reached(same.begin(), same.end()), further;
     for (std::size_t i = nodes.size() - 1; i-- > 0;) {
+        if (reached.size() == 1 && has_one_way_up(*reached.front())) return out;
+        further.clear();
+        for (const Node* at : reached) {
+            for (const Node* parent : at->parents_) {
+                if (parent != world_ && parent->name_ == nodes[i]->name_) further.push_back(parent);
+            }
+        }
+        reached.swap(further);
         out.insert(0, nodes[i]->name_ + "|");
-        if (match(out).size() == 1) return out;
     }
+    if (reached.size() == 1 && has_one_way_up(*reached.front())) return out;
     return "|" + out;
 }
 
