@@ -54,10 +54,11 @@ Result<AttributeId> Node::add_attribute(Attribute attribute) {
     const std::size_t own = type_->attributes().size();
     if (attribute.parent != no_attribute) {
         // The type's own are shared by all nodes of the type, so none of them grows a child here.
-        if (attribute.parent < own || attribute.parent >= attribute_count() || this->attribute(attribute.parent).raw ||
-            this->attribute(attribute.parent).kind != AttributeKind::compound)
+        const bool added = attribute.parent >= own && attribute.parent < attribute_count();
+        const Attribute* parent = added ? &dynamic_[attribute.parent - own] : nullptr;
+        if (!parent || parent->raw || parent->kind != AttributeKind::compound)
             return Error{"The parent of attribute '" + attribute.long_name + "' is no compound that was added"};
-        levels += this->attribute(attribute.parent).array_levels;
+        levels += parent->array_levels;
     }
     if (levels > max_array_levels) return Error{"Arrays nest too deep in '" + attribute.long_name + "'"};
     attribute.array_levels = static_cast<std::uint8_t>(levels);

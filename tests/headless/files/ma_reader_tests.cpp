@@ -184,9 +184,11 @@ createNode joint -n "j"; setAttr ".mnrl" -type "double3" -360 -360 -360; setAttr
 }
 
 TEST_F(MaReaderTest, no_element_stands_behind_the_last_that_an_index_can_name) {
-    ASSERT_TRUE(read("createNode mesh -n m; setAttr \".fc[2147483647]\" -type \"polyFaces\" f 3 0 1 2 f 3 0 1 2;"));
-    EXPECT_EQ(messages,
-              (std::vector<std::string>{"W: a.ma:1:23: Behind 'mShape.face[2147483647]' there is no element"}));
+    ASSERT_TRUE(
+        read("createNode mesh -n m; setAttr \".fc[2147483647]\" -type \"polyFaces\" f 3 0 1 2 f 3 0 1 2;"
+             "createNode odd -n o; setAttr \"o.a[2147483647]\" 1; connectAttr \"o.a[2147483647]\" \"o.a\" -na;"));
+    EXPECT_EQ(messages.back(),
+              "W: a.ma:1:23: Behind 'mShape.face[2147483647]' there is no element (and 1 more passed over)");
 }
 
 TEST_F(MaReaderTest, lists_within_a_range_that_are_no_lists_are_passed_over) {
