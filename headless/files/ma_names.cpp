@@ -1,6 +1,7 @@
 #include "headless/files/ma_names.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace headless {
 namespace {
@@ -37,7 +38,7 @@ void MaNames::add_place(Node& child, const Node& parent, std::span<Node* const> 
 }
 
 const std::string& MaNames::place_key(const Node& parent, std::string_view prefix, std::string_view name) const {
-    const Node* const at = &parent;
+    const auto at = reinterpret_cast<std::uintptr_t>(&parent);
     key_.assign(reinterpret_cast<const char*>(&at), sizeof at);
     return key_.append(prefix).append(name);
 }
@@ -66,22 +67,24 @@ std::string_view MaNames::file_name_of(const Node& node) const {
 }
 
 bool MaNames::stands_under(const Node& node, std::string_view path, std::string_view prefix) const {
-    std::vector<const Node*> level{&node}, above;
+    reached_.assign(1, &node);
     const bool full = path.empty() || path.front() == '|';
     while (!path.empty()) {
         const std::string_view name = take_last(path);
         if (name.empty()) break;
-        above.clear();
-        for (const Node* at : level) {
+        if (steps_left_ < reached_.size()) return false;
+        steps_left_ -= reached_.size();
+        further_.clear();
+        for (const Node* at : reached_) {
             for (const Node* parent : at->parents()) {
-                if (equals(file_name_of(*parent), prefix, name)) above.push_back(parent);
+                if (equals(file_name_of(*parent), prefix, name)) further_.push_back(parent);
             }
         }
-        if (above.empty()) return false;
-        level.swap(above);
+        if (further_.empty()) return false;
+        reached_.swap(further_);
     }
     const auto at_top = [](const Node* at) { return at->parent() && at->parent()->is_world(); };
-    return !full || std::ranges::any_of(level, at_top);
+    return !full || std::ranges::any_of(reached_, at_top);
 }
 
 Node* MaNames::find(std::string_view name, std::string_view prefix) const {
@@ -97,12 +100,13 @@ Node* MaNames::find(std::string_view name, std::string_view prefix) const {
         const std::vector<Node*>& found = at->second;
         Node* const only = found.size() == 1 ? found.front() : nullptr;
         if (plain) return only;
-        if (Node* there = only ? nullptr : walk(name, prefix)) return there;
+        if (Node* there = walk(name, prefix)) return there;
+        if (steps_left_ < found.size()) return only;
         const auto fits = [&](const Node* node) { return stands_under(*node, path, prefix); };
         const auto first = std::ranges::find_if(found, fits);
         if (first != found.end()) return std::find_if(first + 1, found.end(), fits) == found.end() ? *first : nullptr;
-        const Result<Node*> of_every_scene = scene_.find_node(name);
-        return of_every_scene && (*of_every_scene)->default_node() ? *of_every_scene : only;
+        Node* const of_every_scene = scene_.default_node(last);
+        return of_every_scene && fits(of_every_scene) ? of_every_scene : only;
     }
     const Result<Node*> of_scene = scene_.find_node(plain ? last : name);
     return of_scene ? *of_scene : nullptr;

@@ -4,6 +4,10 @@
 
 namespace headless {
 
+/// How many names on the way up from nodes are looked at for paths that can't be followed from the top or from the only
+/// node with the first name. Few scenes have such paths; beyond that they name nothing.
+inline constexpr std::size_t max_search_steps = 20'000'000;
+
 /// What the names in a file stand for: nodes that the file made, whatever they came to be called in the scene, and
 /// else nodes of the scene itself.
 class MaNames {
@@ -31,7 +35,9 @@ private:
     // By parent and name, so that the path of one of thousands with the same name is followed and not searched for;
     // null where a parent has two children whom the file gave one name.
     NameMap<Node*> places_;
-    mutable std::string key_; // kept for its storage
+    mutable std::string key_; // this and the next two are kept for their storage
+    mutable std::vector<const Node*> reached_, further_;
+    mutable std::size_t steps_left_ = max_search_steps;
 };
 
 } // namespace headless

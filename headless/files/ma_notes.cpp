@@ -7,10 +7,6 @@
 
 namespace headless {
 
-void MaNotes::passed_over(Error where) {
-    if (passed_over_++ == 0) first_ = std::move(where);
-}
-
 // "12 nodes (polyCube 9, tweak 3)", the most frequent first and no more than a line holds.
 std::string MaNotes::listed(const Counts& counts, const char* what) {
     static constexpr std::size_t most = 8;

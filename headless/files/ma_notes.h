@@ -13,8 +13,12 @@ class MaNotes {
 public:
     void unknown_node(const std::string& type) { ++unknown_nodes_[type]; }
     void unknown_attribute(const std::string& node_type) { ++unknown_attributes_[node_type]; }
-    /// A line that couldn't be followed; `where` tells its place.
-    void passed_over(Error where);
+    /// Counts a line that couldn't be followed. The first is told, and its place costs a walk over the text, so it is
+    /// asked for the first alone: `where` gives an `Error`.
+    template<class Where>
+    void passed_over(const Where& where) {
+        if (passed_over_++ == 0) first_ = where();
+    }
     /// Puts the warnings into words: what is kept without being known, and what was passed over.
     void tell(const std::string& path) const;
 

@@ -122,8 +122,10 @@ private:
     }
 
     void pass_over(const Word& at, const std::string& why) {
-        const Place place = reader_.place_of(at);
-        notes_.passed_over({why, path_, place.line, place.column});
+        notes_.passed_over([&] {
+            const Place place = reader_.place_of(at);
+            return Error{why, path_, place.line, place.column};
+        });
     }
 
     Node* find(std::string_view name) const { return reading_.names.find(name, prefix_); }
