@@ -5,8 +5,6 @@
 #include "fuzz/host_scene.h"
 #include "fuzz/input.h"
 #include "fuzz/sandbox.h"
-#include "fuzz/scene_statements.h"
-#include "fuzz/text_mutator.h"
 #include "headless/files/ma_reader.h"
 #include "headless/session.h"
 #include "host/export/mesh_export.h"
@@ -27,11 +25,6 @@ void check_file(const std::string& bytes) {
 }
 
 } // namespace
-
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    fuzz::make_piece = fuzz::scene_statement;
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
     const fuzz::Visit visit;

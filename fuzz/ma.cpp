@@ -3,14 +3,7 @@
 #include "fuzz/host_scene.h"
 #include "fuzz/input.h"
 #include "fuzz/sandbox.h"
-#include "fuzz/scene_statements.h"
-#include "fuzz/text_mutator.h"
 #include "headless/files/ma_reader.h"
-
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    fuzz::make_piece = fuzz::scene_statement;
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const fuzz::Visit visit;

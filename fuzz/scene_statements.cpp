@@ -1,131 +1,67 @@
-#include "fuzz/scene_statements.h"
+// Statements of Maya ASCII for the texts of a target, with so few names and values that what one makes another meets.
 
-#include <array>
+#include "fuzz/text_mutator.h"
+
+#include <algorithm>
 #include <string_view>
 
-namespace fuzz {
 namespace {
 
-constexpr std::array TYPES{"transform",     "joint",           "odd",
-                           "mesh",          "animCurveTL",     "animCurveUA",
-                           "animCurve",     "pointConstraint", "multiplyDivide",
-                           "polyCube",      "nurbsCurve",      "camera",
-                           "locator",       "lambert",         "shadingEngine",
-                           "file",          "groupId",         "objectSet",
-                           "skinCluster",   "tweak",           "displayLayer",
-                           "script",        "unitConversion",  "polySphere",
-                           "time",          "ikHandle",        "ikEffector",
-                           "blendWeighted", "dagPose",         "reverse",
-                           "pairBlend",     "oddTransform",    "parentConstraint"};
-constexpr std::array NODES{"a",      "b",         "c",      "ns:a",    "a1",    "x",      "|a",
-                           "|a|b",   "a|b",       "b|a",    "persp",   "time1", ":time1", ":initialShadingGroup",
-                           "aShape", "|b|aShape", "|persp", "persp|a", "ns:b",  "a2",     "layerManager"};
-constexpr std::array PATHS{"t",
-                           "tx",
-                           "r",
-                           "rx",
-                           "ro",
-                           "s",
-                           "v",
-                           "wm",
-                           "pm[1]",
-                           "m",
-                           "msg",
-                           "iog",
-                           "o",
-                           "i",
-                           "i1x",
-                           "radi",
-                           "jo",
-                           "is",
-                           "bps",
-                           "tg[0].tt",
-                           "tg[1].tw",
-                           "tg",
-                           "ktv[0:2]",
-                           "ktv[3]",
-                           "kit[1:2]",
-                           "kix[0:2]",
-                           "tan",
-                           "vt[0:2]",
-                           "fc[0:1]",
-                           "pt[1]",
-                           "n[0:2]",
-                           "ed[0:2]",
-                           "wl[0:1].w",
-                           "wl[0].w[1]",
-                           "dsm",
-                           "uvst[0].uvsn",
-                           "rp",
-                           "it",
-                           "t.tx",
-                           "translate.translateX",
-                           "w[0]",
-                           "b",
-                           "st",
-                           "pi",
-                           "in",
-                           "uvst[0].uvsp[0:2]",
-                           "clst[0].clsp[0:1]",
-                           "iog[0].og[0].gid"};
-constexpr std::array ADDED{"a", "b", "c", "d", "e"};
-constexpr std::array INDICES{"", "", "[0]", "[1]", "[2]", "[5]", "[1:3]"};
-constexpr std::array NUMBERS{"0",  "1",    "-1",  "0.5", "1e10", "-0",         "7",    "1e-7",
-                             "90", "33.3", "yes", "no",  "-0.0", "4294967296", "1e300"};
-constexpr std::array WORDS{"\"t\"", "on", "f", "\"a b\"", "\"-k\"", "0x1", "\"\\n\\\"q\"", "\"\"", "nan", "mu"};
-constexpr std::array MARKS{"", "", "", "-l on ", "-k on ", "-k off ", "-cb on ", "-l off ", "-s 3 ", "-av "};
-constexpr std::array KINDS{"double", "bool",        "long",        "enum",      "double3", "compound", "message",
-                           "time",   "doubleAngle", "matrix",      "fltMatrix", "string",  "generic",  "int",
-                           "",       "odd",         "doubleLinear"};
-constexpr std::array ENDS{"", "", " -na", " -f", " -l on"};
-constexpr std::array PARENTS{"-add ", "-add ", "", "-w ", "-w -add "};
-constexpr std::array SELECTED{":time1", ":initialShadingGroup", ":persp", "a", "b", ":defaultRenderGlobals"};
-constexpr std::array OTHERS{"currentUnit -l m -a rad -t ntsc;\n", "currentUnit -l mm -t pal;\n",
-                            "playbackOptions -min 3 -max 5;\n", "rename -uid \"A-1\";\n"};
+// Lists of words.
+constexpr std::string_view TYPES =
+    "transform joint odd mesh animCurveTL animCurveUA animCurve pointConstraint parentConstraint multiplyDivide "
+    "polyCube polySphere nurbsCurve camera locator lambert shadingEngine file groupId objectSet skinCluster tweak "
+    "displayLayer script unitConversion time ikHandle ikEffector blendWeighted dagPose reverse pairBlend oddTransform";
+constexpr std::string_view NODES =
+    "a b c a1 a2 x ns:a ns:b |a |a|b a|b b|a |b|aShape aShape persp |persp persp|a time1 "
+    ":time1 :initialShadingGroup layerManager";
+constexpr std::string_view PATHS =
+    "t tx r rx ro s v wm pm[1] m msg iog o i i1x radi jo is bps tg[0].tt tg[1].tw tg ktv[0:2] ktv[3] kit[1:2] kix[0:2] "
+    "tan vt[0:2] fc[0:1] pt[1] n[0:2] ed[0:2] wl[0:1].w wl[0].w[1] dsm uvst[0].uvsn uvst[0].uvsp[0:2] rp it t.tx w[0] "
+    "b "
+    "translate.translateX st pi in clst[0].clsp[0:1] iog[0].og[0].gid";
+constexpr std::string_view ADDED = "a b c d e";
+constexpr std::string_view INDICES = "[0] [1] [2] [5] [1:3]";
+constexpr std::string_view NUMBERS = "0 1 -1 0.5 1e10 -0 7 1e-7 90 33.3 yes no -0.0 4294967296 1e300";
+constexpr std::string_view WORDS = R"("t" on f "a.b" "-k" 0x1 "\n\"q" "" nan mu)";
+constexpr std::string_view KINDS =
+    "double bool long enum double3 compound message time doubleAngle doubleLinear matrix "
+    "fltMatrix string generic int odd";
+constexpr std::string_view SELECTED = ":time1 :initialShadingGroup :persp :defaultRenderGlobals a b";
+// Lists of flags, each with its value.
+constexpr std::string_view MARKS = "-l=on -k=on -k=off -cb=on -l=off -s=3";
+constexpr std::string_view ENDS = "-na -f -l=on";
+constexpr std::string_view PARENTS = "-add -add -w";
 
 class Writer {
 public:
     explicit Writer(std::minstd_rand& random) : random_(random) {}
 
     std::string statement() {
-        switch (random_() % 16) {
-        case 0:
-        case 1:
-        case 2:
-        case 3:
-            return node();
-        case 4:
-        case 5:
-        case 6:
-        case 7:
-            return "setAttr " + one(MARKS) + '"' + (chance(5) ? one(NODES) : "") + "." + path() + "\" " + value() +
-                   ";\n";
-        case 8:
-        case 9:
-            return added();
-        case 10:
-        case 11:
-            return "connectAttr " + plug() + " " + plug() + one(ENDS) + ";\n";
-        case 12:
-            return "disconnectAttr " + plug() + " " + plug() + ";\n";
-        case 13:
-            return "parent -s -nc -r " + one(PARENTS) + quoted(NODES) + (chance(5) ? "" : " " + quoted(NODES)) + ";\n";
-        case 14:
-            return "select -ne " + one(SELECTED) + ";\n";
-        default:
-            return one(OTHERS);
-        }
+        const unsigned which = random_() % 16;
+        if (which < 4) return node() + ";\n";
+        if (which < 8) return setting() + ";\n";
+        if (which < 10) return added() + ";\n";
+        if (which < 12) return "connectAttr " + plug() + " " + plug() + " " + (chance(2) ? flag(ENDS) : "") + ";\n";
+        if (which == 12) return "disconnectAttr " + plug() + " " + plug() + ";\n";
+        if (which == 13) return parenting() + ";\n";
+        if (which == 14) return "select -ne " + one(SELECTED) + ";\n";
+        return other();
     }
 
 private:
     bool chance(unsigned in) { return random_() % in == 0; }
-    template<class List>
-    std::string one(const List& list) {
-        return list[random_() % list.size()];
+
+    std::string one(std::string_view words) {
+        const auto count = static_cast<std::size_t>(std::ranges::count(words, ' ')) + 1;
+        for (std::size_t skipped = random_() % count; skipped > 0; --skipped) words.remove_prefix(words.find(' ') + 1);
+        return std::string(words.substr(0, words.find(' ')));
     }
-    template<class List>
-    std::string quoted(const List& list) {
-        return '"' + one(list) + '"';
+    std::string quoted(std::string_view words) { return '"' + one(words) + '"'; }
+    std::string flag(std::string_view flags) {
+        std::string out = one(flags);
+        std::ranges::replace(out, '=', ' ');
+        return out + " ";
     }
 
     std::string node() {
@@ -133,16 +69,23 @@ private:
         if (chance(16)) out += " -s";
         if (!chance(8)) out += " -n " + quoted(NODES);
         if (chance(2)) out += " -p " + quoted(NODES);
-        return out + ";\n";
+        return out;
     }
 
+    std::string part() { return one(ADDED) + (chance(3) ? "" : one(INDICES)); }
     std::string path() {
         if (chance(2)) return one(PATHS);
-        std::string out = one(ADDED) + one(INDICES);
-        while (chance(2)) out += "." + one(ADDED) + one(INDICES);
+        std::string out = part();
+        while (chance(2)) out += "." + part();
         return out;
     }
     std::string plug() { return '"' + one(NODES) + "." + path() + '"'; }
+
+    std::string setting() {
+        std::string out = "setAttr " + (chance(2) ? flag(MARKS) : std::string()) + '"';
+        if (chance(5)) out += one(NODES);
+        return out + "." + path() + "\" " + value();
+    }
 
     std::string list(const char* type, unsigned count) {
         std::string out = std::string("-type \"") + type + '"';
@@ -151,32 +94,19 @@ private:
     }
 
     std::string value() {
-        switch (random_() % 12) {
-        case 0:
-        case 1:
-        case 2:
-            return one(NUMBERS);
-        case 3:
-        case 4:
-            return list("double3", 3);
-        case 5:
-            return list("double2", 2);
-        case 6:
-            return list("matrix", 16);
-        case 7:
-            return "-type \"string\" " + one(WORDS);
-        case 8:
-            return "-type \"polyFaces\" f 3 0 1 2 mu 0 3 0 1 2 f 3 0 -2 1";
-        case 9:
-            return list("doubleArray", random_() % 5);
-        case 10:
-            return "-type \"string\" \"playbackOptions -min 2 -max 9 -ast 0 -aet 20\"";
-        default:
-            std::string out;
-            for (std::size_t count = random_() % 9; count > 0; --count)
-                out += (chance(4) ? one(WORDS) : one(NUMBERS)) + " ";
-            return out;
-        }
+        const unsigned which = random_() % 12;
+        if (which < 3) return one(NUMBERS);
+        if (which < 5) return list("double3", 3);
+        if (which == 5) return list("double2", 2);
+        if (which == 6) return list("matrix", 16);
+        if (which == 7) return list("doubleArray", random_() % 5);
+        if (which == 8) return "-type \"string\" " + one(WORDS);
+        if (which == 9) return R"(-type "polyFaces" f 3 0 1 2 mu 0 3 0 1 2 f 3 0 -2 1)";
+        if (which == 10) return R"(-type "string" "playbackOptions -min 2 -max 9 -ast 0 -aet 20")";
+        std::string out;
+        for (std::size_t count = random_() % 9; count > 0; --count)
+            out += (chance(4) ? one(WORDS) : one(NUMBERS)) + " ";
+        return out;
     }
 
     std::string added() {
@@ -188,16 +118,34 @@ private:
         if (chance(4)) out += " -dv " + one(NUMBERS);
         if (chance(6)) out += " -en \"a::b:\"";
         if (chance(8)) out += " -k on";
-        return out + ";\n";
+        return out;
+    }
+
+    std::string parenting() {
+        std::string out = "parent -s -nc -r ";
+        while (chance(2)) out += flag(PARENTS);
+        out += quoted(NODES);
+        return chance(5) ? out : out + " " + quoted(NODES);
+    }
+
+    std::string other() {
+        const unsigned which = random_() % 4;
+        if (which == 0) return "currentUnit -l m -a rad -t ntsc;\n";
+        if (which == 1) return "currentUnit -l mm -t pal;\n";
+        if (which == 2) return "playbackOptions -min 3 -max 5;\n";
+        return "rename -uid \"A-1\";\n";
     }
 
     std::minstd_rand& random_;
 };
 
-} // namespace
-
 std::string scene_statement(std::minstd_rand& random) {
     return Writer(random).statement();
 }
 
-} // namespace fuzz
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    fuzz::make_piece = scene_statement;
+    return 0;
+}
