@@ -119,7 +119,7 @@ bool AnimCurve::ordered() const {
     return true;
 }
 
-AnimCurve AnimCurve::in_order() const {
+AnimCurve AnimCurve::in_order(std::span<const int> ranks) const {
     AnimCurve out;
     out.tangent_ = tangent_;
     out.weighted_ = weighted_;
@@ -128,7 +128,10 @@ AnimCurve AnimCurve::in_order() const {
     std::vector<std::size_t> places(size());
     std::iota(places.begin(), places.end(), std::size_t{0});
     std::erase_if(places, [&](std::size_t i) { return !std::isfinite(times_[i]) || !std::isfinite(values_[i]); });
-    std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) { return times_[a] < times_[b]; });
+    std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
+        if (times_[a] != times_[b]) return times_[a] < times_[b];
+        return !ranks.empty() && ranks[a] < ranks[b];
+    });
     for (std::size_t i = 0; i < places.size(); ++i) {
         if (i + 1 < places.size() && times_[places[i]] == times_[places[i + 1]]) continue;
         const CurveKey kept = key(places[i]);

@@ -5,6 +5,7 @@
 #include "headless/animation/tangents.h"
 
 #include <optional>
+#include <span>
 
 namespace headless {
 
@@ -96,8 +97,9 @@ public:
 
     // Looking up, for keys in order.
     bool ordered() const;
-    /// The keys in order of time: those that aren't finite left out, of several at one time the last placed kept.
-    AnimCurve in_order() const;
+    /// The keys in order of time: those that aren't finite left out, of several at one time the last placed kept, or
+    /// the one of the highest rank where `ranks` gives each key one.
+    AnimCurve in_order(std::span<const int> ranks = {}) const;
     /// The place of the key within `tolerance` of a time (the nearest); nothing when there is none.
     std::optional<std::size_t> find(double time, double tolerance) const;
     std::size_t first_at_or_behind(double time) const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace headless {
 namespace {
@@ -38,8 +39,8 @@ CurveData* CurveData::of(const Node& node) {
 const AnimCurve& CurveData::keys() const {
     if (!checked_) {
         checked_ = true;
-        ordered_ = stored_.ordered();
-        sorted_ = ordered_ ? nullptr : std::make_unique<AnimCurve>(stored_.in_order());
+        ordered_ = places_.empty() && stored_.ordered();
+        sorted_ = ordered_ ? nullptr : std::make_unique<AnimCurve>(stored_.in_order(indices_));
     }
     return ordered_ ? stored_ : *sorted_;
 }
@@ -49,6 +50,7 @@ AnimCurve& CurveData::edit() {
     sorted_.reset();
     ordered_ = true;
     indices_.clear();
+    places_.clear();
     return stored_;
 }
 
@@ -56,6 +58,10 @@ std::optional<std::size_t> CurveData::place(int index) const {
     if (index < 0) return std::nullopt;
     if (indices_.empty())
         return static_cast<std::size_t>(index) < stored_.size() ? std::optional<std::size_t>(index) : std::nullopt;
+    if (!places_.empty()) {
+        const auto at = places_.find(index);
+        return at == places_.end() ? std::nullopt : std::optional(at->second);
+    }
     const auto at = std::lower_bound(indices_.begin(), indices_.end(), index);
     if (at == indices_.end() || *at != index) return std::nullopt;
     return static_cast<std::size_t>(at - indices_.begin());
@@ -64,22 +70,19 @@ std::optional<std::size_t> CurveData::place(int index) const {
 std::size_t CurveData::place_or_make(int index) {
     if (const auto at = place(index)) return *at;
     const std::size_t count = stored_.size();
-    if (indices_.empty() && static_cast<std::size_t>(index) != count) {
-        for (std::size_t i = 0; i < count; ++i) indices_.push_back(static_cast<int>(i));
+    if (!indices_.empty() || static_cast<std::size_t>(index) != count) {
+        if (indices_.empty()) {
+            indices_.resize(count);
+            std::iota(indices_.begin(), indices_.end(), 0);
+        }
+        if (places_.empty() && count > 0 && index < indices_.back()) {
+            for (std::size_t i = 0; i < count; ++i) places_.emplace(indices_[i], i);
+        }
+        indices_.push_back(index);
+        if (!places_.empty()) places_.emplace(index, count);
     }
-    std::size_t at = count;
-    if (static_cast<std::size_t>(index) != count || !indices_.empty()) {
-        const auto behind = std::lower_bound(indices_.begin(), indices_.end(), index);
-        at = static_cast<std::size_t>(behind - indices_.begin());
-        indices_.insert(behind, index);
-    }
-    CurveKey key;
-    key.time = std::numeric_limits<double>::quiet_NaN();
-    if (at == count)
-        stored_.append(key.time, key.value);
-    else
-        stored_.insert(at, key);
-    return at;
+    stored_.append(std::numeric_limits<double>::quiet_NaN(), 0.0);
+    return count;
 }
 
 bool CurveData::set_of_curve(AttributeId id, const Value& value) {
@@ -209,6 +212,7 @@ bool CurveData::indices(const Plug& array, std::vector<int>& out) const {
         for (std::size_t i = 0; i < stored_.size(); ++i) {
             if (wanted(i)) out.push_back(indices_.empty() ? static_cast<int>(i) : indices_[i]);
         }
+        if (!places_.empty()) std::ranges::sort(out);
         return true;
     };
     if (id == ids.key) return list([&](std::size_t i) { return !std::isnan(stored_.times()[i]); });

@@ -4,6 +4,8 @@
 #include "headless/graph/evaluation.h"
 #include "headless/graph/node.h"
 
+#include <unordered_map>
+
 namespace headless {
 
 /// The keys of an animCurve node, behind its attributes: `tan`, `wgt`, `pre`, `pst`, and by key `ktv` (with `kt` and
@@ -36,7 +38,9 @@ private:
     bool get_of_key(AttributeId id, std::size_t at, Value& out) const;
 
     AnimCurve stored_;
-    std::vector<int> indices_; // by place, rising; empty while they are 0, 1, 2 ...
+    // Keys stand in the order in which they came, since one that comes in front of many would push them all along.
+    std::vector<int> indices_;                    // by place; empty while they are 0, 1, 2 ...
+    std::unordered_map<int, std::size_t> places_; // by index; empty while the indices rise
     mutable bool checked_ = true, ordered_ = true;
     mutable std::unique_ptr<AnimCurve> sorted_; // where `stored_` isn't in order
 };

@@ -149,7 +149,7 @@ Result<void> Scene::reparent(Node& child, Node* wanted, int position) {
 }
 
 Result<void> Scene::add_parent(Node& child, Node& parent, int position) {
-    if (std::ranges::find(child.parents_, &parent) != child.parents_.end()) return {};
+    if (names_.find_child(parent, child.name_) == &child) return {};
     if (child.default_) return Error{"'" + child.name() + "' can't be instanced"};
     if (Result<void> allowed = check_parenting(child, parent); !allowed) return allowed;
     if (!has_instances()) {

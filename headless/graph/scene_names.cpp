@@ -79,8 +79,9 @@ Node* Scene::default_node(std::string_view name) const {
 
 // A child keeps its name under a new parent unless one of the children there has it.
 void Scene::make_name_fit(Node& child, Node& parent) {
-    std::vector<Node*> parents = child.parents_;
-    parents.push_back(&parent);
+    std::vector<Node*> parents{&parent}; // under the others it is free
+    if (names_.unique_name(child.name_, parents, &child) == child.name_) return;
+    parents.insert(parents.end(), child.parents_.begin(), child.parents_.end());
     give_name(child, names_.unique_name(child.name_, parents, &child));
 }
 

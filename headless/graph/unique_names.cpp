@@ -1,23 +1,28 @@
 #include "headless/graph/unique_names.h"
 
+#include <vector>
+
 namespace headless {
 namespace {
 
-// Nodes are of one class as long as as many of the last names on their paths are the same. A step takes a name more
-// into account: the class of the parent. Who is alone in a class has names enough, and stays alone in it.
+// Paths are of one class as long as as many of their last names are the same. A step takes a name more into account:
+// the class of the path above. What is alone in a class has names enough, and stays alone in it.
 class NameClasses {
 public:
     explicit NameClasses(const Scene& scene) {
         NameMap<std::uint32_t> class_of_name;
-        for (const Node* node : scene.nodes()) {
-            if (!node->type().is_dag()) continue;
-            const auto at = class_of_name.try_emplace(node->name(), next_class_);
-            if (at.second) ++next_class_;
-            index_.emplace(node, static_cast<std::uint32_t>(entries_.size()));
-            entries_.push_back({node, at.first->second, at.first->second});
+        paths_.push_back({&scene.world(), 0, of_the_world, of_the_world, true});
+        for (std::uint32_t above = 0; above < paths_.size(); ++above) {
+            const Node* const parent = paths_[above].node;
+            const bool is_first = paths_[above].is_first;
+            for (const Node* child : parent->children()) {
+                const auto [at, is_new] = class_of_name.try_emplace(child->name(), next_class_);
+                if (is_new) ++next_class_;
+                paths_.push_back({child, above, at->second, at->second, is_first && child->parent() == parent});
+            }
         }
-        open_.resize(entries_.size());
-        for (std::uint32_t i = 0; i < open_.size(); ++i) open_[i] = i;
+        open_.resize(paths_.size() - 1);
+        for (std::uint32_t i = 0; i < open_.size(); ++i) open_[i] = i + 1;
         close_alone(1, nullptr);
     }
 
@@ -29,55 +34,51 @@ public:
     }
 
 private:
-    struct Entry {
+    struct Path {
         const Node* node;
+        std::uint32_t above;
         std::uint32_t name;
         std::uint32_t of_class;
+        bool is_first; // of its node's
     };
-
-    std::uint32_t class_above(const Node& node) const {
-        const auto parent = index_.find(node.parent());
-        return parent == index_.end() ? of_the_world : entries_[parent->second].of_class;
-    }
 
     void take_in_parents() {
         std::unordered_map<std::uint64_t, std::uint32_t> class_of_pair;
         std::vector<std::uint32_t> next(open_.size());
         for (std::size_t i = 0; i < open_.size(); ++i) {
-            const Entry& entry = entries_[open_[i]];
-            const std::uint64_t pair = (std::uint64_t{entry.name} << 32) | class_above(*entry.node);
-            const auto at = class_of_pair.try_emplace(pair, next_class_);
-            if (at.second) ++next_class_;
-            next[i] = at.first->second;
+            const Path& path = paths_[open_[i]];
+            const std::uint64_t pair = (std::uint64_t{path.name} << 32) | paths_[path.above].of_class;
+            const auto [at, is_new] = class_of_pair.try_emplace(pair, next_class_);
+            if (is_new) ++next_class_;
+            next[i] = at->second;
         }
-        for (std::size_t i = 0; i < open_.size(); ++i) entries_[open_[i]].of_class = next[i];
+        for (std::size_t i = 0; i < open_.size(); ++i) paths_[open_[i]].of_class = next[i];
     }
 
     void close_alone(int names, std::unordered_map<const Node*, int>* needed) {
         std::unordered_map<std::uint32_t, int> members;
-        for (const std::uint32_t i : open_) ++members[entries_[i].of_class];
+        for (const std::uint32_t i : open_) ++members[paths_[i].of_class];
         std::erase_if(open_, [&](std::uint32_t i) {
-            const bool alone = members[entries_[i].of_class] == 1;
-            if (alone && needed) needed->emplace(entries_[i].node, names);
+            const Path& path = paths_[i];
+            const bool alone = members[path.of_class] == 1;
+            if (alone && needed && path.is_first) needed->emplace(path.node, names);
             return alone;
         });
     }
 
     static constexpr std::uint32_t of_the_world = 0;
     std::uint32_t next_class_ = 1;
-    std::vector<Entry> entries_;
-    std::unordered_map<const Node*, std::uint32_t> index_;
-    std::vector<std::uint32_t> open_; // entries that share their class
+    std::vector<Path> paths_;         // the world's first
+    std::vector<std::uint32_t> open_; // those that share their class
 };
 
 } // namespace
 
-UniqueNames::UniqueNames(const Scene& scene) : scene_(scene) {
-    if (!scene.has_instances()) NameClasses(scene).work_out(names_needed_);
+UniqueNames::UniqueNames(const Scene& scene) {
+    NameClasses(scene).work_out(names_needed_);
 }
 
 std::string UniqueNames::of(const Node& node) const {
-    if (scene_.has_instances()) return scene_.unique_name_of(node);
     const auto needed = names_needed_.find(&node);
     std::string out = node.name();
     if (needed == names_needed_.end()) return out;

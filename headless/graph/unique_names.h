@@ -5,15 +5,13 @@
 namespace headless {
 
 /// What `Scene::unique_name_of` gives, for every node of a scene: worked out for all at once, in time that grows with
-/// the nodes and not with how many share a name. Good until a name or a place in the DAG changes. In a scene with
-/// instances each name is asked of the scene.
+/// the nodes and their instances and not with how many share a name. Good until a name or a place in the DAG changes.
 class UniqueNames {
 public:
     explicit UniqueNames(const Scene& scene);
     std::string of(const Node& node) const;
 
 private:
-    const Scene& scene_;
     std::unordered_map<const Node*, int> names_needed_; // where it is more than the node's own
 };
 

@@ -76,6 +76,13 @@ TEST_F(CurveNode, sparse_and_unordered_indices_keep_their_names) {
         EXPECT_DOUBLE_EQ(at(time), value) << time;
     set(".ktv[0].kv", 6.0);
     EXPECT_EQ(at(0), 6) << "an edit is seen at once";
+    set(".ktv[5]", Value::Doubles{2, 50});
+    set(".ktv[3]", Value::Doubles{2, 30});
+    EXPECT_EQ(at(2), 50) << "of two keys at one time the higher index counts, whichever came first";
+    EXPECT_EQ(indices(".ktv"), (std::vector<int>{0, 3, 4, 5, 900000000}));
+    CurveData::of(curve)->edit();
+    EXPECT_EQ(indices(".ktv"), (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(get(".ktv[2].kv"), 50);
 }
 
 TEST_F(CurveNode, input_is_the_clock_unless_something_is_connected) {
