@@ -1,7 +1,6 @@
 #include "headless/files/ma_writer.h"
 
 #include "headless/files/ma_values.h"
-#include "headless/graph/unique_names.h"
 
 #include <algorithm>
 
@@ -20,8 +19,7 @@ bool is_listed_by_files(const Node& node) {
 
 class MaWriter {
 public:
-    MaWriter(const Scene& scene, OutputFile& file)
-        : scene_(scene), unique_names_(scene), out_(file, FileUnits(scene)) {}
+    MaWriter(const Scene& scene, OutputFile& file) : scene_(scene), out_(file, FileUnits(scene)) {}
 
     Result<void> write() {
         header();
@@ -50,7 +48,6 @@ private:
     std::string name_of(const Node& node) const;
 
     const Scene& scene_;
-    const UniqueNames unique_names_;
     const Scene fresh_; // what needn't be told, because every scene has it
     MaText out_;
     std::unordered_map<const Node*, std::size_t> parents_told_; // of instances
@@ -66,7 +63,7 @@ void MaWriter::header() {
 }
 
 std::string MaWriter::name_of(const Node& node) const {
-    return (is_listed_by_files(node) ? "" : ":") + unique_names_.of(node);
+    return (is_listed_by_files(node) ? "" : ":") + scene_.unique_name_of(node);
 }
 
 Result<void> MaWriter::node(const Node& node) {

@@ -1,6 +1,7 @@
 #include "headless/graph/scene.h"
 
 #include "headless/graph/transform_state.h"
+#include "headless/graph/unique_names.h"
 
 #include <cmath>
 #include <numbers>

@@ -10,6 +10,8 @@
 
 namespace headless {
 
+class UniqueNames;
+
 /// Levels of the DAG below the world. Deeper parenting is refused.
 inline constexpr int max_dag_depth = 4096;
 /// Ways to nodes that instances may make in one scene. More are refused.
@@ -141,7 +143,10 @@ private:
     void add_matching_paths(Node& node, const std::vector<std::string_view>& names,
                             std::vector<SelectionItem>& out) const;
     std::vector<SelectionItem> match(std::string_view path) const;
-    std::vector<SelectionItem> match_from_top(const std::vector<std::string_view>& names) const;
+    void walk_down(Node& from, DagPath path, std::span<const std::string_view> names,
+                   std::vector<SelectionItem>& out) const;
+    std::string name_among_namesakes(const std::vector<Node*>& nodes) const;
+    void forget_unique_names();
     void note_namespaces(std::string_view name);
     void hold_until_clock_moves(const Plug& plug);
 
@@ -151,6 +156,9 @@ private:
     Node* time_node_ = nullptr;
     NameIndex names_;
     std::set<std::string, std::less<>> namespaces_;
+    // All nodes are named at once when names asked one by one have cost as much; until a name or a place changes.
+    mutable std::unique_ptr<const UniqueNames> unique_names_;
+    mutable std::size_t namesakes_seen_ = 0;
     std::int64_t extra_parents_ = 0;
     std::int64_t ways_ = 0;    // paths to all nodes, kept while there are instances; never too few
     bool ways_shrank_ = false; // since they were counted, so that they may be fewer

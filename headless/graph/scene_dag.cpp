@@ -115,6 +115,7 @@ void Scene::attach(Node& child, Node& parent, int position) {
     if (!child.parents_.empty()) ++extra_parents_;
     child.parents_.push_back(&parent);
     names_.add_child(parent, child);
+    forget_unique_names();
     child.touch();
     modified = true;
 }
@@ -122,14 +123,15 @@ void Scene::attach(Node& child, Node& parent, int position) {
 void Scene::detach(Node& child, Node& parent) {
     names_.remove_child(parent, child);
     auto& children = parent.children_;
-    // Whole subtrees are removed from the back, single children from anywhere.
-    if (!children.empty() && children.back() == &child)
+    // Whole subtrees are removed from the back, single children mostly from the front.
+    if (children.back() == &child)
         children.pop_back();
     else
-        std::erase(children, &child);
+        children.erase(std::ranges::find(children, &child));
     std::erase(child.parents_, &parent);
     if (!child.parents_.empty()) --extra_parents_;
     ways_shrank_ = true;
+    forget_unique_names();
     child.touch();
     modified = true;
 }

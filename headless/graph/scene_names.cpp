@@ -1,5 +1,6 @@
 // What names stand for, and which names nodes get.
 #include "headless/graph/scene.h"
+#include "headless/graph/unique_names.h"
 
 #include <algorithm>
 
@@ -58,6 +59,7 @@ void Scene::give_name(Node& node, const std::string& name) {
     names_.add(node);
     for (const Node* parent : node.parents_) names_.add_child(*parent, node);
     note_namespaces(name);
+    forget_unique_names();
     node.touch();
     modified = true;
 }
@@ -114,16 +116,16 @@ void Scene::add_matching_paths(Node& node, const std::vector<std::string_view>& 
     }
 }
 
-// A full path without wildcards is walked from the top, a step a name.
-std::vector<SelectionItem> Scene::match_from_top(const std::vector<std::string_view>& names) const {
-    Node* at = world_;
-    DagPath path;
-    for (std::size_t i = 1; i < names.size(); ++i) {
-        at = names_.find_child(*at, names[i]);
-        if (!at) return {};
+// A path without wildcards is walked down, a step a name.
+void Scene::walk_down(Node& from, DagPath path, std::span<const std::string_view> names,
+                      std::vector<SelectionItem>& out) const {
+    Node* at = &from;
+    for (const std::string_view name : names) {
+        at = names_.find_child(*at, name);
+        if (!at) return;
         path = extended(path, *at);
     }
-    return {{path, at->handle_, {}, {}}};
+    out.push_back({path, at->handle_, {}, {}});
 }
 
 std::vector<SelectionItem> Scene::match(std::string_view path) const {
@@ -131,10 +133,23 @@ std::vector<SelectionItem> Scene::match(std::string_view path) const {
     const std::vector<std::string_view> names = split_path(path);
     const std::string_view last = names.back();
     if (last.empty()) return out;
-    if (names.front().empty() && std::ranges::none_of(names, is_pattern)) return match_from_top(names);
+    const bool literal = std::ranges::none_of(names, is_pattern);
+    const std::span<const std::string_view> below(names.begin() + 1, names.end());
+    if (names.front().empty() && literal) {
+        walk_down(*world_, {}, below, out);
+        return out;
+    }
     if (!is_pattern(last)) {
         if (Node* node = names_.find_outside_dag(last); node && names.size() == 1) out.push_back(item(*node));
-        for (Node* node : names_.find_in_dag(last)) add_matching_paths(*node, names, out);
+        // From the end of the path that fewer nodes have the name of.
+        const std::span<Node*const> firsts = names_.find_in_dag(names.front()), lasts = names_.find_in_dag(last);
+        if (literal && names.size() > 1 && firsts.size() < lasts.size()) {
+            for (Node* first : firsts) {
+                for (const DagPath& way : paths_to(*first)) walk_down(*first, way, below, out);
+            }
+        } else {
+            for (Node* node : lasts) add_matching_paths(*node, names, out);
+        }
         return out;
     }
     for (Node* node : nodes()) {
@@ -198,12 +213,27 @@ Result<Plug> Scene::find_plug(std::string_view name) const {
 std::string Scene::partial_name(const DagPath& path) const {
     const std::vector<Node*> nodes = nodes_on(path);
     if (nodes.empty()) return {};
+    const Node& leaf = *nodes.back();
+    if (path.is_explicit() && path != path_to(leaf)) return name_among_namesakes(nodes);
+    if (!unique_names_ && namesakes_seen_ > slots_.size() + static_cast<std::size_t>(ways_))
+        unique_names_ = std::make_unique<const UniqueNames>(*this);
+    return unique_names_ ? unique_names_->of(leaf) : name_among_namesakes(nodes);
+}
+
+void Scene::forget_unique_names() {
+    unique_names_.reset();
+    namesakes_seen_ = 0;
+}
+
+// As much of a path, given by its nodes, as no other path ends in.
+std::string Scene::name_among_namesakes(const std::vector<Node*>& nodes) const {
     std::string out = nodes.back()->name_;
     // Where the ways up from all nodes of that name have come to as long as they have the names on the path.
     const std::span<Node* const> same = names_.find_in_dag(out);
     std::vector<const Node*> reached(same.begin(), same.end()), further;
     for (std::size_t i = nodes.size() - 1; i-- > 0;) {
         if (reached.size() == 1 && has_one_way_up(*reached.front())) return out;
+        namesakes_seen_ += reached.size();
         further.clear();
         for (const Node* at : reached) {
             for (const Node* parent : at->parents_) {

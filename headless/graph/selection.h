@@ -33,7 +33,7 @@ public:
 
 private:
     std::vector<SelectionItem> items_;
-    std::unordered_map<std::uint32_t, std::uint32_t> entries_of_; // by serial of the node, to rule most nodes out
+    std::unordered_multimap<std::uint32_t, SelectionItem> of_node_; // the same by serial of the node, to be found by it
 };
 
 } // namespace headless

@@ -4,8 +4,9 @@
 
 namespace headless {
 
-/// What `Scene::unique_name_of` gives, for every node of a scene: worked out for all at once, in time that grows with
-/// the nodes and their instances and not with how many share a name. Good until a name or a place in the DAG changes.
+/// As much of the first path of each node of a scene as no other path ends in, worked out for all at once, in time that
+/// grows with the nodes and their instances and not with how many share a name. Good until a name or a place in the DAG
+/// changes.
 class UniqueNames {
 public:
     explicit UniqueNames(const Scene& scene);
