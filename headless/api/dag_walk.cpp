@@ -133,8 +133,8 @@ unsigned int MItDag::depth(MStatus* status) const {
 unsigned int MItDag::instanceCount(bool total, MStatus* status) const {
     const Node* node = walk_->node();
     if (!node) return fail(status, 0u);
-    const std::size_t count = total ? Access::scene().paths_to(*node).size() : node->parents().size();
-    return succeed(status, static_cast<unsigned int>(count));
+    if (!total) return succeed(status, static_cast<unsigned int>(node->parents().size()));
+    return succeed(status, static_cast<unsigned int>(Access::scene().instance_count(*node)));
 }
 
 bool MItDag::isInstanced(bool indirect, MStatus* status) const {

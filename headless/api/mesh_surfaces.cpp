@@ -133,7 +133,8 @@ MStatus MFnMesh::getConnectedShaders(unsigned int instanceNumber, MObjectArray& 
     const Mesh* mesh = Access::mesh(*this);
     const Node* node = Access::node(object_);
     if (!mesh || !node) return MStatus::kFailure;
-    if (instanceNumber >= Access::scene().paths_to(*node).size()) return MStatus::kInvalidParameter;
+    if (instanceNumber >= static_cast<unsigned int>(Access::scene().instance_count(*node)))
+        return MStatus::kInvalidParameter;
     const Shading shading = shading_of(*node, static_cast<int>(instanceNumber), mesh->face_count());
     shaders.clear();
     for (const Node* group : shading.groups) shaders.append(Access::object(group));

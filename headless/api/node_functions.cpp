@@ -198,8 +198,8 @@ MString MFnDagNode::partialPathName(MStatus* status) const {
 unsigned int MFnDagNode::instanceCount(bool total, MStatus* status) const {
     const Node* node = Access::node(object_);
     if (!node) return fail(status, 0u);
-    const std::size_t count = total ? Access::scene().paths_to(*node).size() : node->parents().size();
-    return succeed(status, static_cast<unsigned int>(count));
+    if (!total) return succeed(status, static_cast<unsigned int>(node->parents().size()));
+    return succeed(status, static_cast<unsigned int>(Access::scene().instance_count(*node)));
 }
 
 bool MFnDagNode::isInstanced(bool indirect, MStatus* status) const {

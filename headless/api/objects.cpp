@@ -129,7 +129,7 @@ unsigned int MDagPath::instanceNumber(MStatus* status) const {
 bool MDagPath::isInstanced(MStatus* status) const {
     const Node* leaf = Access::node(*this);
     if (!leaf) return fail(status, false);
-    return succeed(status, Access::scene().paths_to(*leaf).size() > 1);
+    return succeed(status, Access::scene().instance_count(*leaf) > 1);
 }
 
 bool MDagPath::isVisible(MStatus* status) const {

@@ -106,7 +106,11 @@ private:
         } else if (type == "transformGeometry") {
             transform_mesh(mesh_, scene_.evaluate(node.find_plug("txf")).matrix());
         } else if (type == "polySubdFace" && count(node, "m") == 0) {
-            divide_faces(mesh_, faces_of(node.get(node.find_plug("ics").key), mesh_.face_count()), count(node, "dv"));
+            std::vector<bool> chosen(mesh_.face_count());
+            for (const FaceRange& range : faces_of(node.get(node.find_plug("ics").key), chosen.size()))
+                std::fill(chosen.begin() + std::ptrdiff_t(range.first), chosen.begin() + std::ptrdiff_t(range.end),
+                          true);
+            divide_faces(mesh_, chosen, count(node, "dv"));
         } else if (type == "polyColorPerVertex") {
             colour_vertices(mesh_, node.get(node.find_plug("cn").key).text(), colours_of(node));
         } else if (type == "tweak") {

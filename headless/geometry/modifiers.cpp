@@ -244,17 +244,17 @@ void colour_vertices(Mesh& mesh, const std::string& set_name, const std::vector<
     }
 }
 
-std::vector<bool> faces_of(const Value& components, std::size_t face_count) {
-    std::vector<bool> out(face_count);
+std::vector<FaceRange> faces_of(const Value& components, std::size_t face_count) {
+    std::vector<FaceRange> named;
     const auto* raw = components.get_if<RawTokens>();
-    if (!raw) return out;
+    if (!raw) return named;
     for (std::string_view word : raw->tokens) {
         if (word.starts_with('"'))
             word = word.substr(1, word.size() - (word.ends_with('"') && word.size() > 1 ? 2 : 1));
         if (!word.starts_with("f[") || !word.ends_with(']')) continue;
         const std::string_view inside = word.substr(2, word.size() - 3);
         if (inside == "*") {
-            out.assign(face_count, true);
+            named.push_back({0, face_count});
             continue;
         }
         std::size_t first = 0;
@@ -265,7 +265,16 @@ std::vector<bool> faces_of(const Value& components, std::size_t face_count) {
         if (!rest.empty() &&
             (rest[0] != ':' || std::from_chars(rest.data() + 1, rest.data() + rest.size(), last).ec != std::errc()))
             continue;
-        for (std::size_t i = first; i <= last && i < face_count; ++i) out[i] = true;
+        if (first <= last && first < face_count) named.push_back({first, std::min(last, face_count - 1) + 1});
+    }
+    // Many words may name the same faces, so they are brought together before anybody goes over them.
+    std::ranges::sort(named, {}, &FaceRange::first);
+    std::vector<FaceRange> out;
+    for (const FaceRange& range : named) {
+        if (out.empty() || range.first > out.back().end)
+            out.push_back(range);
+        else
+            out.back().end = std::max(out.back().end, range.end);
     }
     return out;
 }

@@ -23,8 +23,11 @@ struct VertexColour {
 /// corners come before those of whole vertices. Vertices and faces that aren't there are passed over.
 void colour_vertices(Mesh& mesh, const std::string& set_name, const std::vector<VertexColour>& colours);
 
-/// Which faces a list of components ("f[0]", "f[2:5]", "f[*]") means, as an element a face. Ranges beyond the last face
-/// are cut; words that name no faces are passed over.
-std::vector<bool> faces_of(const Value& components, std::size_t face_count);
+struct FaceRange {
+    std::size_t first, end;
+};
+/// Which faces a list of components ("f[0]", "f[2:5]", "f[*]") means: ranges that rise and don't meet. They are cut at
+/// the last face; words that name no faces are passed over.
+std::vector<FaceRange> faces_of(const Value& components, std::size_t face_count);
 
 } // namespace headless

@@ -2,7 +2,9 @@
 
 #include "headless/geometry/modifiers.h"
 
-#include <algorithm>
+#include <numeric>
+#include <ranges>
+#include <unordered_map>
 
 namespace headless {
 namespace {
@@ -12,36 +14,71 @@ bool is_membership(const Plug& destination) {
            destination.attribute().long_name == "dagSetMembers";
 }
 
-int place_of(std::vector<Node*>& groups, Node* group) {
-    const auto at = std::ranges::find(groups, group);
-    if (at != groups.end()) return static_cast<int>(at - groups.begin());
-    groups.push_back(group);
-    return static_cast<int>(groups.size() - 1);
-}
+// Gives faces to groups, those of the most say first: who comes later gets what is left, and no face is looked at
+// twice, however many groups name it.
+class FaceShares {
+public:
+    explicit FaceShares(std::vector<int>& of_face) : of_face_(of_face), next_free_(of_face.size() + 1) {
+        std::iota(next_free_.begin(), next_free_.end(), std::size_t{0});
+    }
+
+    void give(const FaceRange& range, int place) {
+        for (std::size_t face = free_from(range.first); face < range.end; face = free_from(face)) {
+            of_face_[face] = place;
+            next_free_[face] = face + 1;
+        }
+    }
+
+private:
+    std::size_t free_from(std::size_t face) {
+        while (next_free_[face] != face) {
+            next_free_[face] = next_free_[next_free_[face]];
+            face = next_free_[face];
+        }
+        return face;
+    }
+
+    std::vector<int>& of_face_;
+    std::vector<std::size_t> next_free_; // the face itself while it is free; else one behind it to go on from
+};
 
 } // namespace
 
 Shading shading_of(const Node& mesh, int instance, std::size_t face_count) {
     Shading out;
-    out.of_face.assign(face_count, -1);
+    std::unordered_map<const Node*, int> places;
+    const auto place_of = [&](Node* group) {
+        const auto [at, is_new] = places.try_emplace(group, static_cast<int>(out.groups.size()));
+        if (is_new) out.groups.push_back(group);
+        return at->second;
+    };
+    int of_whole = -1;
     // Files name the first instance's plug without its index.
     const Plug instances = mesh.find_plug("instObjGroups");
     for (const PlugKey& key : {instances.key, instances.key.element(instance)}) {
         if (key.depth == 0 && instance != 0) continue;
         const auto [first, last] = mesh.outputs().equal_range(key);
         for (auto at = first; at != last; ++at) {
-            if (is_membership(at->second)) std::ranges::fill(out.of_face, place_of(out.groups, at->second.node));
+            if (is_membership(at->second)) of_whole = place_of(at->second.node);
         }
     }
+    struct Part {
+        std::vector<FaceRange> faces;
+        int place;
+    };
+    std::vector<Part> of_parts;
     const AttributeId parts = mesh.find_attribute("objectGroups"), list = mesh.find_attribute("objectGrpCompList");
-    for (const auto& [key, destination] : mesh.outputs()) {
-        if (key.attribute != parts || key.depth != 2 || key.index[0] != instance || !is_membership(destination))
-            continue;
-        const int place = place_of(out.groups, destination.node);
-        const std::vector<bool> faces = faces_of(mesh.get(key.with_attribute(list)), face_count);
-        for (std::size_t face = 0; face < face_count; ++face) {
-            if (faces[face]) out.of_face[face] = place;
-        }
+    auto output = mesh.outputs().lower_bound(PlugKey{parts, 2, {instance, 0}});
+    for (; output != mesh.outputs().end(); ++output) {
+        const PlugKey& key = output->first;
+        if (key.attribute != parts || key.depth != 2 || key.index[0] != instance) break;
+        if (!is_membership(output->second)) continue;
+        of_parts.push_back({faces_of(mesh.get(key.with_attribute(list)), face_count), place_of(output->second.node)});
+    }
+    out.of_face.assign(face_count, of_whole);
+    FaceShares shares(out.of_face);
+    for (const Part& part : std::views::reverse(of_parts)) { // the last has the most say
+        for (const FaceRange& range : part.faces) shares.give(range, part.place);
     }
     return out;
 }

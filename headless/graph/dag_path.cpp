@@ -12,4 +12,11 @@ bool DagPath::operator==(const DagPath& other) const {
     return way_ == other.way_ || *way_ == *other.way_;
 }
 
+std::size_t DagPathHash::operator()(const DagPath& path) const {
+    std::size_t hash = path.leaf().serial;
+    if (!path.is_explicit()) return hash;
+    for (const NodeHandle& node : path.way()) hash = hash * 1'099'511'628'211ULL + node.serial;
+    return hash;
+}
+
 } // namespace headless

@@ -29,4 +29,8 @@ private:
     std::shared_ptr<const std::vector<NodeHandle>> way_;
 };
 
+struct DagPathHash {
+    std::size_t operator()(const DagPath& path) const;
+};
+
 } // namespace headless

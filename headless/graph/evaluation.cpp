@@ -87,9 +87,9 @@ Value EvaluationContext::builtin_output(const Plug& plug) {
     if (const int instance = plug.key.index[0]; instance == 0) {
         out = of_world ? world_matrix(node) : parent_matrix(node);
     } else {
-        const std::vector<DagPath> paths = scene_.paths_to(node);
-        if (instance < 0 || instance >= static_cast<int>(paths.size())) return Matrix();
-        out = of_world ? world_matrix(paths[instance]) : parent_matrix(paths[instance]);
+        const DagPath path = scene_.instance_path(node, instance);
+        if (!path) return Matrix();
+        out = of_world ? world_matrix(path) : parent_matrix(path);
     }
     return inverted ? inverse(out) : out;
 }

@@ -77,7 +77,10 @@ public:
     std::vector<Node*> nodes_on(const DagPath& path) const;
     std::string full_name(const DagPath& path) const;    ///< "|a|b"; "" for the world
     std::string partial_name(const DagPath& path) const; ///< as much of it as is unique
+    /// How many paths a node has, and the place of one among them; both without making them each time.
+    int instance_count(const Node& node) const;
     int instance_number(const DagPath& path) const;
+    DagPath instance_path(const Node& node, int number) const; ///< null beyond the last
     bool has_instances() const { return extra_parents_ > 0; }
 
     // Values and connections.
@@ -146,7 +149,9 @@ private:
     void walk_down(Node& from, DagPath path, std::span<const std::string_view> names,
                    std::vector<SelectionItem>& out) const;
     std::string name_among_namesakes(const std::vector<Node*>& nodes) const;
-    void forget_unique_names();
+    static bool has_one_path(const Node& node);
+    bool stands_under(const Node& child, const Node& parent) const;
+    void forget_paths();
     void note_namespaces(std::string_view name);
     void hold_until_clock_moves(const Plug& plug);
 
@@ -159,6 +164,13 @@ private:
     // All nodes are named at once when names asked one by one have cost as much; until a name or a place changes.
     mutable std::unique_ptr<const UniqueNames> unique_names_;
     mutable std::size_t namesakes_seen_ = 0;
+    // The paths of nodes that have many, for who asks for one after the other; as long.
+    struct Instances {
+        std::vector<DagPath> paths;
+        std::unordered_map<DagPath, int, DagPathHash> numbers;
+    };
+    const Instances& instances_of(const Node& node) const;
+    mutable std::unordered_map<const Node*, Instances> instances_;
     std::int64_t extra_parents_ = 0;
     std::int64_t ways_ = 0;    // paths to all nodes, kept while there are instances; never too few
     bool ways_shrank_ = false; // since they were counted, so that they may be fewer

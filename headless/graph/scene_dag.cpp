@@ -1,5 +1,6 @@
 // Parents, children and the ways that instances make.
 #include "headless/graph/scene.h"
+#include "headless/graph/unique_names.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -115,7 +116,7 @@ void Scene::attach(Node& child, Node& parent, int position) {
     if (!child.parents_.empty()) ++extra_parents_;
     child.parents_.push_back(&parent);
     names_.add_child(parent, child);
-    forget_unique_names();
+    forget_paths();
     child.touch();
     modified = true;
 }
@@ -131,7 +132,7 @@ void Scene::detach(Node& child, Node& parent) {
     std::erase(child.parents_, &parent);
     if (!child.parents_.empty()) --extra_parents_;
     ways_shrank_ = true;
-    forget_unique_names();
+    forget_paths();
     child.touch();
     modified = true;
 }
@@ -151,7 +152,7 @@ Result<void> Scene::reparent(Node& child, Node* wanted, int position) {
 }
 
 Result<void> Scene::add_parent(Node& child, Node& parent, int position) {
-    if (names_.find_child(parent, child.name_) == &child) return {};
+    if (stands_under(child, parent)) return {};
     if (child.default_) return Error{"'" + child.name() + "' can't be instanced"};
     if (Result<void> allowed = check_parenting(child, parent); !allowed) return allowed;
     if (!has_instances()) {
@@ -166,11 +167,23 @@ Result<void> Scene::add_parent(Node& child, Node& parent, int position) {
 }
 
 Result<void> Scene::remove_parent(Node& child, Node& parent) {
-    const bool there = std::ranges::find(child.parents_, &parent) != child.parents_.end();
-    if (!there) return Error{"'" + child.name() + "' doesn't stand under '" + parent.name() + "'"};
+    if (!stands_under(child, parent))
+        return Error{"'" + child.name() + "' doesn't stand under '" + parent.name() + "'"};
     if (child.parents_.size() == 1) return Error{"'" + child.name() + "' has no other parent"};
     detach(child, parent);
     return {};
+}
+
+bool Scene::has_one_path(const Node& node) {
+    const Node* at = &node;
+    while (at->parents().size() == 1) at = at->parent();
+    return at->is_world();
+}
+
+void Scene::forget_paths() {
+    unique_names_.reset();
+    namesakes_seen_ = 0;
+    if (!instances_.empty()) instances_.clear();
 }
 
 DagPath Scene::path_to(const Node& node) const {
@@ -223,6 +236,12 @@ std::vector<DagPath> Scene::paths_to(const Node& node) const {
     return out;
 }
 
+// Of few parents a look at each is the quickest, of many the child's name.
+bool Scene::stands_under(const Node& child, const Node& parent) const {
+    if (child.parents_.size() > 8) return names_.find_child(parent, child.name_) == &child;
+    return std::ranges::find(child.parents_, &parent) != child.parents_.end();
+}
+
 std::vector<Node*> Scene::nodes_on(const DagPath& path) const {
     std::vector<Node*> out;
     if (!path.is_explicit()) {
@@ -233,7 +252,7 @@ std::vector<Node*> Scene::nodes_on(const DagPath& path) const {
     Node* above = world_;
     for (const NodeHandle handle : path.way()) {
         Node* at = find(handle);
-        if (!at || std::ranges::find(at->parents_, above) == at->parents_.end()) return {};
+        if (!at || !stands_under(*at, *above)) return {};
         out.push_back(at);
         above = at;
     }
@@ -249,12 +268,31 @@ std::string Scene::full_name(const DagPath& path) const {
     return out;
 }
 
+const Scene::Instances& Scene::instances_of(const Node& node) const {
+    const auto [at, is_new] = instances_.try_emplace(&node);
+    Instances& out = at->second;
+    if (!is_new) return out;
+    out.paths = paths_to(node);
+    for (const DagPath& path : out.paths) out.numbers.emplace(path, static_cast<int>(out.numbers.size()));
+    return out;
+}
+
+int Scene::instance_count(const Node& node) const {
+    if (!has_instances() || &node == world_ || has_one_path(node)) return 1;
+    return static_cast<int>(instances_of(node).paths.size());
+}
+
 int Scene::instance_number(const DagPath& path) const {
     const Node* leaf = find(path.leaf());
     if (!leaf || !path.is_explicit()) return 0;
-    const std::vector<DagPath> all = paths_to(*leaf);
-    const auto at = std::ranges::find(all, path);
-    return at == all.end() ? 0 : static_cast<int>(at - all.begin());
+    const Instances& all = instances_of(*leaf);
+    const auto at = all.numbers.find(path);
+    return at == all.numbers.end() ? 0 : at->second;
+}
+
+DagPath Scene::instance_path(const Node& node, int number) const {
+    if (number < 0 || number >= instance_count(node)) return {};
+    return instance_count(node) == 1 ? path_to(node) : instances_of(node).paths[static_cast<std::size_t>(number)];
 }
 
 } // namespace headless

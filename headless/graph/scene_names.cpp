@@ -25,12 +25,6 @@ bool fits(std::string_view pattern, std::string_view name) {
     return is_pattern(pattern) ? matches_pattern(pattern, name) : pattern == name;
 }
 
-bool has_one_way_up(const Node& node) {
-    const Node* at = &node;
-    while (at->parents().size() == 1) at = at->parent();
-    return at->is_world();
-}
-
 } // namespace
 
 void Scene::note_namespaces(std::string_view name) {
@@ -59,7 +53,7 @@ void Scene::give_name(Node& node, const std::string& name) {
     names_.add(node);
     for (const Node* parent : node.parents_) names_.add_child(*parent, node);
     note_namespaces(name);
-    forget_unique_names();
+    forget_paths();
     node.touch();
     modified = true;
 }
@@ -220,11 +214,6 @@ std::string Scene::partial_name(const DagPath& path) const {
     return unique_names_ ? unique_names_->of(leaf) : name_among_namesakes(nodes);
 }
 
-void Scene::forget_unique_names() {
-    unique_names_.reset();
-    namesakes_seen_ = 0;
-}
-
 // As much of a path, given by its nodes, as no other path ends in.
 std::string Scene::name_among_namesakes(const std::vector<Node*>& nodes) const {
     std::string out = nodes.back()->name_;
@@ -232,7 +221,7 @@ std::string Scene::name_among_namesakes(const std::vector<Node*>& nodes) const {
     const std::span<Node* const> same = names_.find_in_dag(out);
     std::vector<const Node*> reached(same.begin(), same.end()), further;
     for (std::size_t i = nodes.size() - 1; i-- > 0;) {
-        if (reached.size() == 1 && has_one_way_up(*reached.front())) return out;
+        if (reached.size() == 1 && has_one_path(*reached.front())) return out;
         namesakes_seen_ += reached.size();
         further.clear();
         for (const Node* at : reached) {
@@ -243,7 +232,7 @@ std::string Scene::name_among_namesakes(const std::vector<Node*>& nodes) const {
         reached.swap(further);
         out.insert(0, nodes[i]->name_ + "|");
     }
-    if (reached.size() == 1 && has_one_way_up(*reached.front())) return out;
+    if (reached.size() == 1 && has_one_path(*reached.front())) return out;
     return "|" + out;
 }
 

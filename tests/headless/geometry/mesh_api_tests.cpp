@@ -184,6 +184,11 @@ TEST_F(MeshApiTest, finds_the_shading_groups_of_objects_instances_and_faces) {
     ASSERT_EQ(groups.length(), 1u);
     EXPECT_EQ(list(of_face), (std::vector<int>(6, 0)));
     EXPECT_FALSE(mesh.getConnectedShaders(2, groups, of_face));
+    run("setAttr m.iog[0].og[2].gcl -type componentList 3 \"f[2:3]\" \"f[4]\" \"f[3:4]\"; connectAttr "
+        "m.iog[0].og[2] red.dsm[1]; setAttr m.iog[0].og[3].gcl -type componentList 1 \"f[3:2]\"; connectAttr "
+        "m.iog[0].og[3] blue.dsm[2];");
+    ASSERT_TRUE(mesh.getConnectedShaders(0, groups, of_face));
+    EXPECT_EQ(list(of_face), (std::vector<int>{0, 1, 0, 0, 0, 0})) << "later groups take faces from earlier ones";
     run("disconnectAttr m.iog[1] blue.dsm[0];");
     ASSERT_TRUE(mesh.getConnectedShaders(1, groups, of_face));
     EXPECT_EQ(groups.length(), 0u);
