@@ -3,7 +3,6 @@
 #include "headless/geometry/modifiers.h"
 
 #include <numeric>
-#include <ranges>
 #include <unordered_map>
 
 namespace headless {
@@ -77,8 +76,8 @@ Shading shading_of(const Node& mesh, int instance, std::size_t face_count) {
     }
     out.of_face.assign(face_count, of_whole);
     FaceShares shares(out.of_face);
-    for (const Part& part : std::views::reverse(of_parts)) { // the last has the most say
-        for (const FaceRange& range : part.faces) shares.give(range, part.place);
+    for (auto part = of_parts.rbegin(); part != of_parts.rend(); ++part) { // the last has the most say
+        for (const FaceRange& range : part->faces) shares.give(range, part->place);
     }
     return out;
 }
