@@ -136,7 +136,8 @@ std::vector<SelectionItem> Scene::match(std::string_view path) const {
     if (!is_pattern(last)) {
         if (Node* node = names_.find_outside_dag(last); node && names.size() == 1) out.push_back(item(*node));
         // From the end of the path that fewer nodes have the name of.
-        const std::span<Node*const> firsts = names_.find_in_dag(names.front()), lasts = names_.find_in_dag(last);
+        const std::span<Node* const> firsts = names_.find_in_dag(names.front());
+        const std::span<Node* const> lasts = names_.find_in_dag(last);
         if (literal && names.size() > 1 && firsts.size() < lasts.size()) {
             for (Node* first : firsts) {
                 for (const DagPath& way : paths_to(*first)) walk_down(*first, way, below, out);
