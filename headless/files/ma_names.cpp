@@ -72,8 +72,8 @@ bool MaNames::stands_under(const Node& node, std::string_view path, std::string_
     while (!path.empty()) {
         const std::string_view name = take_last(path);
         if (name.empty()) break;
-        if (steps_left_ < reached_.size()) return false;
-        steps_left_ -= reached_.size();
+        steps_left_ -= std::min(steps_left_, reached_.size());
+        if (steps_left_ == 0) return false;
         further_.clear();
         for (const Node* at : reached_) {
             for (const Node* parent : at->parents()) {
@@ -104,7 +104,9 @@ Node* MaNames::find(std::string_view name, std::string_view prefix) const {
         if (steps_left_ < found.size()) return only;
         const auto fits = [&](const Node* node) { return stands_under(*node, path, prefix); };
         const auto first = std::ranges::find_if(found, fits);
-        if (first != found.end()) return std::find_if(first + 1, found.end(), fits) == found.end() ? *first : nullptr;
+        const bool one = first != found.end() && std::find_if(first + 1, found.end(), fits) == found.end();
+        if (steps_left_ == 0) return only; // of those that were left out another may fit
+        if (first != found.end()) return one ? *first : nullptr;
         Node* const of_every_scene = scene_.default_node(last);
         return of_every_scene && fits(of_every_scene) ? of_every_scene : only;
     }

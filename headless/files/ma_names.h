@@ -4,15 +4,16 @@
 
 namespace headless {
 
-/// How many names on the way up from nodes are looked at for paths that can't be followed from the top or from the only
-/// node with the first name. Few scenes have such paths; beyond that they name nothing.
+/// How many names on the way up from nodes are looked at, over all of a file, for paths that can't be followed from the
+/// top or from the only node with the first name. Few scenes have such paths; beyond that they name nothing.
 inline constexpr std::size_t max_search_steps = 20'000'000;
 
 /// What the names in a file stand for: nodes that the file made, whatever they came to be called in the scene, and
 /// else nodes of the scene itself.
 class MaNames {
 public:
-    explicit MaNames(Scene& scene) : scene_(scene) {}
+    explicit MaNames(Scene& scene, std::size_t search_steps = max_search_steps)
+        : scene_(scene), steps_left_(search_steps) {}
 
     /// Notes a node under the name that the file gives it.
     void add(Node& node, std::string_view file_name);
@@ -37,7 +38,7 @@ private:
     NameMap<Node*> places_;
     mutable std::string key_; // this and the next two are kept for their storage
     mutable std::vector<const Node*> reached_, further_;
-    mutable std::size_t steps_left_ = max_search_steps;
+    mutable std::size_t steps_left_;
 };
 
 } // namespace headless

@@ -291,8 +291,9 @@ int Scene::instance_number(const DagPath& path) const {
 }
 
 DagPath Scene::instance_path(const Node& node, int number) const {
-    if (number < 0 || number >= instance_count(node)) return {};
-    return instance_count(node) == 1 ? path_to(node) : instances_of(node).paths[static_cast<std::size_t>(number)];
+    const int count = instance_count(node);
+    if (number < 0 || number >= count) return {};
+    return count == 1 ? path_to(node) : instances_of(node).paths[static_cast<std::size_t>(number)];
 }
 
 } // namespace headless
