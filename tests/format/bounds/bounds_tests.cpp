@@ -2,6 +2,7 @@
 
 #include "tests/format/bounds/counting_memory.h"
 #include "tests/format/bounds/hostile_files.h"
+#include "tests/format/format_test.h"
 
 #include <limits>
 

@@ -3,6 +3,7 @@
 /// A device between the library and its files that fails where a test wants it to.
 
 #include "tests/format/every_record.h"
+#include "tests/format/format_test.h"
 
 #include <limits>
 

@@ -2,6 +2,7 @@
 
 #include "format/geometry/scene_check.h"
 #include "tests/format/every_record.h"
+#include "tests/format/format_test.h"
 
 #include <thread>
 
