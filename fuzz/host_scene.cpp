@@ -6,6 +6,7 @@
 #include "headless/files/ma_writer.h"
 #include "headless/geometry/mesh_history.h"
 #include "headless/geometry/mesh_limits.h"
+#include "headless/graph/drivers.h"
 #include "headless/script/interpreter.h"
 #include "headless/script/script_work.h"
 #include "headless/session.h"
@@ -49,7 +50,7 @@ void look_at(Scene& scene) {
         if (!found || *found != node) wrong("a unique name that leads elsewhere");
     }
     (void)scene.take_evaluation_errors();
-    (void)scene.unevaluated_drivers();
+    for (const Unevaluated& found : find_unevaluated(scene, nodes)) (void)told(found);
 }
 
 namespace {

@@ -1,9 +1,7 @@
 #include "headless/session.h"
 
-#include "headless/animation/animation.h"
 #include "headless/api/translators.h"
 #include "headless/files/formats.h"
-#include "headless/geometry/geometry.h"
 #include "headless/script/interpreter.h"
 #include "support/platform/native_path.h"
 
@@ -62,8 +60,6 @@ std::string CommandResult::text() const {
 }
 
 Session::Session() : sink_(print) {
-    register_animation();
-    register_geometry();
     register_file_formats(*this);
     install_interpreters(*this);
     scene_ = std::make_unique<Scene>();
@@ -95,19 +91,9 @@ void Session::register_writer(std::string extension, SceneWriter writer) {
 
 Result<void> Session::read(const std::string& path, const std::string& type, bool import) {
     const auto reader = readers_.find(lower_extension(path));
-    if (type.empty() && reader != readers_.end()) {
-        Result<void> done = reader->second(*scene_, path);
-        warn_of_unevaluated_drivers();
-        return done;
-    }
+    if (type.empty() && reader != readers_.end()) return reader->second(*scene_, path);
     const auto mode = import ? MPxFileTranslator::kImportAccessMode : MPxFileTranslator::kOpenAccessMode;
     return read_through_translator(*this, path, type, mode);
-}
-
-// Named once a file: without these the sampled motion isn't the scene's.
-void Session::warn_of_unevaluated_drivers() {
-    for (const Node* node : scene_->unevaluated_drivers())
-        warning("The " + node->type().name() + " '" + node->name() + "' moves something and isn't evaluated");
 }
 
 Result<void> Session::open_file(const std::string& path) {

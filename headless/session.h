@@ -103,7 +103,6 @@ public:
 private:
     Session();
     Result<void> read(const std::string& path, const std::string& type, bool import);
-    void warn_of_unevaluated_drivers();
     void forget_plugin(const std::string& name);
 
     std::unique_ptr<Scene> scene_;

@@ -2,6 +2,8 @@
 
 #include "headless/graph/scene.h"
 
+#include <algorithm>
+
 namespace headless {
 namespace {
 
@@ -94,12 +96,29 @@ Value EvaluationContext::builtin_output(const Plug& plug) {
     return inverted ? inverse(out) : out;
 }
 
+Value EvaluationContext::by_rule(const OutputRule& rule, const Plug& plug) {
+    Node& node = *plug.node;
+    const auto& children = node.attribute(rule.output).children;
+    if (plug.key.attribute != rule.output) {
+        const auto component = static_cast<int>(std::ranges::find(children, plug.key.attribute) - children.begin());
+        if (rule.by_component) return rule.value(*this, node, component);
+        const Value whole = evaluate(plug.child(rule.output));
+        const auto* many = whole.get_if<Value::Doubles>();
+        return many ? (*many)[static_cast<std::size_t>(component)] : whole.vector()[component];
+    }
+    if (!rule.by_component || children.empty()) return rule.value(*this, node, -1);
+    Value::Doubles out;
+    for (int i = 0; i < static_cast<int>(children.size()); ++i) out.push_back(rule.value(*this, node, i).number());
+    return out.size() == 3 ? Value(Vector3{out[0], out[1], out[2]}) : Value(std::move(out));
+}
+
 Value EvaluationContext::compute(const Plug& plug) {
     Node& node = *plug.node;
     if (&node == &scene_.time_node()) return time();
     if (node.type().is_dag() && plug.key.attribute <= TransformAttributes::ids().parent_inverse_matrix)
         return builtin_output(plug);
-    if (!node.type().compute) return node.get(plug.key);
+    const OutputRule* rule = node.type().rule_of(plug.key.attribute);
+    if (!rule && !node.type().compute) return node.get(plug.key);
 
     std::size_t at = 0;
     while (at < node.cache_.size() && node.cache_[at].key != plug.key) ++at;
@@ -112,7 +131,7 @@ Value EvaluationContext::compute(const Plug& plug) {
     node.cache_[at].computing = true;
     ++scene_.evaluation_depth_;
     const std::uint64_t generation = scene_.generation();
-    Value value = node.type().compute(*this, node, plug);
+    Value value = rule ? by_rule(*rule, plug) : node.type().compute(*this, node, plug);
     --scene_.evaluation_depth_;
     // The function may have asked for further outputs of this node, and so moved the cache.
     Node::CachedOutput& entry = node.cache_[at];

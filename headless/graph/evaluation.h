@@ -9,7 +9,7 @@ namespace headless {
 inline constexpr int max_evaluation_depth = 512;
 
 /// Works out plugs at the scene's current time. A plug with a source asks the source; an output of a computing
-/// node asks the function registered for its type, once a node and time; all else is what is stored.
+/// node asks its kind's rule or function, once a plug and time; all else is what is stored.
 /// A cycle, or a chain beyond the limit, is reported once (Scene::take_evaluation_errors) and its plug gives the
 /// stored value, so that every question ends and has an answer.
 class EvaluationContext {
@@ -39,6 +39,7 @@ public:
 
 private:
     Value compute(const Plug& plug);
+    Value by_rule(const OutputRule& rule, const Plug& plug);
     Value builtin_output(const Plug& plug);
     TransformState& state_of(Node& transform);
     void refresh_values(Node& transform, TransformState& state);

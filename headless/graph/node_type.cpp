@@ -9,7 +9,9 @@ NodeType::NodeType(std::string name, const NodeType* base, MFn::Type api_type)
     if (base) {
         compute = base->compute;
         make_data = base->make_data;
-        unevaluated_driver = base->unevaluated_driver;
+        shortfall = base->shortfall;
+        rules_ = base->rules_;
+        rule_at_ = base->rule_at_;
         attributes_ = base->attributes_;
         by_name_ = base->by_name_;
     }
@@ -131,6 +133,20 @@ void NodeType::make_output(AttributeId id) {
     for (const AttributeId child : attributes_[id].children) make_output(child);
 }
 
+void NodeType::add_rule(OutputRule rule) {
+    const AttributeId output = rule.output;
+    make_output(output);
+    const auto place = static_cast<std::int16_t>(rules_.size());
+    rules_.push_back(std::move(rule));
+    rule_at_.resize(attributes_.size(), -1);
+    rule_at_[output] = place;
+    for (const AttributeId child : attributes_[output].children) rule_at_[child] = place;
+}
+
+const OutputRule* NodeType::rule_of(AttributeId id) const {
+    return id < rule_at_.size() && rule_at_[id] >= 0 ? &rules_[static_cast<std::size_t>(rule_at_[id])] : nullptr;
+}
+
 NodeTypes& NodeTypes::all() {
     static NodeTypes& types = *[] {
         auto* made = new NodeTypes; // lives as long as the process, so nodes may outlast static objects
@@ -162,23 +178,6 @@ NodeType& NodeTypes::add(std::string_view name, std::string_view base, MFn::Type
     NodeType& made = types_.emplace_back(std::string(name), find(base), api_type);
     by_name_[std::string(name)] = &made;
     return made;
-}
-
-void NodeTypes::for_each_derived(std::string_view base, const std::function<void(NodeType&)>& visit) {
-    for (NodeType& type : types_) {
-        if (type.derives_from(base)) visit(type);
-    }
-}
-
-void register_compute(std::string_view type_name, Compute compute) {
-    NodeTypes::all().for_each_derived(type_name, [compute](NodeType& type) {
-        type.compute = compute;
-        type.unevaluated_driver = false;
-    });
-}
-
-void register_node_data(std::string_view type_name, MakeNodeData make) {
-    NodeTypes::all().for_each_derived(type_name, [make](NodeType& type) { type.make_data = make; });
 }
 
 } // namespace headless

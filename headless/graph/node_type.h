@@ -74,6 +74,19 @@ public:
 };
 using MakeNodeData = std::unique_ptr<NodeData> (*)(Node& node);
 
+/// What one output of a kind of node is, told beside its attributes: the inputs it follows from, and the formula.
+struct OutputRule {
+    AttributeId output = no_attribute;
+    std::vector<AttributeId> inputs;
+    /// Each child of a compound output follows from the same children of its inputs, so each is worked out by itself.
+    bool by_component = false;
+    /// The output's value; with a component that of one child.
+    std::function<Value(EvaluationContext& context, Node& node, int component)> value;
+};
+
+/// Why a node isn't evaluated though its kind is; empty where it is.
+using Shortfall = std::string (*)(const Node& node);
+
 /// A kind of node: its name, its place in the tree of kinds, and the attributes that every such node has.
 /// A derived type's attributes begin with its base's, under the same ids.
 class NodeType {
@@ -97,8 +110,12 @@ public:
 
     Compute compute = nullptr;        ///< inherited from the base at construction, replaced by registration
     MakeNodeData make_data = nullptr; ///< likewise
-    /// A node of this kind may move what it is connected to, and isn't evaluated (an IK handle, an expression).
-    bool unevaluated_driver = false;
+    Shortfall shortfall = nullptr;    ///< likewise
+
+    /// The rule of an output or of a child of one; null when it has none.
+    const OutputRule* rule_of(AttributeId id) const;
+    /// Whether what that output gives is worked out.
+    bool evaluates(AttributeId output) const { return compute || rule_of(output); }
 
     // Building the table of types.
     AttributeId add(std::string_view long_name, std::string_view short_name, AttributeKind kind, Value value = {},
@@ -108,6 +125,7 @@ public:
                            double value = 0.0, AttributeId parent = no_attribute);
     void make_array(AttributeId id);
     void make_output(AttributeId id);
+    void add_rule(OutputRule rule);
 
 private:
     std::string name_;
@@ -116,6 +134,8 @@ private:
     bool is_dag_ = false, is_transform_ = false, is_joint_ = false, is_shape_ = false;
     std::vector<Attribute> attributes_;
     NameMap<AttributeId> by_name_;
+    std::vector<OutputRule> rules_;
+    std::vector<std::int16_t> rule_at_; // by attribute id; -1 and beyond the end for none
 };
 
 /// All types of nodes of the process. Types are never removed, so a pointer to one stays good.
@@ -128,16 +148,10 @@ public:
     /// The type of that name, made as an unknown one (no attributes but those set on its nodes) if need be.
     NodeType& find_or_add_unknown(std::string_view name, bool dag = false);
     NodeType& add(std::string_view name, std::string_view base, MFn::Type api_type);
-    void for_each_derived(std::string_view base, const std::function<void(NodeType&)>& visit);
 
 private:
     std::deque<NodeType> types_;
     NameMap<NodeType*> by_name_;
 };
-
-/// Makes `compute` work out the outputs of a type and of the types derived from it.
-void register_compute(std::string_view type_name, Compute compute);
-/// Gives nodes of a type, made from now on, data of their own.
-void register_node_data(std::string_view type_name, MakeNodeData make);
 
 } // namespace headless

@@ -100,8 +100,6 @@ public:
     /// Rises with every edit and every move of the clock; what was worked out under an older one is stale.
     std::uint64_t generation() const { return generation_; }
     void touch() { ++generation_; }
-    /// Nodes that move a transform and aren't evaluated, each once, in order of creation.
-    std::vector<Node*> unevaluated_drivers() const;
     /// What went wrong in evaluations since last asked, each plug once.
     std::vector<std::string> take_evaluation_errors();
     void report_evaluation_error(const std::string& message);

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <set>
-#include <unordered_set>
 
 namespace headless {
 namespace {
@@ -92,90 +90,6 @@ bool Scene::disconnect(const Plug& destination) {
     node.touch();
     modified = true;
     return true;
-}
-
-namespace {
-
-bool is_transformation(const Plug& plug) {
-    const TransformAttributes& ids = TransformAttributes::ids();
-    if (!plug.node->type().is_transform() || plug.node->type().derives_from("constraint")) return false;
-    return plug.key.attribute >= ids.translate && plug.key.attribute <= ids.inherits_transform;
-}
-
-bool solves_for_joints(const Node& node) {
-    return node.type().derives_from("ikHandle") && node.source_of(node.find_plug("startJoint").key);
-}
-
-// Whether a connection to `destination` reaches a stored value at `key`: it ends there, around it or within it.
-bool reaches(const Node& node, const PlugKey& destination, const PlugKey& key) {
-    if (destination.index != key.index) return false;
-    return destination.attribute == key.attribute || node.attribute(destination.attribute).parent == key.attribute ||
-           node.attribute(key.attribute).parent == destination.attribute;
-}
-
-// Walks from plugs that move transforms back to all that they follow from.
-class DriverSearch {
-public:
-    void look_at(const Plug& source) {
-        const NodeType& type = source.node->type();
-        if (type.unevaluated_driver || !type.known()) drivers_.insert(source.node);
-        if (needs_all_inputs(source) ? seen_nodes_.insert(source.node).second : seen_plugs_.insert(source).second)
-            open_.push_back(source);
-    }
-
-    void add(const Node& driver) { drivers_.insert(&driver); }
-
-    void run() {
-        while (!open_.empty()) {
-            const Plug plug = open_.back();
-            open_.pop_back();
-            const Node& node = *plug.node;
-            const bool all = needs_all_inputs(plug);
-            // What a transform's own matrices follow from is looked at for every transform.
-            if (all && node.type().is_transform() && !node.type().derives_from("constraint")) continue;
-            for (const auto& [destination, source] : node.inputs()) {
-                if (all || reaches(node, destination, plug.key)) look_at(source);
-            }
-        }
-    }
-
-    bool found(const Node& node) const { return drivers_.contains(&node); }
-
-private:
-    // A value that is merely stored follows from what is connected to it; how one of an unknown node comes about
-    // nobody knows.
-    static bool needs_all_inputs(const Plug& plug) {
-        const NodeType& type = plug.node->type();
-        return plug.attribute().output || type.unevaluated_driver || !type.known();
-    }
-
-    struct Order {
-        bool operator()(const Plug& a, const Plug& b) const {
-            return a.node != b.node ? std::less<>()(a.node, b.node) : a.key < b.key;
-        }
-    };
-
-    std::unordered_set<const Node*> drivers_, seen_nodes_;
-    std::set<Plug, Order> seen_plugs_;
-    std::vector<Plug> open_;
-};
-
-} // namespace
-
-std::vector<Node*> Scene::unevaluated_drivers() const {
-    DriverSearch search;
-    for (const Node* node : nodes()) {
-        if (solves_for_joints(*node)) search.add(*node);
-        for (const auto& [destination, source] : node->inputs()) {
-            if (is_transformation({const_cast<Node*>(node), destination})) search.look_at(source);
-        }
-    }
-    search.run();
-    std::vector<Node*> out;
-    for (Node* node : nodes()) {
-        if (search.found(*node)) out.push_back(node);
-    }
-    return out;
 }
 
 } // namespace headless

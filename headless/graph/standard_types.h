@@ -4,11 +4,8 @@
 
 namespace headless {
 
-/// The types that files and scripts name: the DAG's and the constraints', with every attribute that a local or a
-/// world matrix follows from; curves and what stands between a curve and its transform; and the types of the
-/// default nodes. Attributes of theirs that no evaluation reads come to a node when a file sets them.
+/// The kinds of nodes that files and scripts name. The graph knows none of them by name but those that make a DAG;
+/// the table is told in headless/nodes.
 void add_standard_types(NodeTypes& types);
-void add_animation_types(NodeTypes& types);
-void add_mesh_types(NodeTypes& types);
 
 } // namespace headless

@@ -222,13 +222,10 @@ TEST_F(Constraints, weights_and_targets_move_with_the_clock) {
 
 TEST_F(Constraints, kinds_without_evaluation_are_named) {
     constrain("pointConstraint");
-    EXPECT_TRUE(scene.unevaluated_drivers().empty());
-    Node& normal = make("normalConstraint", "normal");
-    Attribute output;
-    output.long_name = "constraintRotateX";
-    ASSERT_TRUE(normal.add_attribute(output));
+    EXPECT_TRUE(unevaluated().empty());
+    make("normalConstraint", "normal").find_or_add_plug("constraintRotateX");
     connect("normal.constraintRotateX", "b.rx");
-    EXPECT_EQ(scene.unevaluated_drivers(), std::vector<Node*>{&normal});
+    EXPECT_EQ(unevaluated(), std::vector<std::string>{"normal"});
 }
 
 } // namespace

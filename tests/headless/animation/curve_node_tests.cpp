@@ -1,4 +1,3 @@
-#include "headless/animation/animation.h"
 #include "headless/animation/curve_node.h"
 #include "headless/graph/scene.h"
 
@@ -11,8 +10,6 @@ namespace {
 
 class CurveNode : public testing::Test {
 protected:
-    static void SetUpTestSuite() { register_animation(); }
-
     Scene scene;
     Node& curve = **scene.create_node("animCurveTL", "c");
 

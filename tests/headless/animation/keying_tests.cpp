@@ -1,4 +1,3 @@
-#include "headless/animation/animation.h"
 #include "headless/animation/keying.h"
 
 #include <gtest/gtest.h>
@@ -11,8 +10,6 @@ namespace {
 
 class Keying : public testing::Test {
 protected:
-    static void SetUpTestSuite() { register_animation(); }
-
     Scene scene;
     Node& joint = **scene.create_node("joint", "ns:hip");
 

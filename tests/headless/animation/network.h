@@ -1,7 +1,7 @@
 #pragma once
 
-#include "headless/animation/animation.h"
 #include "headless/animation/keying.h"
+#include "headless/graph/drivers.h"
 #include "headless/graph/scene.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +16,6 @@ inline constexpr double degree = std::numbers::pi / 180.0;
 /// Makes networks of nodes in a few lines; plugs are told as "node.attribute".
 class Network : public testing::Test {
 protected:
-    static void SetUpTestSuite() { register_animation(); }
-
     Node& make(const char* type, const char* name, Node* parent = nullptr) {
         return **scene.create_node(type, name, parent);
     }
@@ -40,6 +38,17 @@ protected:
     double number(const std::string& plug) { return scene.evaluate(*scene.find_plug(plug)).number(); }
     Vector3 vector(const std::string& plug) { return scene.evaluate(*scene.find_plug(plug)).vector(); }
     Matrix world(const char* node) { return scene.world_matrix(**scene.find_node(node)); }
+
+    /// The names of what moves a transform of the scene and isn't evaluated.
+    std::vector<std::string> unevaluated() {
+        std::vector<Node*> moving;
+        for (Node* node : scene.nodes()) {
+            if (node->type().is_transform()) moving.push_back(node);
+        }
+        std::vector<std::string> out;
+        for (const Unevaluated& found : find_unevaluated(scene, moving)) out.push_back(found.node->name());
+        return out;
+    }
 
     Scene scene;
 };

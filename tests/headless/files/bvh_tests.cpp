@@ -1,4 +1,3 @@
-#include "headless/animation/animation.h"
 #include "headless/files/bvh_reader.h"
 #include "headless/files/frame_rate.h"
 #include "headless/session.h"
@@ -33,7 +32,6 @@ Rows product(const Rows& a, const Rows& b) {
 
 class Bvh : public testing::Test {
 protected:
-    static void SetUpTestSuite() { register_animation(); }
     Result<void> read(const std::string& text, const BvhOptions& options = {}) {
         return read_bvh_text(scene, text, "walk.bvh", options);
     }

@@ -1,4 +1,3 @@
-#include "headless/animation/animation.h"
 #include "headless/animation/curve_node.h"
 #include "headless/files/ma_reader.h"
 #include "headless/files/ma_writer.h"
@@ -108,7 +107,6 @@ void expect_same_poses(Scene& a, Scene& b, double from, double to) {
 class MaWriterTest : public testing::Test {
 protected:
     MaWriterTest() {
-        register_animation();
         fs::create_directories(folder);
         Session::current().set_message_sink([](MessageKind, const std::string&) {});
     }

@@ -1,5 +1,6 @@
 #include "headless/graph/evaluation.h"
 
+#include "headless/graph/drivers.h"
 #include "headless/graph/scene.h"
 
 #include <gtest/gtest.h>
@@ -30,8 +31,13 @@ protected:
     static void SetUpTestSuite() {
         NodeType& curve = NodeTypes::all().add("testRamp", "animCurveTL", MFn::kAnimCurve);
         curve.compute = ramp;
-        NodeTypes::all().add("testStep", "unitConversion", MFn::kUnitConversion).compute = one_more;
-        NodeTypes::all().add("testPlace", "unitConversion", MFn::kUnitConversion).compute = place;
+        for (const auto& [name, compute] :
+             {std::pair<const char*, Compute>{"testStep", one_more}, {"testPlace", place}}) {
+            NodeType& type = NodeTypes::all().add(name, "node", MFn::kUnitConversion);
+            type.add("input", "i", AttributeKind::number);
+            type.make_output(type.add("output", "o", AttributeKind::number));
+            type.compute = compute;
+        }
     }
 
     Node& make(const char* type, const char* name, Node* parent = nullptr) {
@@ -238,35 +244,41 @@ TEST_F(Evaluation, a_joint_takes_out_its_parent_joints_scale_with_or_without_the
 }
 
 TEST_F(Evaluation, what_moves_a_transform_unevaluated_is_named) {
-    make("joint", "a");
-    make("joint", "b");
-    make("expression", "e");
+    Node& a = make("joint", "a");
+    Node& below = make("joint", "below", &a);
+    Node& b = make("joint", "b");
+    const auto solver = [this](const char* name) { make("vendorSolver", name).find_or_add_plug("out"); };
+    for (const char* name : {"v", "bystander", "member", "behind", "unseen"}) solver(name);
+    make("clipScheduler", "clips").find_or_add_plug("out");
     make("unitConversion", "u");
-    make("vendorSolver", "v");
-    make("vendorSolver", "bystander");
-    make("aimConstraint", "aim");
-    make("ikHandle", "ik");
-    make("ikHandle", "idle");
-    (*scene.find_node("v"))->find_or_add_plug("out");
-    (*scene.find_node("bystander"))->find_or_add_plug("out");
-    connect("e.out[0]", "u.i");
+    make("clamp", "held");
+    connect("clips.out", "u.i");
     connect("u.o", "a.rx");
-    connect("v.out", "b.tx");
+    connect("v.out", "held.ipr");
+    connect("unseen.out", "held.ipg"); // of no use to the component that is taken
+    connect("held.opr", "b.tx");
     connect("bystander.out", "b.radi");
-    connect("aim.message", "ik.hsj"); // anything that says it solves for something
+    make("transform", "aim");
     connect("v.out", "aim.tx");
     connect("aim.tx", "a.ty");
     make("character", "set");
-    make("vendorSolver", "member");
-    (*scene.find_node("member"))->find_or_add_plug("out");
     connect("set.av[1]", "b.ry");
     connect("member.out", "set.av[2]"); // into a value that b.ry doesn't pass through
-    make("vendorSolver", "behind");
-    (*scene.find_node("behind"))->find_or_add_plug("out");
     connect("behind.out", "set.av[1]");
-    std::vector<std::string> names;
-    for (const Node* node : scene.unevaluated_drivers()) names.push_back(node->name());
-    EXPECT_EQ(names, (std::vector<std::string>{"e", "v", "aim", "ik", "behind"}));
+    make("multMatrix", "product");
+    make("decomposeMatrix", "parts");
+    connect("b.wm", "product.i[0]"); // where a node stands counts with all that places it
+    connect("product.o", "parts.imat");
+    connect("parts.otx", "below.tx");
+    const std::vector<Node*> moving{&a, &below, &b};
+    std::vector<std::string> lines;
+    for (const Unevaluated& found : find_unevaluated(scene, moving)) lines.push_back(told(found));
+    EXPECT_EQ(lines,
+              (std::vector<std::string>{
+                  "The vendorSolver 'v' isn't evaluated (nodes of its kind aren't), and moves 'a', 'below' and 'b'",
+                  "The vendorSolver 'behind' isn't evaluated (nodes of its kind aren't), and moves 'below' and 'b'",
+                  "The clipScheduler 'clips' isn't evaluated (its clips aren't), and moves 'a' and 'below'"}));
+    EXPECT_TRUE(find_unevaluated(scene, {}).empty());
 }
 
 } // namespace

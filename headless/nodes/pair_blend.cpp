@@ -1,7 +1,11 @@
-#include "headless/animation/pair_blend.h"
-
+// pairBlend. By axis of translation mode 0 blends, 1 passes the first input on, 2 the second (`translateXMode` and its
+// like); so does `rotateMode` for the rotation. `weight`, kept from 0 to 1, is the second input's share. Rotations
+// blend angle by angle, or along the shorter arc where `rotInterpolation` is 1 (angles by `rotateOrder`). A rotation
+// that is connected on one side alone passes, whatever mode and weight.
 #include "headless/animation/rotation_blend.h"
 #include "headless/graph/scene.h"
+#include "headless/nodes/kinds.h"
+#include "headless/nodes/node_kind.h"
 
 #include <algorithm>
 #include <array>
@@ -100,8 +104,31 @@ Value compute_pair_blend(EvaluationContext& context, Node& node, const Plug& plu
 
 } // namespace
 
-void register_pair_blend() {
-    register_compute("pairBlend", compute_pair_blend);
+void add_pair_blend_kind(NodeTypes& types) {
+    // clang-format off
+    NodeKind blend(types, "pairBlend", "node", MFn::kPairBlend);
+    const auto tell_input = [&blend](const std::string& name, const std::string& brief, const char* which,
+                                     AttributeKind kind) {
+        blend.compound(name + which, brief + which);
+        for (const char* axis : {"Xx", "Yy", "Zz"}) blend.add(name + axis[0] + which, brief + axis[1] + which, kind, 0.0);
+        blend.end();
+    };
+    for (const char* which : {"1", "2"}) {
+        tell_input("inTranslate", "it", which, AttributeKind::distance);
+        tell_input("inRotate", "ir", which, AttributeKind::angle);
+    }
+    blend.number("weight", "w", 1.0)
+        .enumeration("currentDriver", "c")
+        .enumeration("translateXMode", "txm")
+        .enumeration("translateYMode", "tym")
+        .enumeration("translateZMode", "tzm")
+        .enumeration("rotateMode", "rm")
+        .enumeration("rotateOrder", "ro")
+        .enumeration("rotInterpolation", "ri")
+        .vector("outTranslate", "ot", AttributeKind::distance).output()
+        .vector("outRotate", "or", AttributeKind::angle).output()
+        .computes(compute_pair_blend);
+    // clang-format on
 }
 
 } // namespace headless

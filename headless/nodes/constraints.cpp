@@ -1,8 +1,32 @@
-#include "headless/animation/constraints.h"
-
+// Point, orient, parent, aim and scale constraints. Other kinds aren't evaluated.
+//
+// Row vectors, leftmost acts first. For each target i (an element of `target`, `tg` in short):
+// - its pivot in the world: (tt + trp + trt) through tpm;
+// - its orientation in the world: the rotation part of R(tr by tro) JO(tjo) tpm.
+// Inputs that nothing is connected to count as stored. A weight that isn't positive and finite counts as 0.
+//
+// - pointConstraint: the weighted mean of the pivots, plus `offset` along the world's axes (minus, where
+//   `constraintOffsetPolarity` is on), brought into the parent's space through cpim, less crp and crt.
+// - orientConstraint: the mean of the orientations as `interpType` says (see `RotationBlend`), with `offset` (by cro)
+//   acting before it, brought into the parent's space; then freed of the joint orient cjo and told by cro.
+// - parentConstraint: both, where a target's orientation has its `targetOffsetRotate` (by tro) acting before it, and
+//   its point is `targetOffsetTranslate` in the space around its pivot: S(ts) R JO IS, where IS is the inverse of
+//   `targetInverseScale` when `targetScaleCompensate` is on.
+// - aimConstraint: turns `aimVector` from the constrained node's pivot toward the mean of the targets' pivots, and
+//   `upVector` as near as can be to the world's y (`worldUpType` 0), the place of `worldUpMatrix` (1), its turn of
+//   `worldUpVector` (2), or `worldUpVector` (3); with 4 by the shortest turn. Then `offset`, cjo and cro as for the
+//   orientConstraint. With no direction to aim in, `aimVector` keeps its own in the world.
+// - scaleConstraint: the weighted mean of the targets' world scales (the lengths of the rows of S(ts) tpm), times
+//   `offset`, over the scale of the parent. An axis on which the parent has no scale is left as in the world.
+//
+// When no weight counts (or their sum is beyond numbers): the rest position (`restTranslate`, `restRotate`,
+// `restScale`) if `enableRestPosition` is on; else the value stored in the attribute that the output drives, as if the
+// constraint weren't there.
 #include "headless/animation/aim.h"
 #include "headless/animation/rotation_blend.h"
 #include "headless/graph/scene.h"
+#include "headless/nodes/kinds.h"
+#include "headless/nodes/node_kind.h"
 
 #include <array>
 #include <cmath>
@@ -253,16 +277,121 @@ Value compute_constraint(EvaluationContext& context, Node& node, const Plug& plu
     return {};
 }
 
+using enum AttributeKind;
+
+void tell_position(NodeKind& kind) {
+    // clang-format off
+    kind.vector("constraintRotatePivot", "crp", distance)
+        .vector("constraintRotateTranslate", "crt", distance)
+        .vector("constraintTranslate", "ct", distance).output()
+        .vector("restTranslate", "rst", distance);
+    // clang-format on
+}
+
+void tell_rotation(NodeKind& kind) {
+    // clang-format off
+    kind.enumeration("constraintRotateOrder", "cro")
+        .vector("constraintJointOrient", "cjo", angle)
+        .vector("inverseScale", "is", number, 1.0)
+        .boolean("scaleCompensate", "sc")
+        .vector("constraintRotate", "cr", angle).output()
+        .vector("restRotate", "rsrr", angle)
+        .vector("lastTargetRotate", "lr", angle)
+        .enumeration("interpType", "int", 1);
+    // clang-format on
+}
+
+// The list of targets, open for what a kind adds to each.
+NodeKind& begin_targets(NodeKind& kind) {
+    return kind.array_of_compounds("target", "tg")
+        .matrix("targetParentMatrix", "tpm")
+        .number("targetWeight", "tw", 1.0);
+}
+NodeKind& tell_target_position(NodeKind& kind) {
+    return kind.vector("targetTranslate", "tt", distance)
+        .vector("targetRotatePivot", "trp", distance)
+        .vector("targetRotateTranslate", "trt", distance);
+}
+NodeKind& tell_target_rotation(NodeKind& kind) {
+    return kind.vector("targetRotate", "tr", angle)
+        .enumeration("targetRotateOrder", "tro")
+        .vector("targetJointOrient", "tjo", angle);
+}
+
+NodeKind evaluated(NodeTypes& types, const char* name, MFn::Type api_type) {
+    NodeKind kind(types, name, "constraint", api_type);
+    kind.computes(compute_constraint).keeps([](Node& node) -> std::unique_ptr<NodeData> {
+        return std::make_unique<ConstraintData>(node.type());
+    });
+    return kind;
+}
+
+void add_aim(NodeTypes& types) {
+    // clang-format off
+    NodeKind aim = evaluated(types, "aimConstraint", MFn::kAimConstraint);
+    tell_target_position(begin_targets(aim)).end();
+    aim.vector("constraintTranslate", "ct", distance)
+        .vector("constraintRotatePivot", "crp", distance)
+        .vector("constraintRotateTranslate", "crt", distance)
+        .enumeration("constraintRotateOrder", "cro")
+        .vector("constraintJointOrient", "cjo", angle)
+        .parts("aimVector", "a", number, {"Xx", "Yy", "Zz"}, {1, 0, 0})
+        .parts("upVector", "u", number, {"Xx", "Yy", "Zz"}, {0, 1, 0})
+        .parts("worldUpVector", "wu", number, {"Xx", "Yy", "Zz"}, {0, 1, 0})
+        .matrix("worldUpMatrix", "wum")
+        .enumeration("worldUpType", "wut", 3)
+        .vector("offset", "o", angle)
+        .vector("restRotate", "rsrr", angle)
+        .vector("constraintRotate", "cr", angle).output();
+    // clang-format on
+}
+
 } // namespace
 
-void register_constraints() {
-    for (const char* type :
-         {"pointConstraint", "orientConstraint", "parentConstraint", "aimConstraint", "scaleConstraint"}) {
-        register_node_data(type, [](Node& node) -> std::unique_ptr<NodeData> {
-            return std::make_unique<ConstraintData>(node.type());
+void add_constraint_kinds(NodeTypes& types) {
+    // clang-format off
+    NodeKind(types, "constraint", "transform", MFn::kConstraint)
+        .matrix("constraintParentInverseMatrix", "cpim")
+        .boolean("enableRestPosition", "erp", true);
+
+    NodeKind point = evaluated(types, "pointConstraint", MFn::kPointConstraint);
+    tell_target_position(begin_targets(point)).end();
+    tell_position(point);
+    point.vector("offset", "o", distance).boolean("constraintOffsetPolarity", "cop");
+
+    NodeKind orient = evaluated(types, "orientConstraint", MFn::kOrientConstraint);
+    tell_target_rotation(begin_targets(orient)).end();
+    tell_rotation(orient);
+    orient.vector("offset", "o", angle);
+
+    NodeKind parent = evaluated(types, "parentConstraint", MFn::kParentConstraint);
+    tell_target_rotation(tell_target_position(begin_targets(parent)))
+        .vector("targetScale", "ts", number, 1.0)
+        .boolean("targetScaleCompensate", "tsc")
+        .vector("targetInverseScale", "tis", number, 1.0)
+        .vector("targetOffsetTranslate", "tot", distance)
+        .vector("targetOffsetRotate", "tor", angle)
+        .end();
+    tell_position(parent);
+    tell_rotation(parent);
+
+    add_aim(types);
+
+    NodeKind scale = evaluated(types, "scaleConstraint", MFn::kScaleConstraint);
+    begin_targets(scale).vector("targetScale", "ts", number, 1.0).end();
+    scale.vector("offset", "o", number, 1.0)
+        .vector("restScale", "rs", number, 1.0)
+        .vector("constraintScale", "cs", number, 1.0).output();
+
+    for (const auto& [name, type] : {std::pair{"poleVectorConstraint", MFn::kPoleVectorConstraint},
+                                     {"geometryConstraint", MFn::kGeometryConstraint},
+                                     {"normalConstraint", MFn::kNormalConstraint},
+                                     {"tangentConstraint", MFn::kTangentConstraint},
+                                     {"symmetryConstraint", MFn::kSymmetryConstraint}})
+        NodeKind(types, name, "constraint", type).falls_short([](const Node&) {
+            return std::string("constraints of its kind aren't");
         });
-        register_compute(type, compute_constraint);
-    }
+    // clang-format on
 }
 
 } // namespace headless

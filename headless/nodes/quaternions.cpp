@@ -1,0 +1,104 @@
+#include "headless/animation/rotation_blend.h"
+#include "headless/nodes/kinds.h"
+#include "headless/nodes/node_kind.h"
+
+#include <cmath>
+
+namespace headless {
+namespace {
+
+using enum AttributeKind;
+
+Quaternion conjugate(const Quaternion& q) {
+    return {-q.x, -q.y, -q.z, q.w};
+}
+Quaternion scaled(const Quaternion& q, double by) {
+    return {q.x * by, q.y * by, q.z * by, q.w * by};
+}
+double squared_length(const Quaternion& q) {
+    return q.x * q.x + q.y * q.y + q.z * q.z + q.w * q.w;
+}
+Quaternion normalized(const Quaternion& q) {
+    const double size = std::sqrt(squared_length(q));
+    return size > 0.0 ? scaled(q, 1.0 / size) : Quaternion{};
+}
+Quaternion inverse_of(const Quaternion& q) {
+    const double size = squared_length(q);
+    return size > 0.0 ? scaled(conjugate(q), 1.0 / size) : Quaternion{};
+}
+Quaternion sum(const Quaternion& a, const Quaternion& b) {
+    return {a.x + b.x, a.y + b.y, a.z + b.z, a.w + b.w};
+}
+
+Quaternion from_axis(const Vector3& axis, double angle) {
+    const double size = length(axis);
+    if (!(size > 0.0)) return {};
+    const double s = std::sin(angle / 2) / size;
+    return {axis.x * s, axis.y * s, axis.z * s, std::cos(angle / 2)};
+}
+double angle_of(const Quaternion& q) {
+    return 2.0 * std::atan2(std::sqrt(q.x * q.x + q.y * q.y + q.z * q.z), q.w);
+}
+Vector3 axis_of(const Quaternion& q) {
+    const double size = std::sqrt(q.x * q.x + q.y * q.y + q.z * q.z);
+    return size > 0.0 ? Vector3{q.x, q.y, q.z} * (1.0 / size) : Vector3{1, 0, 0};
+}
+
+NodeKind of_one(NodeTypes& types, const char* name, Quaternion (*formula)(const Quaternion&)) {
+    NodeKind kind(types, name, "node", MFn::kDependencyNode);
+    kind.quaternion("inputQuat", "iq").quaternion("outputQuat", "oq").from({"iq"}, formula);
+    return kind;
+}
+
+void of_two(NodeTypes& types, const char* name, Quaternion (*formula)(const Quaternion&, const Quaternion&)) {
+    NodeKind(types, name, "node", MFn::kDependencyNode)
+        .quaternion("input1Quat", "iq1")
+        .quaternion("input2Quat", "iq2")
+        .quaternion("outputQuat", "oq")
+        .from({"iq1", "iq2"}, formula);
+}
+
+} // namespace
+
+void add_quaternion_kinds(NodeTypes& types) {
+    of_one(types, "quatConjugate", conjugate);
+    of_one(types, "quatInvert", inverse_of);
+    of_one(types, "quatNormalize", normalized);
+    of_one(types, "quatNegate", [](const Quaternion& q) { return scaled(q, -1.0); });
+    of_two(types, "quatAdd", sum);
+    of_two(types, "quatSub", [](const Quaternion& a, const Quaternion& b) { return sum(a, scaled(b, -1.0)); });
+    of_two(types, "quatProd", [](const Quaternion& a, const Quaternion& b) { return a * b; });
+    // clang-format off
+    NodeKind(types, "quatSlerp", "node", MFn::kDependencyNode)
+        .quaternion("input1Quat", "iq1")
+        .quaternion("input2Quat", "iq2")
+        .number("inputT", "t")
+        .enumeration("angleInterpolation", "ai")
+        .quaternion("outputQuat", "oq").from({"iq1", "iq2", "t", "ai"},
+            [](const Quaternion& a, const Quaternion& b, double part, std::int64_t arc) {
+                return slerp(a, b, part, arc == 1 ? ArcChoice::longest : ArcChoice::shortest);
+            });
+    NodeKind(types, "eulerToQuat", "node", MFn::kDependencyNode)
+        .vector("inputRotate", "irt", angle)
+        .enumeration("inputRotateOrder", "iro")
+        .quaternion("outputQuat", "oq").from({"irt", "iro"}, [](const Vector3& angles, RotateOrder order) {
+            return to_quaternion(euler_to_matrix(angles, order));
+        });
+    NodeKind(types, "quatToEuler", "node", MFn::kDependencyNode)
+        .quaternion("inputQuat", "iq")
+        .enumeration("inputRotateOrder", "iro")
+        .vector("outputRotate", "ort", angle).from({"iq", "iro"}, [](const Quaternion& q, RotateOrder order) {
+            return matrix_to_euler(to_matrix(normalized(q)), order);
+        });
+    NodeKind(types, "axisAngleToQuat", "node", MFn::kDependencyNode)
+        .parts("inputAxis", "ia", number, {"Xx", "Yy", "Zz"}, {1, 0, 0})
+        .angle("inputAngle", "iang")
+        .quaternion("outputQuat", "oq").from({"ia", "iang"}, from_axis);
+    NodeKind(types, "quatToAxisAngle", "node", MFn::kDependencyNode)
+        .quaternion("inputQuat", "iq")
+        .vector("outputAxis", "oa").from({"iq"}, axis_of)
+        .angle("outputAngle", "oang").from({"iq"}, angle_of);
+    // clang-format on
+}
+
+} // namespace headless
