@@ -7,7 +7,7 @@
 #include "fuzz/sandbox.h"
 #include "headless/session.h"
 #include "host/plugin/plugin.h"
-#include "tools/vor2/command_line.h"
+#include "tools/vor2/cli/command_line.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "tools/vor2/command_line.h"
-#include "tools/vor2/system.h"
+#include "tools/vor2/cli/command_line.h"
+#include "tools/vor2/cli/system.h"
 
 int main(int argument_count, char** arguments) {
     tool::prepare_process();

@@ -1,11 +1,10 @@
 #include "format/geometry/scene_check.h"
-#include "tools/vor2/jobs.h"
-#include "tools/vor2/json_writer.h"
-#include "tools/vor2/messages.h"
-#include "tools/vor2/output_set.h"
-#include "tools/vor2/scene_file.h"
-#include "tools/vor2/strict_check.h"
-#include "tools/vor2/verb.h"
+#include "inspect/check_document.h"
+#include "tools/vor2/cli/jobs.h"
+#include "tools/vor2/cli/messages.h"
+#include "tools/vor2/cli/output_set.h"
+#include "tools/vor2/cli/scene_file.h"
+#include "tools/vor2/verbs/verb.h"
 
 #include <vector>
 
@@ -13,44 +12,7 @@ namespace tool {
 namespace {
 
 using namespace VOR2_LOADER;
-
-constexpr std::size_t most_positions = 5;
-
-/// What the library's report says of one mesh.
-struct MeshBlock {
-    std::string name;
-    std::vector<std::string> channels;
-    std::vector<std::string> positions; ///< of vertices with a bad normal
-};
-
-/// The report's lines by mesh. They begin "Object Name: NAME. Max mapping channel: " or
-/// "Object Name: NAME - has a vertex at the following position (X , Y , Z) ".
-std::vector<MeshBlock> blocks_of(std::string_view report) {
-    static constexpr std::string_view start = "Object Name: ", channel = ". Max mapping channel: ",
-                                      normal = " - has a vertex at the following position ";
-    std::vector<MeshBlock> blocks;
-    for (std::size_t at = 0; at < report.size();) {
-        const std::size_t end = std::min(report.find("\r\n", at), report.size());
-        const std::string_view line = report.substr(at, end - at);
-        at = end + 2;
-        if (!line.starts_with(start)) continue;
-        // A name may hold either mark; the line's own is the last.
-        const auto place = [line](std::string_view mark) { return line.rfind(mark) + 1; };
-        const bool is_channel = place(channel) > place(normal);
-        const std::string_view mark = is_channel ? channel : normal;
-        if (place(mark) == 0) continue;
-        const std::size_t split = place(mark) - 1;
-        const std::string_view name = line.substr(start.size(), split - start.size());
-        const std::string_view rest = line.substr(split + mark.size());
-        if (blocks.empty() || blocks.back().name != name) blocks.push_back({std::string(name), {}, {}});
-        if (is_channel) {
-            blocks.back().channels.emplace_back(rest);
-        } else {
-            blocks.back().positions.emplace_back(rest.substr(0, rest.find(')') + 1));
-        }
-    }
-    return blocks;
-}
+using namespace vor2::inspect;
 
 VECTOR_3 as_stored(VECTOR_3 position) {
     return position;
@@ -101,10 +63,9 @@ private:
         scene.matrix_hierarchy.set_time(scene.environment.time_range.start);
         check_scene(scene, report, false, nullptr, false, as_stored);
         scene.matrix_hierarchy = as_loaded;
-        const std::vector<MeshBlock> blocks = blocks_of(report.view());
         TextOut out(stdout);
-        const std::uint64_t found = json_ ? print_json(scene, file, blocks, out) : print_text(scene, file, blocks, out);
-        bool good = out.finish() && found == 0;
+        const std::uint64_t found = print({scene, file, library_name(file), report.view(), strict_}, out);
+        bool good = finish(out) && found == 0;
         if (!report_.empty() && report.length() > 0) good = write_report(report) && good;
         if (!fixed_.empty()) {
             leave_out_missing_references(scene, file);
@@ -112,6 +73,14 @@ private:
             good = save_scene(scene, fixed_, allow_outside_) && good;
         }
         return good ? exit_done : exit_refused;
+    }
+
+    std::uint64_t print(const CheckedScene& checked, TextOut& out) const {
+        using Layout = JsonWriter::Layout;
+        if (json_) return write_check_json(checked, files_.size() > 1 ? Layout::line : Layout::indented, out);
+        const std::uint64_t found = write_check_text(checked, out);
+        if (found == 0 && !is_quiet()) out.put(checked.file + ": no problems\n");
+        return found;
     }
 
     bool write_report(const NARROW_TEXT& report) const {
@@ -125,81 +94,6 @@ private:
             return false;
         }
         return output.commit();
-    }
-
-    std::uint64_t print_text(const VOR2& scene, const std::string& file, const std::vector<MeshBlock>& blocks,
-                             TextOut& out) const {
-        std::uint64_t found = 0;
-        for (const MeshBlock& block : blocks) {
-            found += block.channels.size() + block.positions.size();
-            out.put(file + ": mesh \"" + block.name + "\"\n");
-            for (const std::string& channel : block.channels) out.put("  mapping channel " + channel + "\n");
-            if (block.positions.empty()) continue;
-            out.put("  bad normals: " + std::to_string(block.positions.size()) + ", at");
-            for (std::size_t i = 0; i < std::min(block.positions.size(), most_positions); ++i)
-                out.put(" " + block.positions[i]);
-            out.put(block.positions.size() > most_positions ? " ...\n" : "\n");
-        }
-        if (strict_) {
-            found += check_strictly(scene, library_name(file), [&](const Finding& finding) {
-                out.put(file + ": " + finding.record);
-                if (!finding.name.empty()) out.put(" " + tool::quoted(finding.name));
-                out.put(" " + finding.field + ": " + finding.value + ": " + finding.complaint + "\n");
-            });
-        }
-        if (found == 0 && !is_quiet()) out.put(file + ": no problems\n");
-        return found;
-    }
-
-    std::uint64_t print_json(const VOR2& scene, const std::string& file, const std::vector<MeshBlock>& blocks,
-                             TextOut& out) const {
-        JsonWriter json(out, files_.size() > 1 ? JsonWriter::Layout::line : JsonWriter::Layout::indented);
-        std::uint64_t found = 0;
-        json.begin_object();
-        json.key("file");
-        json.text(file);
-        json.key("meshes");
-        json.begin_array();
-        for (const MeshBlock& block : blocks) {
-            found += block.channels.size() + block.positions.size();
-            json.begin_object();
-            put(json, "name", block.name);
-            put_list(json, "mapping_channels", block.channels);
-            put_list(json, "bad_normals_at", block.positions);
-            json.end_object();
-        }
-        json.end_array();
-        if (strict_) {
-            json.key("findings");
-            json.begin_array();
-            found += check_strictly(scene, library_name(file), [&json](const Finding& finding) {
-                json.begin_object();
-                put(json, "record", finding.record);
-                json.key("name");
-                json.text(finding.name);
-                put(json, "field", finding.field);
-                put(json, "value", finding.value);
-                put(json, "complaint", finding.complaint);
-                json.end_object();
-            });
-            json.end_array();
-        }
-        json.key("count");
-        json.number(found);
-        json.end_object();
-        json.finish();
-        return found;
-    }
-
-    static void put(JsonWriter& json, std::string_view key, const std::string& text) {
-        json.key(key);
-        json.text(std::string_view(text));
-    }
-    static void put_list(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
-        json.key(key);
-        json.begin_array();
-        for (const std::string& text : texts) json.text(std::string_view(text));
-        json.end_array();
     }
 
     std::vector<std::string> files_;

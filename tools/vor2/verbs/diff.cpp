@@ -1,40 +1,12 @@
-#include "tools/vor2/json_writer.h"
-#include "tools/vor2/messages.h"
-#include "tools/vor2/scene_diff.h"
-#include "tools/vor2/scene_file.h"
-#include "tools/vor2/verb.h"
+#include "inspect/diff_document.h"
+#include "tools/vor2/cli/messages.h"
+#include "tools/vor2/cli/scene_file.h"
+#include "tools/vor2/verbs/verb.h"
 
 namespace tool {
 namespace {
 
-void write_line(const Difference& difference, TextOut& out) {
-    out.put(difference.record);
-    if (difference.index) out.put("[" + std::to_string(*difference.index) + "]");
-    if (!difference.name.empty()) out.put(" " + quoted(difference.name));
-    if (!difference.field.empty()) out.put(" " + difference.field);
-    out.put(": " + difference.first + " | " + difference.second + "\n");
-}
-
-void write_json(const Difference& difference, JsonWriter& json) {
-    json.begin_object();
-    json.key("record");
-    json.text(difference.record);
-    json.key("index");
-    if (difference.index) {
-        json.number(std::uint64_t{*difference.index});
-    } else {
-        json.null();
-    }
-    json.key("name");
-    json.text(difference.name);
-    json.key("field");
-    json.text(difference.field);
-    json.key("a");
-    json.text(difference.first);
-    json.key("b");
-    json.text(difference.second);
-    json.end_object();
-}
+using namespace vor2::inspect;
 
 class DiffVerb final : public Verb {
 public:
@@ -67,34 +39,13 @@ public:
         const bool loaded = load_scene(first, first_);
         if (!load_scene(second, second_) || !loaded) return exit_refused;
         TextOut out(stdout);
-        const std::uint64_t count = json_ ? print_json(first, second, out) : print_lines(first, second, out);
-        if (!out.finish()) return exit_refused;
+        const std::uint64_t count =
+            (json_ ? write_diff_json : write_diff_text)({first, second, first_, second_}, options_, out);
+        if (!finish(out)) return exit_refused;
         return count == 0 ? exit_done : exit_refused;
     }
 
 private:
-    std::uint64_t print_lines(const VOR2_LOADER::VOR2& first, const VOR2_LOADER::VOR2& second, TextOut& out) const {
-        return compare_scenes(first, second, options_, [&out](const Difference& d) { write_line(d, out); });
-    }
-    std::uint64_t print_json(const VOR2_LOADER::VOR2& first, const VOR2_LOADER::VOR2& second, TextOut& out) const {
-        JsonWriter json(out, JsonWriter::Layout::indented);
-        json.begin_object();
-        json.key("a");
-        json.text(first_);
-        json.key("b");
-        json.text(second_);
-        json.key("differences");
-        json.begin_array();
-        const std::uint64_t count =
-            compare_scenes(first, second, options_, [&json](const Difference& d) { write_json(d, json); });
-        json.end_array();
-        json.key("count");
-        json.number(count);
-        json.end_object();
-        json.finish();
-        return count;
-    }
-
     std::string first_, second_;
     std::optional<double> tolerance_;
     DiffOptions options_;

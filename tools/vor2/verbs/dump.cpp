@@ -1,11 +1,14 @@
 #include "format/core/record_visitor.h"
-#include "tools/vor2/dump_text.h"
-#include "tools/vor2/record_json.h"
-#include "tools/vor2/scene_file.h"
-#include "tools/vor2/verb.h"
+#include "inspect/dump_text.h"
+#include "inspect/record_json.h"
+#include "tools/vor2/cli/messages.h"
+#include "tools/vor2/cli/scene_file.h"
+#include "tools/vor2/verbs/verb.h"
 
 namespace tool {
 namespace {
+
+using namespace vor2::inspect;
 
 class DumpVerb final : public Verb {
 public:
@@ -34,7 +37,7 @@ public:
         } else {
             write_scene_text(scene, out);
         }
-        return out.finish() ? exit_done : exit_refused;
+        return finish(out) ? exit_done : exit_refused;
     }
 
 private:

@@ -1,14 +1,14 @@
 #include "host/export/mesh_export.h"
-#include "tools/vor2/default_nodes.h"
-#include "tools/vor2/host_session.h"
-#include "tools/vor2/jobs.h"
-#include "tools/vor2/json_writer.h"
-#include "tools/vor2/messages.h"
-#include "tools/vor2/output_names.h"
-#include "tools/vor2/output_set.h"
-#include "tools/vor2/problems_dialog.h"
-#include "tools/vor2/progress.h"
-#include "tools/vor2/verb.h"
+#include "inspect/json_writer.h"
+#include "tools/vor2/cli/default_nodes.h"
+#include "tools/vor2/cli/host_session.h"
+#include "tools/vor2/cli/jobs.h"
+#include "tools/vor2/cli/messages.h"
+#include "tools/vor2/cli/output_names.h"
+#include "tools/vor2/cli/output_set.h"
+#include "tools/vor2/cli/problems_dialog.h"
+#include "tools/vor2/cli/progress.h"
+#include "tools/vor2/verbs/verb.h"
 
 namespace tool {
 namespace {
@@ -119,7 +119,7 @@ private:
         const std::pair<const char*, const std::optional<double>*> numbers[] = {
             {"-start", &start_}, {"-stop", &stop_}, {"-sampleAt", &sample_at_}};
         for (const auto& [flag, number] : numbers) {
-            if (*number) words.insert(words.end(), {flag, shortest(**number)});
+            if (*number) words.insert(words.end(), {flag, vor2::inspect::shortest(**number)});
         }
         const std::pair<const char*, const std::string*> texts[] = {{"-stripNamespace", &strip_namespace_},
                                                                     {"-rotate180", &rotate_180_},

@@ -1,10 +1,10 @@
 #include "headless/files/text_file.h"
-#include "tools/vor2/host_session.h"
-#include "tools/vor2/line_outputs.h"
-#include "tools/vor2/messages.h"
-#include "tools/vor2/output_set.h"
-#include "tools/vor2/progress.h"
-#include "tools/vor2/verb.h"
+#include "tools/vor2/cli/host_session.h"
+#include "tools/vor2/cli/line_outputs.h"
+#include "tools/vor2/cli/messages.h"
+#include "tools/vor2/cli/output_set.h"
+#include "tools/vor2/cli/progress.h"
+#include "tools/vor2/verbs/verb.h"
 
 namespace tool {
 namespace {

@@ -1,12 +1,12 @@
 #include "support/platform/native_path.h"
-#include "tools/vor2/host_session.h"
-#include "tools/vor2/jobs.h"
-#include "tools/vor2/messages.h"
-#include "tools/vor2/output_names.h"
-#include "tools/vor2/output_set.h"
-#include "tools/vor2/progress.h"
-#include "tools/vor2/scene_file.h"
-#include "tools/vor2/verb.h"
+#include "tools/vor2/cli/host_session.h"
+#include "tools/vor2/cli/jobs.h"
+#include "tools/vor2/cli/messages.h"
+#include "tools/vor2/cli/output_names.h"
+#include "tools/vor2/cli/output_set.h"
+#include "tools/vor2/cli/progress.h"
+#include "tools/vor2/cli/scene_file.h"
+#include "tools/vor2/verbs/verb.h"
 
 namespace tool {
 namespace {

@@ -1,10 +1,13 @@
-#include "tools/vor2/info_screen.h"
-#include "tools/vor2/jobs.h"
-#include "tools/vor2/scene_file.h"
-#include "tools/vor2/verb.h"
+#include "inspect/info_screen.h"
+#include "tools/vor2/cli/jobs.h"
+#include "tools/vor2/cli/messages.h"
+#include "tools/vor2/cli/scene_file.h"
+#include "tools/vor2/verbs/verb.h"
 
 namespace tool {
 namespace {
+
+using namespace vor2::inspect;
 
 class InfoVerb final : public Verb {
 public:
@@ -43,7 +46,7 @@ private:
             if (index > 0) out.put('\n');
             write_info_screen(facts, all_ ? facts.nodes.size() : rows_in_a_screen, out);
         }
-        return out.finish() ? exit_done : exit_refused;
+        return finish(out) ? exit_done : exit_refused;
     }
 
     static constexpr std::size_t rows_in_a_screen = 40;

@@ -1,5 +1,5 @@
-#include "tools/vor2/scene_file.h"
-#include "tools/vor2/verb.h"
+#include "tools/vor2/cli/scene_file.h"
+#include "tools/vor2/verbs/verb.h"
 
 namespace tool {
 namespace {
