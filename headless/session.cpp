@@ -2,6 +2,7 @@
 
 #include "headless/api/translators.h"
 #include "headless/files/formats.h"
+#include "headless/graph/drivers.h"
 #include "headless/script/interpreter.h"
 #include "support/platform/native_path.h"
 
@@ -129,6 +130,30 @@ Result<void> Session::import_file(const std::string& path, const std::string& ty
 Result<void> Session::export_selected(const std::string& path, const std::string& type) {
     if (scene_->selection.items().empty()) return Error{"Nothing is selected to be exported"};
     return write_through_translator(*this, path, type, MPxFileTranslator::kExportActiveAccessMode);
+}
+
+void Session::note_asked(const Node& node) {
+    if (plugins_at_work_ > 0 && asked_serials_.insert(node.handle().serial).second) asked_.push_back(node.handle());
+}
+
+PluginWork::PluginWork(Session& session) : session_(session) {
+    if (++session_.plugins_at_work_ > 1) return;
+    session_.doubts_.clear();
+    session_.scene().forget_evaluation_errors();
+}
+
+PluginWork::~PluginWork() {
+    if (--session_.plugins_at_work_ > 0) return;
+    Scene& scene = session_.scene();
+    std::vector<Node*> moving;
+    for (const NodeHandle handle : session_.asked_) {
+        if (Node* node = scene.find(handle)) moving.push_back(node);
+    }
+    session_.asked_.clear();
+    session_.asked_serials_.clear();
+    for (const Unevaluated& found : find_unevaluated(scene, moving)) session_.doubts_.push_back(told(found));
+    for (std::string& error : scene.take_evaluation_errors()) session_.doubts_.push_back(std::move(error));
+    for (const std::string& doubt : session_.doubts_) session_.warning(doubt);
 }
 
 Result<CommandResult> Session::run_mel(const std::string& text) {

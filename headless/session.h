@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 class MObject;
@@ -14,6 +15,8 @@ class MStatus;
 class MSyntax;
 
 namespace headless {
+
+class Session;
 
 enum class MessageKind { info, warning, error, result };
 
@@ -32,6 +35,20 @@ struct CommandResult {
 /// Reads a scene file into a scene, adding to what is there.
 using SceneReader = std::function<Result<void>(Scene& scene, const std::string& path)>;
 using SceneWriter = std::function<Result<void>(Scene& scene, const std::string& path)>;
+
+/// Stands while a plug-in works on the scene. At the end of the outermost one the host warns of what moves the nodes
+/// that the plug-in asked about and isn't evaluated, and of evaluations that came to no end: what was made of these
+/// isn't the scene's motion.
+class PluginWork {
+public:
+    explicit PluginWork(Session& session);
+    ~PluginWork();
+    PluginWork(const PluginWork&) = delete;
+    PluginWork& operator=(const PluginWork&) = delete;
+
+private:
+    Session& session_;
+};
 
 /// The embedded host: one scene, the plug-ins loaded into it, and where its messages go. The public API's static
 /// classes speak to the current session; one is made at the first question. Everything runs on one thread.
@@ -97,10 +114,16 @@ public:
     };
     std::map<std::string, Translator, std::less<>> translators;
     std::map<std::string, Command, std::less<>> commands;
+    /// The warnings at the end of the last work of a plug-in.
+    const std::vector<std::string>& doubts() const { return doubts_; }
+    /// Takes down that a plug-in asked where a node stands; of no effect while none is working.
+    void note_asked(const Node& node);
+
     std::string registering_plugin; ///< whose initialize or uninitialize is running; empty outside of both
     CommandResult command_result;   ///< of the plug-in command that is running
 
 private:
+    friend class PluginWork;
     Session();
     Result<void> read(const std::string& path, const std::string& type, bool import);
     void forget_plugin(const std::string& name);
@@ -110,6 +133,10 @@ private:
     std::map<std::string, SceneReader, std::less<>> readers_;
     std::map<std::string, SceneWriter, std::less<>> writers_;
     Interpreter mel_, python_;
+    int plugins_at_work_ = 0;
+    std::unordered_set<std::uint32_t> asked_serials_;
+    std::vector<NodeHandle> asked_;
+    std::vector<std::string> doubts_;
     struct Plugin {
         PluginFunction initialize = nullptr, uninitialize = nullptr;
     };

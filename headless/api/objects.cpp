@@ -211,6 +211,7 @@ MStatus MDagPath::extendToShapeDirectlyBelow(unsigned int i) {
 
 MMatrix MDagPath::inclusiveMatrix(MStatus* status) const {
     if (!isValid()) return fail(status, MMatrix());
+    if (const Node* leaf = Access::scene().find(Access::path(*this).leaf())) Session::current().note_asked(*leaf);
     EvaluationContext context(Access::scene());
     return succeed(status, matrix(context.world_matrix(Access::path(*this))));
 }

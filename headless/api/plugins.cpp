@@ -147,7 +147,10 @@ Result<CommandResult> Session::run_command(const std::string& name, const std::v
     if (command.syntax) Access::set_syntax(*made, syntax);
     // A command may run further ones; each has a result of its own.
     CommandResult before = std::exchange(command_result, {});
-    const MStatus status = made->doIt(words);
+    const MStatus status = [&] {
+        const PluginWork work(*this);
+        return made->doIt(words);
+    }();
     CommandResult result = std::exchange(command_result, std::move(before));
     if (!status) return Error{"The command '" + name + "' failed"};
     return result;

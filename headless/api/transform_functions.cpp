@@ -58,6 +58,7 @@ MObject MFnTransform::create(MObject parent, MStatus* status) {
 MTransformationMatrix MFnTransform::transformation(MStatus* status) const {
     Node* node = Access::node(object_);
     if (!node) return fail(status, MTransformationMatrix());
+    Session::current().note_asked(*node);
     EvaluationContext context(Access::scene());
     const Matrix& local = context.local_matrix(*node);
     return succeed(status, Access::transformation(local, context.current_values(*node)));

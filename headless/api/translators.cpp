@@ -107,6 +107,7 @@ Result<void> write_through_translator(Session& session, const std::string& path,
     const MString extension = (*translator)->defaultExtension();
     if (!has_extension(path) && extension.length() > 0) whole += "." + Access::text(extension);
     const ModeScope scope(mode);
+    const PluginWork work(session);
     const MStatus status = (*translator)->writer(file_of(whole), MString(), mode);
     if (!status) return Error{"Error saving file", whole};
     return {};

@@ -151,6 +151,11 @@ void Scene::report_evaluation_error(const std::string& message) {
     if (reported_.insert(message).second) evaluation_errors_.push_back(message);
 }
 
+void Scene::forget_evaluation_errors() {
+    evaluation_errors_.clear();
+    reported_.clear();
+}
+
 void Scene::add_default_nodes() {
     static constexpr std::pair<const char*, const char*> table[] = {
         {"time", "time1"},

@@ -103,6 +103,7 @@ public:
     /// What went wrong in evaluations since last asked, each plug once.
     std::vector<std::string> take_evaluation_errors();
     void report_evaluation_error(const std::string& message);
+    void forget_evaluation_errors(); ///< so that each is reported once more
 
     // The selection.
     SelectionList selection;
