@@ -120,6 +120,37 @@ setAttr -s 1 ".fc[0]" -type "polyFaces" f 3 0 1 2 mu 0 3 0 1 2;
     EXPECT_EQ(listing(), (Names{"a.txt", "a.vr2", "b.txt", "b.vr2", "broken.ma", "c.txt", "walk.ma"}));
 }
 
+TEST_F(HostVerbs, what_moves_joints_and_is_not_evaluated_refuses_the_export) {
+    const std::string clips = walk + R"(createNode clipScheduler -n "clips";
+createNode clamp -n "held";
+connectAttr "clips.out" "held.ipr";
+createNode vendorCamera -n "bystander";
+connectAttr "held.opr" "biped:knee.)";
+    write("clips.ma", clips + "rx\";\n");
+    write("out.vr2", "the last export");
+    const std::string line = "The clipScheduler 'clips' isn't evaluated (its clips aren't), and moves 'biped:knee'";
+    expect_refused({"export", "clips.ma", "-o", "out.vr2"}, "clips.ma", line);
+    EXPECT_EQ(read("out.vr2"), "the last export");
+    const Outcome told = run({"export", "clips.ma", "-o", "out.vr2", "--json"});
+    EXPECT_EQ(told.exit_code, 1);
+    const Json report = Json::parse(told.out);
+    EXPECT_FALSE(report["exported"].get<bool>());
+    EXPECT_EQ(report["unevaluated"], Json::parse(R"([{"node": "clips", "kind": "clipScheduler",
+                                                      "why": "its clips aren't", "moves": ["biped:knee"]}])"));
+
+    const Outcome allowed = run({"export", "clips.ma", "-o", "out.vr2", "--allow-unevaluated"});
+    EXPECT_EQ(allowed.exit_code, 0);
+    EXPECT_NE(allowed.err.find("vor2: clips.ma: warning: " + line + "\n"), std::string::npos) << allowed.err;
+    const Outcome by_hand = run({"host", "clips.ma", "-c", "VOR2Export -f \"by_hand.vr2\" -enl \"biped:hips\""});
+    EXPECT_EQ(by_hand.exit_code, 0);
+    EXPECT_NE(by_hand.err.find(line), std::string::npos) << by_hand.err;
+    // What only a radius hangs on moves nothing.
+    write("clips.ma", clips + "radi\";\n");
+    const Outcome still = run({"export", "clips.ma", "-o", "out.vr2"});
+    EXPECT_EQ(still.exit_code, 0) << still.err;
+    EXPECT_EQ(still.err.find("isn't evaluated"), std::string::npos) << still.err;
+}
+
 TEST_F(HostVerbs, an_export_can_be_repeated_to_the_byte) {
     const Names line{"export", "walk.ma", "-o", "a.vr2", "--user", "anna"};
     Names stamped = line;

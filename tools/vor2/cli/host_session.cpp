@@ -113,7 +113,8 @@ void HostSession::take_message(headless::MessageKind kind, const std::string& te
         // The host names the file itself where it knows it.
         const std::string named = file_ + ":";
         const std::string_view rest = std::string_view(text).substr(text.starts_with(named) ? named.size() : 0);
-        note(named + " warning: " + std::string(rest.substr(rest.starts_with(' ') ? 1 : 0)));
+        warnings_.emplace_back(rest.substr(rest.starts_with(' ') ? 1 : 0));
+        note(named + " warning: " + warnings_.back());
     } else if (talk_ == Talk::everything) {
         platform::print_line((kind == headless::MessageKind::result ? "Result: " : "") + text);
     }

@@ -55,6 +55,8 @@ public:
     /// What is worked on from here on: what problems name.
     void work_on(std::string file) { file_ = std::move(file); }
     bool is_equipped() const { return is_equipped_; }
+    /// What was told as notes about the file so far.
+    const std::vector<std::string>& warnings() const { return warnings_; }
 
 private:
     void begin_step();
@@ -67,6 +69,7 @@ private:
     Talk talk_;
     std::string first_error_; ///< of the present step
     std::size_t told_before_ = 0;
+    std::vector<std::string> warnings_;
     bool is_equipped_ = false;
 };
 

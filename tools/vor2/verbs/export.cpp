@@ -8,10 +8,13 @@
 #include "tools/vor2/cli/output_set.h"
 #include "tools/vor2/cli/problems_dialog.h"
 #include "tools/vor2/cli/progress.h"
+#include "tools/vor2/cli/unevaluated.h"
 #include "tools/vor2/verbs/verb.h"
 
 namespace tool {
 namespace {
+
+using namespace vor2::inspect;
 
 /// The plug-in puts the name between double quotes of a Python line as it stands; spelled like this, Python reads
 /// back the very name.
@@ -37,7 +40,11 @@ public:
                "With --meshes the meshes of the exported nodes, and without --node of all top-level nodes that hold "
                "any, stand in the file as they are at the first frame, and move as rigid bodies with the nodes above "
                "them. A skinned mesh stands in its bind pose, which a note says. Meshes with numbers that aren't "
-               "finite stop the export: a report beside the output tells them, and --on-problems decides.";
+               "finite stop the export: a report beside the output tells them, and --on-problems decides.\n\n"
+               "Before anything is sampled, all that moves the exported nodes is followed back through every "
+               "connection. What isn't evaluated there is named, and the scene is refused; --allow-unevaluated exports "
+               "it all the same, with the values that such nodes had when they were saved or none, and says so. --json "
+               "prints what was found for programs.";
     }
     std::vector<std::string> examples() const override {
         return {"vor2 export walk.ma -o walk.vr2 --sample-at 30", "vor2 export shots/*.ma --output-dir out --jobs 4",
@@ -60,7 +67,9 @@ public:
                     "film, pal, ntsc, game, show, palf, ntscf, 120fps ... in place of the scene's", time_unit_);
         syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
         on_problems_.describe(syntax);
+        syntax.flag("--allow-unevaluated", "export also what hangs on nodes that aren't evaluated", allow_unevaluated_);
         repeat_.describe(syntax);
+        syntax.json(json_);
         syntax.jobs(jobs_);
     }
     std::string check() const override {
@@ -76,27 +85,49 @@ public:
 
 private:
     int export_one(std::size_t index) const {
-        const std::string& scene = scenes_[index];
-        const Progress progress(scenes_.size() == 1 ? "exporting " + scene : std::string());
-        const std::string output = outputs_.name_for(scene);
-        OutputSet outputs(output);
-        if (!outputs.ready()) return exit_refused;
-        HostSession host(scene);
-        if (!host.is_equipped() || !host.open(scene, bvh_unit_)) return exit_refused;
-        if (!time_unit_.empty() && !host.set_time_unit(time_unit_)) return exit_refused;
-        const std::vector<std::string> nodes = nodes_.empty() ? default_nodes(host.session().scene(), meshes_) : nodes_;
-        if (!are_there(host.session().scene(), scene, nodes)) return exit_refused;
+        ExportReport report{scenes_[index], outputs_.name_for(scenes_[index]), false, {}, {}};
+        const Progress progress(scenes_.size() == 1 ? "exporting " + report.file : std::string());
+        HostSession host(report.file);
+        report.exported = host.is_equipped() && export_through(host, report);
+        if (!json_) return report.exported ? exit_done : exit_refused;
+        report.warnings = host.warnings();
+        TextOut out(stdout);
+        JsonWriter json(out, scenes_.size() > 1 ? JsonWriter::Layout::line : JsonWriter::Layout::indented);
+        write_report(report, json);
+        return finish(out) && report.exported ? exit_done : exit_refused;
+    }
+
+    bool export_through(HostSession& host, ExportReport& report) const {
+        OutputSet outputs(report.output);
+        if (!outputs.ready() || !host.open(report.file, bvh_unit_)) return false;
+        if (!time_unit_.empty() && !host.set_time_unit(time_unit_)) return false;
+        headless::Scene& scene = host.session().scene();
+        const std::vector<std::string> nodes = nodes_.empty() ? default_nodes(scene, meshes_) : nodes_;
+        if (!are_there(scene, report.file, nodes)) return false;
+        report.unevaluated = unevaluated_in_export(scene, nodes);
+        if (!allow_unevaluated_ && !report.unevaluated.empty()) {
+            for (const headless::Unevaluated& found : report.unevaluated) problem(report.file, told(found));
+            return false;
+        }
         VOR2_EXPORTER_MAYA::exports_meshes() = meshes_;
-        const ProblemsDialog dialog(on_problems_, scene, output);
-        (void)host.try_command("VOR2Export", arguments(output, nodes));
+        const ProblemsDialog dialog(on_problems_, report.file, report.output);
+        (void)host.try_command("VOR2Export", arguments(report.output, nodes));
         if (dialog.cancelled()) {
             // The host takes the user's word for a failed save, which it isn't.
             if (outputs.commit_others()) dialog.tell();
-            return exit_refused;
+            return false;
         }
-        if (!host.tell_error() || !outputs.commit()) return exit_refused;
+        if (!host.tell_error() || !is_sound(host, report.file) || !outputs.commit()) return false;
         dialog.tell();
-        return exit_done;
+        return true;
+    }
+
+    /// Whether every evaluation came to an end, told to the user where one didn't.
+    bool is_sound(HostSession& host, const std::string& file) const {
+        const std::vector<std::string>& doubts = host.session().doubts();
+        if (allow_unevaluated_ || doubts.empty()) return true;
+        problem(file, "what moves the exported nodes can't be worked out, so nothing is written: " + doubts.front());
+        return false;
     }
 
     /// Whether the scene holds each node, told to the user where it doesn't.
@@ -136,7 +167,7 @@ private:
     OutputNames outputs_{".vr2"};
     std::optional<double> start_, stop_, sample_at_, bvh_unit_;
     std::string strip_namespace_, rotate_180_, update_view_, origin_, time_unit_;
-    bool meshes_ = false;
+    bool meshes_ = false, allow_unevaluated_ = false, json_ = false;
     ProblemsOption on_problems_;
     RepeatOptions repeat_;
     unsigned jobs_ = 0;

@@ -1,0 +1,60 @@
+#include "tools/vor2/cli/unevaluated.h"
+
+#include "headless/graph/scene.h"
+#include "host/export/node_list.h"
+
+#include <maya/MDagPath.h>
+#include <maya/MSelectionList.h>
+#include <maya/MStringArray.h>
+
+namespace tool {
+
+using headless::Node;
+using headless::Unevaluated;
+
+std::vector<Unevaluated> unevaluated_in_export(headless::Scene& scene, const std::vector<std::string>& names) {
+    MStringArray asked;
+    for (const std::string& name : names) asked.append(MString(name.c_str(), static_cast<int>(name.size())));
+    MSelectionList selection = VOR2_EXPORTER_MAYA::selection_for_export(asked);
+    const VOR2_EXPORTER_MAYA::NODE_LIST list = VOR2_EXPORTER_MAYA::list_nodes(selection);
+    std::vector<Node*> moving;
+    for (unsigned int i = 0; i < list.nodes.length(); ++i) {
+        const auto found = scene.find_node(list.nodes[i].fullPathName().asChar());
+        if (found) moving.push_back(*found);
+    }
+    return find_unevaluated(scene, moving);
+}
+
+void write_report(const ExportReport& report, vor2::inspect::JsonWriter& json) {
+    const auto text = [&json](const char* key, const std::string& value) {
+        json.key(key);
+        json.text(std::string_view(value));
+    };
+    json.begin_object();
+    text("file", report.file);
+    text("output", report.output);
+    json.key("exported");
+    json.boolean(report.exported);
+    json.key("unevaluated");
+    json.begin_array();
+    for (const Unevaluated& found : report.unevaluated) {
+        json.begin_object();
+        text("node", found.node->name());
+        text("kind", found.node->type().name());
+        text("why", found.why);
+        json.key("moves");
+        json.begin_array();
+        for (const Node* node : found.moving) json.text(std::string_view(node->name()));
+        json.end_array();
+        json.end_object();
+    }
+    json.end_array();
+    json.key("warnings");
+    json.begin_array();
+    for (const std::string& warning : report.warnings) json.text(std::string_view(warning));
+    json.end_array();
+    json.end_object();
+    json.finish();
+}
+
+} // namespace tool
