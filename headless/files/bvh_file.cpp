@@ -34,13 +34,15 @@ private:
     bool motion();
     bool frame_time();
     bool frame_values();
-    bool wrong_frame_count(std::size_t found);
+    bool count_frames(std::size_t found);
+    bool check_frame_time(std::size_t frames);
 
     BvhJoint& open() { return file_.joints[static_cast<std::size_t>(open_.back())]; }
 
     TextCursor in_;
     BvhFile file_;
     std::vector<int> open_; ///< joints whose braces are open, outermost first
+    std::size_t frame_time_at_ = 0;
     bool done_ = false;
 };
 
@@ -143,47 +145,60 @@ bool BvhParser::channels() {
 bool BvhParser::motion() {
     if (!expect("Frames")) return false;
     in_.skip(':');
-    if (!count(file_.frame_count, "a number of frames")) return false;
+    if (!count(file_.stated_count, "a number of frames")) return false;
     if (!expect("Frame") || !expect("Time")) return false;
     in_.skip(':');
     return frame_time() && frame_values();
 }
 
+// The zeros behind four digits or more ("0.00833330") are none of a rounded number's digits.
+std::string_view without_filling(std::string_view number) {
+    if (number.find('.') == std::string_view::npos || number.find_first_of("eE") != std::string_view::npos)
+        return number;
+    const std::size_t last = number.find_last_not_of('0'), first = number.find_first_of("123456789");
+    return first < last && last - first >= 3 ? number.substr(0, last + 1) : number;
+}
+
 bool BvhParser::frame_time() {
-    const std::size_t start = in_.skip_blanks();
+    frame_time_at_ = in_.skip_blanks();
     if (!number(file_.frame_time, "a frame time")) return false;
-    file_.frame_time_step = last_digit_of(in_.text().substr(start, in_.place() - start));
-    const bool still = file_.frame_count < 2 && file_.frame_time == 0.0;
+    const std::string_view written = in_.text().substr(frame_time_at_, in_.place() - frame_time_at_);
+    file_.frame_time_step = last_digit_of(without_filling(written));
+    return check_frame_time(file_.stated_count);
+}
+
+bool BvhParser::check_frame_time(std::size_t frames) {
+    const bool still = frames < 2 && file_.frame_time == 0.0;
     if (still || (file_.frame_time >= 1e-6 && file_.frame_time <= 1e3)) return true;
-    return in_.fail(start, "a frame time must lie between 0.000001 and 1000 seconds");
+    return in_.fail(frame_time_at_, "a frame time must lie between 0.000001 and 1000 seconds");
 }
 
 bool BvhParser::frame_values() {
-    const std::size_t left = in_.text().size() - in_.place();
-    const std::size_t channels = file_.channel_count;
     // Each number takes at least a digit and a blank, so a false count reserves no more than the file could fill.
-    const std::size_t most = left / 2 + 1;
-    const bool plausible = channels == 0 || file_.frame_count <= most / channels;
-    const std::size_t wanted = plausible ? channels * file_.frame_count : most;
-    file_.values.reserve(wanted);
-    std::size_t found = 0;
-    for (in_.skip_blanks(); !in_.at_end(); in_.skip_blanks(), ++found) {
+    const std::size_t most = (in_.text().size() - in_.place()) / 2 + 1;
+    const std::size_t channels = file_.channel_count;
+    file_.values.reserve(channels == 0 ? 0 : std::min(file_.stated_count, most / channels) * channels);
+    for (in_.skip_blanks(); !in_.at_end(); in_.skip_blanks()) {
         double value = 0.0;
         if (!number(value, "a value of a channel")) return false;
-        if (found < wanted) file_.values.push_back(value);
+        file_.values.push_back(value);
     }
-    return (plausible && found == wanted) || wrong_frame_count(found);
+    return count_frames(file_.values.size()) && check_frame_time(file_.frame_count);
 }
 
-bool BvhParser::wrong_frame_count(std::size_t found) {
+// Parts of frames say that the values stand elsewhere than they seem to, so they are no frames to go on with.
+bool BvhParser::count_frames(std::size_t found) {
     const std::size_t channels = file_.channel_count;
-    std::string what = "wrong frame count: expected " + std::to_string(file_.frame_count) + " frames of " +
+    file_.frame_count = channels == 0 ? file_.stated_count : found / channels;
+    const bool whole = channels == 0 ? found == 0 : found % channels == 0;
+    if (whole && (file_.frame_count > 0 || file_.stated_count == 0)) return true;
+    std::string what = "wrong frame count: expected " + std::to_string(file_.stated_count) + " frames of " +
                        std::to_string(channels) + " values, found ";
-    if (channels == 0 || found % channels != 0) {
+    if (whole) {
+        what += "none";
+    } else {
         what += std::to_string(found) + " values";
         if (channels != 0) what += " (" + std::to_string(found / channels) + " frames and a part)";
-    } else {
-        what += std::to_string(found / channels) + " frames";
     }
     return in_.fail(in_.place(), what);
 }

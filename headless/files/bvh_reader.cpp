@@ -4,6 +4,7 @@
 #include "headless/files/bvh_file.h"
 #include "headless/files/frame_rate.h"
 #include "headless/files/text_file.h"
+#include "headless/session.h"
 
 #include <algorithm>
 #include <numbers>
@@ -127,7 +128,11 @@ void BvhBuilder::remove_what_was_made() {
 Result<void> read_bvh_text(Scene& scene, std::string_view text, const std::string& path, const BvhOptions& options) {
     const Result<BvhFile> file = parse_bvh(text, path);
     if (!file) return file.error();
-    return BvhBuilder(scene, *file, options).build();
+    Result<void> done = BvhBuilder(scene, *file, options).build();
+    if (done && file->frame_count != file->stated_count)
+        Session::current().warning(path + ": the file says that it has " + std::to_string(file->stated_count) +
+                                   " frames and has " + std::to_string(file->frame_count));
+    return done;
 }
 
 Result<void> read_bvh(Scene& scene, const std::string& path, const BvhOptions& options) {

@@ -16,6 +16,7 @@ struct BvhOptions {
 /// tangents. Position channels hold a joint's whole translation, in place of the offset. Names are made legal and
 /// unique. A scene that held nothing of its own takes over the file's frame rate as its time unit, its range as the
 /// playback range, and stands at its first frame, time 0; another keeps what it has.
+/// Of more or fewer frames than the file says those that are there are read, which a warning tells.
 /// An error names line and column, and leaves the scene as it was. See `parse_bvh` for what is one.
 Result<void> read_bvh(Scene& scene, const std::string& path, const BvhOptions& options = {});
 Result<void> read_bvh_text(Scene& scene, std::string_view text, const std::string& path,

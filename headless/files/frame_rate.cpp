@@ -1,5 +1,6 @@
 #include "headless/files/frame_rate.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -31,19 +32,25 @@ TimeUnit nearest_unit(double rate) {
 
 FrameRate frame_rate(double frame_time, double last_digit) {
     if (!(frame_time > 0.0)) return {};
-    const auto stands_for = [&](double rate, double digits) {
+    // What is off by a half stems from rounding, by one from cutting; no number knows better than single precision.
+    const auto stands_for = [&](double rate, double digits, double share) {
         const double off = std::abs(1.0 / rate - frame_time);
-        return off <= digits * last_digit * (1.0 + 1e-6) && off <= 1.5e-3 * frame_time;
+        const double known = std::max(digits * last_digit * (1.0 + 1e-6), 6e-8 * frame_time);
+        return off <= known && off <= share * frame_time;
     };
+    constexpr double few_digits = 1.5e-2, digits_enough = 1.5e-3;
     const double whole = std::round(1.0 / frame_time);
     const bool whole_known = whole >= 1.0 && whole <= 1e6;
-    if (whole_known && stands_for(whole, 0.5)) return {whole_unit(whole), whole};
+    const TimeUnit usual = nearest_unit(1.0 / frame_time);
+    if (whole_known && stands_for(whole, 0.5, digits_enough)) return {whole_unit(whole), whole};
+    if (stands_for(usual.per_second, 0.5, few_digits)) return {usual, usual.per_second};
     for (const char* name : {"23.976fps", "29.97fps", "47.952fps", "59.94fps"}) {
         const TimeUnit unit = TimeUnit::by_name(name).value_or(TimeUnit{});
-        if (stands_for(unit.per_second, 0.5)) return {unit, unit.per_second};
+        if (stands_for(unit.per_second, 0.5, digits_enough)) return {unit, unit.per_second};
     }
-    if (whole_known && stands_for(whole, 1.0)) return {whole_unit(whole), whole};
-    return {nearest_unit(1.0 / frame_time), 1.0 / frame_time};
+    if (whole_known && stands_for(whole, 1.0, digits_enough)) return {whole_unit(whole), whole};
+    if (stands_for(usual.per_second, 1.0, few_digits)) return {usual, usual.per_second};
+    return {usual, 1.0 / frame_time};
 }
 
 } // namespace headless

@@ -101,6 +101,25 @@ TEST_F(Bvh, frames_without_channels_make_a_range_and_nothing_else) {
     EXPECT_EQ(scene.evaluate(*scene.find_plug("hips.t")).vector(), (Vector3{1, 2, 3}));
 }
 
+TEST_F(Bvh, of_more_or_fewer_frames_than_stated_those_that_are_there_are_read_with_one_note) {
+    const std::string body = "CHANNELS 2 Xrotation Yrotation\n", time = "Frame Time: 0.00833330\n";
+    for (const auto& [stated, frames] : {std::pair("1", 3), {"900000000000000", 3}, {"4", 3}, {"3", 3}, {"0", 1}}) {
+        Scene own;
+        std::vector<std::string> notes;
+        Session::current().set_message_sink([&](MessageKind, const std::string& text) { notes.push_back(text); });
+        std::string motion = "Frames: " + std::string(stated) + "\n" + time;
+        for (int i = 0; i < frames; ++i) motion += "1 2\n";
+        EXPECT_TRUE(read_bvh_text(own, one_joint(body, motion), "walk.bvh"));
+        Session::current().set_message_sink(nullptr);
+        EXPECT_EQ(own.playback.max, (frames - 1) / 120.0);
+        std::vector<std::string> wanted;
+        if (std::stoll(stated) != frames)
+            wanted.push_back("walk.bvh: the file says that it has " + std::string(stated) + " frames and has " +
+                             std::to_string(frames));
+        EXPECT_EQ(notes, wanted);
+    }
+}
+
 TEST_F(Bvh, a_frame_time_with_an_exponent_is_rounded_to_its_last_digit) {
     ASSERT_TRUE(read(one_joint("OFFSET 0 0 0\n", "Frames: 2\nFrame Time: 4.17E-2\n")));
     EXPECT_EQ(scene.time_unit.name, "film");
@@ -129,7 +148,12 @@ TEST(FrameRates, a_rounded_frame_time_stands_for_the_rate_it_was_rounded_from) {
                  {0.0333667, 1e-7, "29.97fps", 30000.0 / 1001},
                  {0.0417, 1e-4, "film", 24},
                  {0.041708, 1e-6, "23.976fps", 24000.0 / 1001},
-                 {0.0166, 1e-4, "ntscf", 1 / 0.0166},
+                 {0.0166, 1e-4, "ntscf", 60},
+                 {0.0167, 1e-4, "ntscf", 60},
+                 {0.0083, 1e-4, "120fps", 120},
+                 {0.033, 1e-3, "ntsc", 30},
+                 {0.0334, 1e-4, "29.97fps", 30000.0 / 1001},
+                 {0.00833333358168602, 1e-17, "120fps", 120},
                  {0.01666, 1e-5, "ntscf", 60},
                  {1.0, 1, "sec", 1},
                  {0.0123, 1e-4, "80fps", 1 / 0.0123},
@@ -158,15 +182,13 @@ TEST_F(Bvh, says_where_and_why_a_file_is_refused_and_leaves_the_scene_alone) {
               "walk.bvh:4:22: the channel \"xRotation\" stands twice");
     EXPECT_EQ(error_of(one_joint(body, "Frames: -3\n" + time)),
               "walk.bvh:8:9: expected a number of frames, found a number that counts nothing");
-    EXPECT_EQ(error_of(one_joint(body, "Frames: 3\n" + time + "1 2\n3 4\n")),
-              "walk.bvh:12:1: wrong frame count: expected 3 frames of 2 values, found 2 frames");
+    EXPECT_EQ(error_of(one_joint(body, "Frames: 900000000000000\n" + time)),
+              "walk.bvh:10:1: wrong frame count: expected 900000000000000 frames of 2 values, found none");
     EXPECT_EQ(error_of(one_joint(body, "Frames: 1\n" + time + "1 2\n3\n")),
               "walk.bvh:12:1: wrong frame count: expected 1 frames of 2 values, found 3 values (1 frames and a part)");
-    EXPECT_EQ(error_of(one_joint(body, "Frames: 900000000000000\n" + time + "1 2\n")),
-              "walk.bvh:11:1: wrong frame count: expected 900000000000000 frames of 2 values, found 1 frames");
     EXPECT_EQ(error_of(one_joint(body, "Frames: 1\n" + time + "1 nan\n")),
               "walk.bvh:10:3: expected a value of a channel, found \"nan\"");
-    EXPECT_EQ(error_of(one_joint(body, "Frames: 2\nFrame Time: 0\n1 2 3 4\n")),
+    EXPECT_EQ(error_of(one_joint(body, "Frames: 1\nFrame Time: 0\n1 2 3 4\n")),
               "walk.bvh:9:13: a frame time must lie between 0.000001 and 1000 seconds");
     std::string deep = "HIERARCHY\n";
     for (int i = 0; i < 5000; ++i) deep += i == 0 ? "ROOT a {\n" : "JOINT a {\n";
