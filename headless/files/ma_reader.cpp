@@ -78,7 +78,7 @@ public:
         }
         if (!any) return Error{"The file holds no scene", path_};
         run_scene_scripts();
-        notes_.tell(path_);
+        notes_.tell();
         return {};
     }
 
@@ -146,15 +146,16 @@ private:
         }
         Node* parent = parent_name.empty() ? nullptr : find(parent_name);
         if (!parent_name.empty() && !parent) return no_such(parent_name);
-        const std::string wanted = name.empty() ? std::string() : reading_.base_namespace + prefix_ + std::string(name);
+        // What all files share stands in no namespace.
+        const std::string file_name = (shared ? "" : prefix_) + std::string(name);
+        const std::string wanted = name.empty() ? "" : (shared ? "" : reading_.base_namespace) + file_name;
         const Result<Node*> made = scene_.create_node(words[0].text, wanted, parent);
         if (!made) return made.error();
         current_ = *made;
         // A shape that is given no parent comes with a transform.
         if (current_->type().is_shape() && !parent) reading_.made.push_back(current_->parent()->handle());
         reading_.made.push_back(current_->handle());
-        reading_.names.add(*current_, name.empty() ? current_->name() : prefix_ + std::string(name));
-        if (!current_->type().known()) notes_.unknown_node(current_->type().name());
+        reading_.names.add(*current_, name.empty() ? current_->name() : file_name);
         if (current_->type().name() == "script") scripts_.push_back(current_->handle());
         return {};
     }
@@ -228,13 +229,9 @@ private:
     }
 
     Result<Plug> plug_of(const Target& target) {
-        const AttributeId before = target.node->attribute_count();
         const Plug plug = target.node->find_or_add_plug(target.path);
-        if (!plug)
-            return Error{"No attribute '" + std::string(target.path) + "' on node '" + target.node->name() + "'"};
-        if (target.node->attribute_count() > before && target.node->type().known())
-            notes_.unknown_attribute(target.node->type().name());
-        return plug;
+        if (plug) return plug;
+        return Error{"No attribute '" + std::string(target.path) + "' on node '" + target.node->name() + "'"};
     }
 
     Result<void> set_attr(Words words) {
@@ -242,6 +239,7 @@ private:
         const Result<Target> target = target_of(setting_.name);
         if (!target) return target.error();
         if (!target->node || is_kept_back(*target->node)) return {};
+        keep_type(*target);
         const std::optional<ListRange> lists = list_range(target->path);
         Result<Plug> plug = plug_of(lists ? Target{target->node, lists->path} : *target);
         if (!plug) return plug.error();
@@ -249,6 +247,26 @@ private:
         Result<void> stored = store_values(*plug, setting_, lists, units_, store_in_node);
         apply_marks(*plug, setting_);
         return stored;
+    }
+
+    // A list that is told in blocks says its type in the first of them; numbers and texts are what they are without.
+    void keep_type(const Target& target) {
+        const std::size_t bracket = target.path.rfind('[');
+        if (bracket == std::string_view::npos || !target.path.ends_with(']')) return;
+        const std::string_view list = target.path.substr(0, bracket);
+        const bool same = typed_node_ == target.node && typed_list_ == list;
+        if (!setting_.type.empty()) {
+            typed_node_ = target.node;
+            if (!same) typed_list_ = list;
+            list_type_ = setting_.type;
+        } else if (same && !explain_themselves(setting_.values)) {
+            setting_.type = list_type_;
+        }
+    }
+
+    static bool explain_themselves(Words words) {
+        if (words.size() == 1) return words[0].quoted || number_of(words[0].text) || truth_of(words[0].text);
+        return std::ranges::all_of(words, [](const Word& word) { return !word.quoted && number_of(word.text); });
     }
 
     // What every scene has is set by the file that a scene is opened from, not by one that is added to it.
@@ -426,7 +444,9 @@ private:
     std::string prefix_; ///< namespaces that the file's names stand in as seen from the file read first
     ValueUnits units_;
     Node* current_ = nullptr;
-    AttributeSetting setting_; // kept for its storage
+    AttributeSetting setting_;         // kept for its storage
+    const Node* typed_node_ = nullptr; ///< whose list was told last with a type
+    std::string typed_list_, list_type_;
     std::vector<NodeHandle> scripts_;
     MaNotes notes_;
 };

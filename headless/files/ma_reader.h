@@ -21,11 +21,12 @@ inline constexpr int max_references = 1024;
 /// nodes; another keeps what it has. A name that is taken is counted on, and the file's own lines go on meaning the
 /// node that it made.
 ///
-/// Types and attributes that the host doesn't know are kept as values and counted in one warning for the file. A line
-/// that can't be followed (an unknown command, a name that isn't there or takes too long to find, a value that doesn't
-/// fit) is passed over; one warning tells the first such place and how many there were. Referenced `.ma` files are read
-/// too, by their path or beside the file; one that is missing, refers back to a file that is being read, lies too deep,
-/// or comes after too many others is a warning.
+/// Types and attributes that the host doesn't know are kept as values, without a word. A list of values that is told
+/// in blocks goes on with the type that its first block states. A line that can't be followed (an unknown command, a
+/// name that isn't there or takes too long to find, a value that doesn't fit) is passed over; one warning tells the
+/// first such place and how many there were. Referenced `.ma` files are read too, by their path or beside the file; one
+/// that is missing, refers back to a file that is being read, lies too deep, or comes after too many others is a
+/// warning.
 ///
 /// Errors: a file that can't be read, one without a statement, and text that isn't of the form (line and column).
 /// After an error the nodes that the file had made are gone again.

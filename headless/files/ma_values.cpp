@@ -42,7 +42,9 @@ const char* yes_or_no(bool value) {
 
 class ValueWriter {
 public:
-    ValueWriter(MaText& out, const Node& node) : out_(out), node_(node), stored_(node.stored()) {}
+    ValueWriter(MaText& out, const Node& node) : out_(out), node_(node), stored_(node.stored()) {
+        untyped_words_first();
+    }
 
     Result<void> write() {
         for (std::size_t i = 0; i < stored_.size();) {
@@ -54,6 +56,21 @@ public:
     }
 
 private:
+    // Behind an element of a type, words without one would be read as of that type too.
+    void untyped_words_first() {
+        const auto untyped = [this](const PlugKey& key) {
+            const Value value = node_.get(key);
+            const auto* words = value.get_if<RawTokens>();
+            return words && words->type.empty();
+        };
+        for (auto first = stored_.begin(); first != stored_.end();) {
+            const auto other = [id = first->attribute](const PlugKey& key) { return key.attribute != id; };
+            const auto last = std::find_if(first, stored_.end(), other);
+            if (node_.attribute(first->attribute).array) std::stable_partition(first, last, untyped);
+            first = last;
+        }
+    }
+
     Error not_a_number(const PlugKey& key) const {
         return Error{"'" + node_.name() + file_path(plug(key)) +
                      "' holds a number that isn't finite and can't be saved"};

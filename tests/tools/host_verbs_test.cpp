@@ -222,7 +222,7 @@ TEST_F(HostVerbs, a_bad_scene_is_one_line_and_leaves_nothing) {
     write("empty.ma", "//Maya ASCII 2016 scene\nrequires maya \"2016\";\n");
     write("frames.bvh",
           "HIERARCHY ROOT a { OFFSET 0 0 0 CHANNELS 1 Xposition End Site { OFFSET 0 1 0 } } MOTION Frames: 2 "
-          "Frame Time: 0.1\n1\n");
+          "Frame Time: 0.1\n");
     write("kept.vr2", "kept");
     const Names before = listing();
     expect_refused({"export", "missing.ma", "-o", "kept.vr2"}, "missing.ma", "");

@@ -171,16 +171,40 @@ connectAttr "b.msg" "x.in" -na; connectAttr "a.wm" "x.matrix[3]";
     EXPECT_EQ(node("x").source_of(node("x").find_plug("matrix[3]").key).path(true), ".wm[0]");
 }
 
-TEST_F(MaReaderTest, what_is_unknown_costs_one_warning_and_what_fails_another) {
+TEST_F(MaReaderTest, what_is_unknown_is_kept_in_silence_and_what_fails_costs_one_warning) {
     ASSERT_TRUE(read(R"(createNode strange -n "x"; setAttr ".any[2].thing" 1;
 createNode joint -n "j"; setAttr ".mnrl" -type "double3" -360 -360 -360; setAttr ".tx" "left";
   setAttr ".t" -type "double3" 1 2; setAttr "gone.tx" 1; blowUp; setAttr ".ty" 3;
 )"));
     EXPECT_EQ(value("j.ty").number(), 3.0);
+    EXPECT_EQ(value("x.any[2].thing").number(), 1.0);
     EXPECT_EQ(messages,
               (std::vector<std::string>{
-                  "W: a.ma: kept without being understood: 1 node (strange 1), 1 attribute (joint 1)",
                   "W: a.ma:2:74: 'left' can't be a value of 'j.translate.translateX' (and 3 more passed over)"}));
+}
+
+TEST_F(MaReaderTest, a_list_that_is_told_in_blocks_goes_on_with_the_type_of_the_first) {
+    for (const int count : {499, 500, 501, 1499}) {
+        session.new_scene();
+        std::string text = "createNode mesh -n \"m\"; setAttr -s 4 \".vt[0:3]\" 0 0 0 1 0 0 1 1 0 0 1 0;\n";
+        for (int first = 0; first < count; first += 500) {
+            const int last = std::min(first + 500, count) - 1;
+            text += "setAttr " + std::string(first == 0 ? "-s " + std::to_string(count) + " " : "") + "\".fc[" +
+                    std::to_string(first) + (last == first ? "" : ":" + std::to_string(last)) + "]\"" +
+                    (first == 0 ? " -type \"polyFaces\"" : "");
+            for (int i = first; i <= last; ++i) text += i % 2 ? " f 3 0 1 2\n" : " f 4 0 1 2 3 mu 0 4 0 1 2 3\n";
+            text += ";\n";
+        }
+        ASSERT_TRUE(read(text + "createNode odd -n \"o\"; setAttr \".a[0]\" -type \"string\" \"f\"; setAttr \".a[1]\" "
+                                "\"g\"; setAttr \".b[1]\" 7;"));
+        EXPECT_EQ(node("mShape").existing_indices(node("mShape").find_plug("fc").key).size(), count);
+        const Value last = value("mShape.fc[" + std::to_string(count - 1) + "]");
+        ASSERT_TRUE(last.get_if<RawTokens>());
+        EXPECT_EQ(last.get_if<RawTokens>()->tokens.size(), count % 2 ? 13u : 5u);
+        EXPECT_EQ(value("o.a[1]").text(), "g");
+        EXPECT_EQ(value("o.b[1]"), Value(7));
+    }
+    EXPECT_EQ(messages, std::vector<std::string>{});
 }
 
 TEST_F(MaReaderTest, no_element_stands_behind_the_last_that_an_index_can_name) {

@@ -256,6 +256,8 @@ setAttr ".p" -type double2 1 2; setAttr ".p.odd" 4; setAttr ".t.f" 3; setAttr ".
              R"(createNode transform -n y; addAttr -ln x -dt "double"; setAttr ".x" -type "string" "hi";
 addAttr -ln z -at int -dv 5; addAttr -ln v -at ""; addAttr -ln w -at double4; setAttr ".w" -type double4 1 2 3 4;
 addAttr -ln u -dt double3; setAttr ".u" -type double3 1 2 3; addAttr -ln g -at generic; addAttr -ln f -dt fltMatrix;)",
+             R"(createNode odd -n y; setAttr ".a[2]" mu nu; setAttr ".a[1]" -type "some" pi; setAttr ".a[3]" 5;
+setAttr ".a[4]" -type "other" x; setAttr ".a[5]" y;)",
          }) {
         SCOPED_TRACE(text);
         Scene scene;
