@@ -22,18 +22,23 @@ public:
         ScriptWork& work_;
     };
 
+    ScriptWork() = default;
+    explicit ScriptWork(std::size_t most) : most_(most) {}
+
     static constexpr const char* refusal = "The script takes too much time or memory";
 
     // False once it is too much.
-    bool add(std::size_t units) { return (spent_ += units) <= most_units; }
+    bool add(std::size_t units) { return (spent_ += units) <= most_.value_or(most_units); }
     bool step() { return add(1); }
+    bool exhausted() const { return spent_ > most_.value_or(most_units); }
     /// A value that is kept, or made of others.
     bool make(const CommandResult& value) { return make(bytes_of(value)); }
     bool make(std::size_t bytes) { return add(1 + bytes / 10); }
     /// A value that is passed on and soon gone again.
     bool pass(const CommandResult& value) { return add(1 + bytes_of(value) / 4096); }
 
-    /// Of made bytes, a gigabyte. An import that a script asks for sends some lines a key, and is to come through.
+    /// Where nothing else was said. Of made bytes, a gigabyte. An import that a script asks for sends some lines a key,
+    /// and is to come through.
     static inline std::size_t most_units = 100'000'000;
 
 private:
@@ -43,6 +48,7 @@ private:
         return bytes;
     }
 
+    std::optional<std::size_t> most_;
     std::size_t spent_ = 0;
     int runs_ = 0;
 };
