@@ -143,7 +143,9 @@ private:
             for (const AttributeId input : rule->inputs)
                 follow_attribute(node, input, entry, node.attribute(input).children.size() > 1 ? component : -1);
         } else if (node.type().compute) {
-            for (const auto& [destination, source] : node.inputs()) visit_source(source, entry);
+            for (const auto& [destination, source] : node.inputs()) {
+                if (node.attribute(destination.attribute).kind != AttributeKind::message) visit_source(source, entry);
+            }
         } else {
             report(entry, "its '" + node.attribute(id).long_name + "' isn't worked out");
         }

@@ -24,6 +24,7 @@ void add_choosing_kinds(NodeTypes& types);
 void add_vector_kinds(NodeTypes& types);
 void add_matrix_kinds(NodeTypes& types);
 void add_quaternion_kinds(NodeTypes& types);
+void add_expression_kind(NodeTypes& types);
 void add_scene_kinds(NodeTypes& types);
 
 } // namespace headless

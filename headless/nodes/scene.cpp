@@ -11,10 +11,6 @@ void add_scene_kinds(NodeTypes& types) {
         .text("before", "b")
         .text("after", "a")
         .enumeration("scriptType", "st");
-    NodeKind(types, "expression", "node", MFn::kExpression)
-        .text("expression", "e")
-        .number("input", "in").array()
-        .number("output", "out").array().output();
 
     for (const char* name : {"sequenceManager",         "hardwareRenderingGlobals",
                              "renderGlobalsList",       "defaultLightList",

@@ -18,7 +18,7 @@ bool is_type(std::string_view word) {
 // A recursive walk, its depth counted. Every function that reads leaves the scanner failed when it gives false.
 class MelParser {
 public:
-    explicit MelParser(MelProgram& program) : program_(program), scanner_(program.text) {}
+    MelParser(MelProgram& program, bool of_node) : program_(program), scanner_(program.text), of_node_(of_node) {}
 
     Result<void> parse() {
         while (skip() && !scanner_.at_end()) {
@@ -90,7 +90,7 @@ private:
         const char c = scanner_.peek();
         if (scanner_.take(";")) return true;
         if (c == '{') return parse_block(out);
-        if (c == '$' || c == '`' || c == '(' || c == '+' || c == '-') return parse_value_statement(out);
+        if (c == '$' || c == '`' || c == '(' || c == '+' || c == '-' || at_port()) return parse_value_statement(out);
         if (!starts_identifier(c)) return fail_here("a statement can't begin");
         const std::size_t begin = scanner_.at();
         const std::string_view word = identifier();
@@ -422,6 +422,7 @@ private:
             out.command = std::move(command);
             return expect("`");
         }
+        if (at_port()) return parse_port(out);
         if ((c >= '0' && c <= '9') || c == '.') return parse_number(out);
         if (starts_identifier(c)) return parse_name(out);
         return fail_here("a value is missing");
@@ -433,6 +434,24 @@ private:
         if (!scanner_.read_string(buffer, text)) return false;
         out.value = text_result(std::string(text));
         return true;
+    }
+
+    // An input or output of the node: ".I[3]".
+    bool at_port() const {
+        const char which = scanner_.peek(1);
+        return of_node_ && scanner_.peek() == '.' && (which == 'I' || which == 'O') && scanner_.peek(2) == '[';
+    }
+
+    bool parse_port(MelExpression& out) {
+        out.kind = MelExpression::Kind::variable;
+        out.name = scanner_.text().substr(scanner_.at(), 3);
+        scanner_.advance(3);
+        while (scanner_.peek() >= '0' && scanner_.peek() <= '9') {
+            out.name += scanner_.peek();
+            scanner_.advance();
+        }
+        out.name += ']';
+        return scanner_.take("]") || fail_here("']' is missing");
     }
 
     bool parse_variable_use(MelExpression& out) {
@@ -470,12 +489,17 @@ private:
         return true;
     }
 
-    // A truth by name, or a call of a command with its arguments in parentheses.
+    // A truth by name, the clock of a node, or a call of a command with its arguments in parentheses.
     bool parse_name(MelExpression& out) {
         const std::size_t begin = scanner_.at();
         const std::string_view word = identifier();
         if (const auto truth = truth_of(word)) {
             out.value = integer_result(*truth ? 1 : 0);
+            return true;
+        }
+        if (of_node_ && (word == "time" || word == "frame")) {
+            out.kind = MelExpression::Kind::variable;
+            out.name = "." + std::string(word);
             return true;
         }
         if (scanner_.peek() != '(') {
@@ -498,16 +522,25 @@ private:
 
     MelProgram& program_;
     Scanner scanner_;
+    bool of_node_;
     int depth_ = 0;
 };
+
+Result<std::shared_ptr<const MelProgram>> parsed(std::string text, bool of_node) {
+    auto program = std::make_shared<MelProgram>();
+    program->text = std::move(text);
+    if (Result<void> done = MelParser(*program, of_node).parse(); !done) return done.error();
+    return std::shared_ptr<const MelProgram>(std::move(program));
+}
 
 } // namespace
 
 Result<std::shared_ptr<const MelProgram>> parse_mel(std::string text) {
-    auto program = std::make_shared<MelProgram>();
-    program->text = std::move(text);
-    if (Result<void> parsed = MelParser(*program).parse(); !parsed) return parsed.error();
-    return std::shared_ptr<const MelProgram>(std::move(program));
+    return parsed(std::move(text), false);
+}
+
+Result<std::shared_ptr<const MelProgram>> parse_mel_expression(std::string text) {
+    return parsed(std::move(text), true);
 }
 
 } // namespace headless

@@ -90,4 +90,8 @@ inline constexpr int max_mel_depth = 64;
 /// its ";". An error says line and column.
 Result<std::shared_ptr<const MelProgram>> parse_mel(std::string text);
 
+/// The same for what an expression node runs: variables called ".I[3]" and ".O[0]" are its inputs and outputs, ".time"
+/// and ".frame" the clock, which the text names without the dot.
+Result<std::shared_ptr<const MelProgram>> parse_mel_expression(std::string text);
+
 } // namespace headless
