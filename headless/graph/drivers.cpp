@@ -10,9 +10,10 @@
 namespace headless {
 namespace {
 
-// What a value can hang on: a plug, or where a node stands, by its own values alone or in the world.
+// What a value can hang on: a plug, where a node stands, by its own values alone or in the world, or how one turns
+// joints that it isn't connected to.
 struct Place {
-    enum class Kind : std::uint8_t { plug, local, world };
+    enum class Kind : std::uint8_t { plug, local, world, turning };
     Node* node = nullptr;
     Kind kind = Kind::plug;
     PlugKey key;
@@ -36,6 +37,8 @@ public:
             open_.pop_front();
             if (entry.first.kind == Place::Kind::plug)
                 follow_plug(entry);
+            else if (entry.first.kind == Place::Kind::turning)
+                follow_turner(entry);
             else
                 follow_transform(entry);
         }
@@ -98,9 +101,25 @@ private:
             for (const AttributeId id : {ids.joint_orient, ids.inverse_scale, ids.segment_scale_compensate})
                 follow_attribute(node, id, entry);
         }
+        for (Node* turner : EvaluationContext(scene_).turners_of(node))
+            visit({turner, Place::Kind::turning, {}}, &entry);
         if (entry.first.kind == Place::Kind::local) return;
         for (Node* parent : node.parents()) {
             if (!parent->is_world()) visit({parent, Place::Kind::world, {}}, &entry);
+        }
+    }
+
+    // What names its joints and where they end comes in as messages; both hang on all that stands between.
+    void follow_turner(Entry& entry) {
+        Node& node = *entry.first.node;
+        const NodeType& type = node.type();
+        if (const std::string why = type.shortfall ? type.shortfall(node) : std::string(); !why.empty())
+            return report(entry, why);
+        visit({&node, Place::Kind::world, {}}, &entry);
+        for (const auto& [destination, source] : node.inputs()) {
+            visit_source(source, entry);
+            const bool names = node.attribute(destination.attribute).kind == AttributeKind::message;
+            if (names && source.node->type().is_transform()) visit({source.node, Place::Kind::world, {}}, &entry);
         }
     }
 

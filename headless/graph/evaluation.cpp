@@ -41,9 +41,11 @@ void EvaluationContext::report(const Plug& plug, std::string_view what) {
     scene_.report_evaluation_error(std::string(what) + " '" + plug.name() + "'");
 }
 
-Plug EvaluationContext::origin(Plug plug) {
+template<typename Stops>
+Plug EvaluationContext::follow(Plug plug, Stops stops) {
     const Plug start = plug;
     for (int hops = 0; hops < max_connection_hops; ++hops) {
+        if (stops(plug)) return plug;
         const Plug source = source_feeding(plug);
         if (!source || scene_.is_overridden(plug)) return first_of_output_array(plug);
         plug = source;
@@ -52,8 +54,13 @@ Plug EvaluationContext::origin(Plug plug) {
     return start;
 }
 
+Plug EvaluationContext::origin(Plug plug) {
+    return follow(plug, [](const Plug&) { return false; });
+}
+
 Value EvaluationContext::evaluate(const Plug& plug) {
-    const Plug from = origin(plug);
+    const Plug from = follow(plug, [this](const Plug& at) { return is_turned(at); });
+    if (is_turned(from)) return turned_value(from);
     const Attribute& attribute = from.attribute();
     if (attribute.output) return compute(from);
     const bool triple = attribute.children.size() == 3 && !from.is_array() && !from.node->inputs().empty();

@@ -26,6 +26,13 @@ public:
     /// The plug that feeds this one through any number of plain connections; the plug itself when nothing does.
     Plug origin(Plug plug);
 
+    /// A joint's values before anything turns it: all but `rotate`, which may be turned already.
+    const TransformValues& unturned_values(Node& joint);
+    /// What `rotate` is before a node that turns the joint acts.
+    Vector3 rotate_before(Node& joint, const Node& turner);
+    /// The nodes that turn a joint without a connection to it, in the order in which they act.
+    std::vector<Node*> turners_of(Node& transform);
+
     TransformValues transform_values(Node& transform) { return current_values(transform); }
     const TransformValues& current_values(Node& transform); ///< without the copy; holds until the next question
     const Matrix& local_matrix(Node& transform);
@@ -38,11 +45,19 @@ public:
     Matrix parent_matrix(const DagPath& path);
 
 private:
+    template<typename Stops>
+    Plug follow(Plug plug, Stops stops);
+    bool is_turned(const Plug& plug);
+    Value turned_value(const Plug& plug);
+    void assign_turners();
     Value compute(const Plug& plug);
     Value by_rule(const OutputRule& rule, const Plug& plug);
     Value builtin_output(const Plug& plug);
     TransformState& state_of(Node& transform);
+    bool refresh_inputs(Node& transform, TransformState& state);
     void refresh_values(Node& transform, TransformState& state);
+    bool turn(Node& joint, TransformState& state);
+    void hold_to_limits(TransformState& state);
     double driven_value(Node& node, const Plug& source, const PlugKey& destination);
     Vector3 scale_of(Node& parent);
     bool inherits(Node& node);

@@ -66,6 +66,7 @@ public:
         for (int i = 0; i < count; ++i) read_triple(by_field[i], i);
         state_.stored.order = rotate_order(node_.get({ids.rotate_order, 0, {}}).integer());
         add_input(ids.rotate_order, order_field);
+        state_.limits = limits_of(node_);
         state_.stored_inherits = node_.get({ids.inherits_transform, 0, {}}).boolean();
         add_input(ids.inherits_transform, inherits_field);
         if (!joint) return;
@@ -118,6 +119,7 @@ private:
 } // namespace
 
 TransformState& EvaluationContext::state_of(Node& node) {
+    if (scene_.turners_assigned_ != scene_.turner_edits_) assign_turners();
     if (!node.transform_) node.transform_ = std::make_unique<TransformState>();
     TransformState& state = *node.transform_;
     if (state.edits != node.edit_count()) {
@@ -125,7 +127,7 @@ TransformState& EvaluationContext::state_of(Node& node) {
         if (node.type().is_transform()) StateReader(node, state).read();
         state.values = state.stored;
         state.inherits = state.stored_inherits;
-        state.values_generation = state.world_generation = 0;
+        state.inputs_generation = state.values_generation = state.world_generation = 0;
         state.local_valid = false;
     }
     return state;
@@ -140,22 +142,35 @@ double EvaluationContext::driven_value(Node& node, const Plug& source, const Plu
 // level of recursion a joint.
 Vector3 EvaluationContext::scale_of(Node& parent) {
     const TransformState& state = state_of(parent);
-    if (state.inputs.empty() || state.values_generation == scene_.generation()) return state.values.scale;
+    const bool settled = state.inputs.empty() && state.limits.empty();
+    if (settled || state.values_generation == scene_.generation()) return state.values.scale;
     Vector3 out = state.stored.scale;
     for (const TransformState::Input& input : state.inputs) {
         if (input.field >= scale_field && input.field < scale_field + 3)
             out[input.field - scale_field] = driven_value(parent, input.source, input.destination);
     }
+    for (const TransformLimit& limit : state.limits) {
+        if (limit.field >= scale_field)
+            out[limit.field - scale_field] = limited(*this, limit, out[limit.field - scale_field]);
+    }
     return out;
 }
 
-void EvaluationContext::refresh_values(Node& node, TransformState& state) {
-    if (state.values_generation == scene_.generation()) return;
+// All but what turns a joint, and the limits.
+bool EvaluationContext::refresh_inputs(Node& node, TransformState& state) {
+    if (state.inputs_generation == scene_.generation()) return true;
     if (state.busy || scene_.evaluation_depth_ >= max_evaluation_depth) {
         report(node.plug(TransformAttributes::ids().matrix), state.busy ? "Cycle at" : "Evaluation goes too deep at");
-        return;
+        return false;
     }
     const std::uint64_t generation = scene_.generation();
+    // What a limit or a turner made of a stored value is no longer what it begins with.
+    for (const TransformLimit& limit : state.limits)
+        set_field(state, limit.field, (state.stored.*triples[limit.field / 3])[limit.field % 3]);
+    if (!state.turned_by.empty()) {
+        state.values.rotate = state.stored.rotate;
+        state.local_valid = false;
+    }
     if (!state.inputs.empty()) {
         state.busy = true;
         ++scene_.evaluation_depth_;
@@ -165,7 +180,23 @@ void EvaluationContext::refresh_values(Node& node, TransformState& state) {
         state.busy = false;
     }
     if (state.scale_of_parent) replace(state.values.parent_scale, scale_of(*node.parent()), state.local_valid);
-    state.values_generation = generation;
+    state.unturned = state.values.rotate;
+    state.inputs_generation = generation;
+    return true;
+}
+
+void EvaluationContext::refresh_values(Node& node, TransformState& state) {
+    if (state.values_generation == scene_.generation() || !refresh_inputs(node, state)) return;
+    if (!state.turned_by.empty() && !turn(node, state)) return;
+    if (!state.limits.empty()) hold_to_limits(state);
+    state.values_generation = scene_.generation();
+}
+
+void EvaluationContext::hold_to_limits(TransformState& state) {
+    for (const TransformLimit& limit : state.limits) {
+        const double value = (state.values.*triples[limit.field / 3])[limit.field % 3];
+        set_field(state, limit.field, limited(*this, limit, value));
+    }
 }
 
 const TransformValues& EvaluationContext::current_values(Node& transform) {
@@ -237,7 +268,7 @@ bool EvaluationContext::inherits(Node& node) {
     // The other values stay out of it unless this one is driven: they may wait for the answer.
     const auto drives_it = [](const TransformState::Input& input) { return input.field == inherits_field; };
     if (std::ranges::none_of(state.inputs, drives_it)) return state.stored_inherits;
-    refresh_values(node, state);
+    refresh_inputs(node, state);
     return state.inherits;
 }
 

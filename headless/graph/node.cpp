@@ -22,6 +22,7 @@ std::string_view Node::short_name() const {
 
 void Node::touch() {
     ++edits_;
+    if (type_->turner) ++scene_.turner_edits_;
     scene_.touch();
 }
 

@@ -12,6 +12,7 @@ NodeType::NodeType(std::string name, const NodeType* base, MFn::Type api_type)
         shortfall = base->shortfall;
         rules_ = base->rules_;
         rule_at_ = base->rule_at_;
+        turner = base->turner;
         attributes_ = base->attributes_;
         by_name_ = base->by_name_;
     }

@@ -12,6 +12,7 @@ namespace headless {
 
 class EvaluationContext;
 class Node;
+struct JointTurner;
 struct Plug;
 
 /// What values an attribute takes, and so in which units a file or a script states them.
@@ -108,9 +109,10 @@ public:
     /// By long or short name; `no_attribute` when there is none.
     AttributeId find(std::string_view name) const;
 
-    Compute compute = nullptr;        ///< inherited from the base at construction, replaced by registration
-    MakeNodeData make_data = nullptr; ///< likewise
-    Shortfall shortfall = nullptr;    ///< likewise
+    Compute compute = nullptr;           ///< inherited from the base at construction, replaced by registration
+    MakeNodeData make_data = nullptr;    ///< likewise
+    Shortfall shortfall = nullptr;       ///< likewise
+    const JointTurner* turner = nullptr; ///< likewise; null for a kind that turns no joints
 
     /// The rule of an output or of a child of one; null when it has none.
     const OutputRule* rule_of(AttributeId id) const;

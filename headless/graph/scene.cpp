@@ -31,6 +31,7 @@ Node& Scene::make(const NodeType& type) {
     std::uint32_t slot = static_cast<std::uint32_t>(slots_.size());
     slots_.push_back(std::make_unique<Node>(*this, type, NodeHandle{slot, next_serial()}));
     ++alive_;
+    if (type.turner) turners_.push_back(slots_.back().get());
     touch();
     modified = true;
     return *slots_.back();
@@ -75,6 +76,7 @@ Result<Node*> Scene::create_node(std::string_view type_name, std::string_view wa
     if (!parent) parent = world_;
     Node& node = make(type);
     if (Result<void> allowed = add_new(node, *parent); !allowed) {
+        std::erase(turners_, &node);
         slots_.pop_back();
         --alive_;
         return allowed.error();
@@ -126,6 +128,10 @@ void Scene::destroy(Node& node) {
     selection.remove_node(node.handle_);
     names_.remove(node);
     --alive_;
+    if (node.type().turner) {
+        std::erase(turners_, &node);
+        ++turner_edits_;
+    }
     touch();
     modified = true;
     slots_[node.handle_.slot].reset();

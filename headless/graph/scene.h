@@ -127,6 +127,7 @@ public:
 
 private:
     friend class EvaluationContext;
+    friend class Node;
 
     Node& make(const NodeType& type);
     void add_default_nodes();
@@ -173,6 +174,11 @@ private:
     std::int64_t extra_parents_ = 0;
     std::int64_t ways_ = 0;    // paths to all nodes, kept while there are instances; never too few
     bool ways_shrank_ = false; // since they were counted, so that they may be fewer
+    // Nodes that turn joints, the joints as assigned to them, and what an assignment was made at: the count rises
+    // with each edit of such a node and each node that leaves its place.
+    std::vector<Node*> turners_;
+    std::vector<NodeHandle> turned_;
+    std::uint64_t turner_edits_ = 0, turners_assigned_ = 0;
     double time_ = 1.0 / 24;
     std::uint64_t generation_ = 1;
     std::uint64_t clock_moves_ = 1;

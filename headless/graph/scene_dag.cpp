@@ -132,6 +132,7 @@ void Scene::detach(Node& child, Node& parent) {
     std::erase(child.parents_, &parent);
     if (!child.parents_.empty()) --extra_parents_;
     ways_shrank_ = true;
+    ++turner_edits_;
     forget_paths();
     child.touch();
     modified = true;

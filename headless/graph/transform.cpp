@@ -68,6 +68,18 @@ Matrix local_matrix(const TransformValues& v) {
     return out;
 }
 
+JointFactors joint_factors(const TransformValues& v) {
+    JointFactors out{euler_to_matrix(v.rotate_axis, RotateOrder::xyz),
+                     euler_to_matrix(v.joint_orient, RotateOrder::xyz), Matrix::scale(compensation_of(v))};
+    scale_rows(out.before, v.scale);
+    out.place.set_row(3, v.translate);
+    return out;
+}
+
+Vector3 pivot_in_parent(const TransformValues& v) {
+    return v.joint ? v.translate : v.translate + v.rotate_pivot + v.rotate_pivot_translate;
+}
+
 namespace {
 
 Vector3 unit_or(const Vector3& v, double size, const Vector3& otherwise) {

@@ -22,6 +22,16 @@ struct TransformValues {
 /// where IS undoes `parent_scale` (an axis of scale 0 is left alone).
 Matrix local_matrix(const TransformValues& values);
 
+/// A joint's local matrix is `before` R `orient` `place`, R the rotation that its rotate values make.
+struct JointFactors {
+    Matrix before; ///< scale and rotate axis
+    Matrix orient;
+    Matrix place; ///< compensation and translation
+};
+JointFactors joint_factors(const TransformValues& joint);
+/// Where a transform's rotate pivot is, in its parent's space.
+Vector3 pivot_in_parent(const TransformValues& values);
+
 /// Changes translate, rotate, scale and shear so that `local_matrix` gives `matrix`; pivots, rotate axis, joint
 /// orient and rotate order stay. A joint has no shear: what the matrix, freed of the compensation, shears is lost
 /// there. A mirroring matrix gets three negative scales. A row of zeros gets scale 0 along an axis that completes the

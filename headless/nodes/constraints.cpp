@@ -1,4 +1,4 @@
-// Point, orient, parent, aim and scale constraints. Other kinds aren't evaluated.
+// Point, pole vector, orient, parent, aim and scale constraints. Other kinds aren't evaluated.
 //
 // Row vectors, leftmost acts first. For each target i (an element of `target`, `tg` in short):
 // - its pivot in the world: (tt + trp + trt) through tpm;
@@ -7,6 +7,7 @@
 //
 // - pointConstraint: the weighted mean of the pivots, plus `offset` along the world's axes (minus, where
 //   `constraintOffsetPolarity` is on), brought into the parent's space through cpim, less crp and crt.
+// - poleVectorConstraint: the same mean, seen from crp + crt through `pivotSpace`, as a direction in the space of cpim.
 // - orientConstraint: the mean of the orientations as `interpType` says (see `RotationBlend`), with `offset` (by cro)
 //   acting before it, brought into the parent's space; then freed of the joint orient cjo and told by cro.
 // - parentConstraint: both, where a target's orientation has its `targetOffsetRotate` (by tro) acting before it, and
@@ -41,7 +42,7 @@ struct ConstraintAttributes {
     AttributeId rotate, rotate_order, joint_orient;
     AttributeId scale, scale_compensate, inverse_scale, offset_translate, offset_rotate;
     AttributeId parent_inverse, rest_enabled, offset, offset_polarity;
-    AttributeId own_pivot, own_pivot_translate, own_rotate_order, own_joint_orient, blend;
+    AttributeId own_pivot, own_pivot_translate, pivot_space, own_rotate_order, own_joint_orient, blend;
     AttributeId aim, up, world_up, world_up_matrix, world_up_type, own_translate;
     AttributeId rest_translate, rest_rotate, rest_scale, out_translate, out_rotate, out_scale;
 
@@ -52,11 +53,12 @@ struct ConstraintAttributes {
           scale_compensate(type.find("tsc")), inverse_scale(type.find("tis")), offset_translate(type.find("tot")),
           offset_rotate(type.find("tor")), parent_inverse(type.find("cpim")), rest_enabled(type.find("erp")),
           offset(type.find("offset")), offset_polarity(type.find("cop")), own_pivot(type.find("crp")),
-          own_pivot_translate(type.find("crt")), own_rotate_order(type.find("cro")), own_joint_orient(type.find("cjo")),
-          blend(type.find("int")), aim(type.find("a")), up(type.find("u")), world_up(type.find("wu")),
-          world_up_matrix(type.find("wum")), world_up_type(type.find("wut")), own_translate(type.find("ct")),
-          rest_translate(type.find("rst")), rest_rotate(type.find("rsrr")), rest_scale(type.find("rs")),
-          out_translate(output(type, "ct")), out_rotate(output(type, "cr")), out_scale(output(type, "cs")) {}
+          own_pivot_translate(type.find("crt")), pivot_space(type.find("ps")), own_rotate_order(type.find("cro")),
+          own_joint_orient(type.find("cjo")), blend(type.find("int")), aim(type.find("a")), up(type.find("u")),
+          world_up(type.find("wu")), world_up_matrix(type.find("wum")), world_up_type(type.find("wut")),
+          own_translate(type.find("ct")), rest_translate(type.find("rst")), rest_rotate(type.find("rsrr")),
+          rest_scale(type.find("rs")), out_translate(output(type, "ct")), out_rotate(output(type, "cr")),
+          out_scale(output(type, "cs")) {}
 
 private:
     // An aim has its node's translation as an input.
@@ -169,8 +171,13 @@ void ConstraintSolver::set_translate(const Matrix& parent_inverse) {
         const double sign = context_.evaluate(at(ids_.offset_polarity)).boolean() ? -1.0 : 1.0;
         point = point + context_.vector(at(ids_.offset)) * sign;
     }
-    data_.translate = transform_point(point, parent_inverse) - context_.vector(at(ids_.own_pivot)) -
-                      context_.vector(at(ids_.own_pivot_translate));
+    const Vector3 pivot = context_.vector(at(ids_.own_pivot)) + context_.vector(at(ids_.own_pivot_translate));
+    if (ids_.pivot_space == no_attribute) {
+        data_.translate = transform_point(point, parent_inverse) - pivot;
+    } else {
+        const Vector3 from = transform_point(pivot, context_.matrix(at(ids_.pivot_space)));
+        data_.translate = transform_direction(point - from, parent_inverse);
+    }
 }
 
 Matrix ConstraintSolver::mean_rotation() {
@@ -383,8 +390,9 @@ void add_constraint_kinds(NodeTypes& types) {
         .vector("restScale", "rs", number, 1.0)
         .vector("constraintScale", "cs", number, 1.0).output();
 
-    for (const auto& [name, type] : {std::pair{"poleVectorConstraint", MFn::kPoleVectorConstraint},
-                                     {"geometryConstraint", MFn::kGeometryConstraint},
+    NodeKind(types, "poleVectorConstraint", "pointConstraint", MFn::kPoleVectorConstraint).matrix("pivotSpace", "ps");
+
+    for (const auto& [name, type] : {std::pair{"geometryConstraint", MFn::kGeometryConstraint},
                                      {"normalConstraint", MFn::kNormalConstraint},
                                      {"tangentConstraint", MFn::kTangentConstraint},
                                      {"symmetryConstraint", MFn::kSymmetryConstraint}})

@@ -10,6 +10,7 @@ namespace headless {
 void add_base_kinds(NodeTypes& types);
 void add_transform_kinds(NodeTypes& types);
 void add_constraint_kinds(NodeTypes& types);
+void add_ik_kinds(NodeTypes& types);
 void add_shape_kinds(NodeTypes& types);
 void add_mesh_kinds(NodeTypes& types);
 void add_set_kinds(NodeTypes& types);

@@ -114,6 +114,10 @@ NodeKind& NodeKind::falls_short(Shortfall shortfall) {
     type_.shortfall = shortfall;
     return *this;
 }
+NodeKind& NodeKind::turns(const JointTurner& turner) {
+    type_.turner = &turner;
+    return *this;
+}
 
 AttributeId NodeKind::id_of(const char* name) const {
     const AttributeId id = type_.find(name);

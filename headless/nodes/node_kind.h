@@ -127,6 +127,7 @@ public:
     NodeKind& computes(Compute compute);
     NodeKind& keeps(MakeNodeData make);
     NodeKind& falls_short(Shortfall shortfall);
+    NodeKind& turns(const JointTurner& turner); ///< joints; `turner` lives as long as the process
 
 private:
     template<typename R, typename... A, std::size_t N>

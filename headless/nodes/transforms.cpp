@@ -1,14 +1,37 @@
 #include "headless/nodes/kinds.h"
 #include "headless/nodes/node_kind.h"
 
+#include <numbers>
+
 namespace headless {
 
 using enum AttributeKind;
 
+namespace {
+
+// "minTransXLimit" (mtxl) and its like under "minTransLimit" (mntl), and the switches "minTransXLimitEnable" (mtxe)
+// under "minTransLimitEnable" (mtle).
+void tell_limits(NodeKind& kind, const std::string& what, char letter, AttributeKind value_kind, double bound) {
+    for (const bool upper : {false, true}) {
+        const std::string stem = (upper ? "max" : "min") + what;
+        const std::string side(1, upper ? 'x' : 'm');
+        kind.compound(stem + "Limit", std::string(upper ? "mx" : "mn") + letter + "l");
+        for (const std::string_view axis : {"Xx", "Yy", "Zz"})
+            kind.add(stem + axis[0] + "Limit", side + letter + axis[1] + "l", value_kind, upper ? bound : -bound);
+        kind.end();
+        kind.compound(stem + "LimitEnable", side + letter + "le");
+        for (const std::string_view axis : {"Xx", "Yy", "Zz"})
+            kind.boolean(stem + axis[0] + "LimitEnable", side + letter + axis[1] + "e");
+        kind.end();
+    }
+}
+
+} // namespace
+
 void add_transform_kinds(NodeTypes& types) {
     // clang-format off
-    NodeKind(types, "transform", "dagNode", MFn::kTransform)
-        .vector("translate", "t", distance)
+    NodeKind transform(types, "transform", "dagNode", MFn::kTransform);
+    transform.vector("translate", "t", distance)
         .vector("rotate", "r", angle)
         .vector("scale", "s", number, 1.0)
         .compound("shear", "sh")
@@ -23,6 +46,9 @@ void add_transform_kinds(NodeTypes& types) {
         .vector("rotateAxis", "ra", angle)
         .enumeration("rotateOrder", "ro")
         .boolean("inheritsTransform", "it", true);
+    tell_limits(transform, "Trans", 't', distance, 1.0);
+    tell_limits(transform, "Rot", 'r', angle, std::numbers::pi / 4);
+    tell_limits(transform, "Scale", 's', number, 1.0);
 
     NodeKind(types, "joint", "transform", MFn::kJoint)
         .vector("jointOrient", "jo", angle)
@@ -30,6 +56,9 @@ void add_transform_kinds(NodeTypes& types) {
         .boolean("segmentScaleCompensate", "ssc", true)
         .matrix("bindPose", "bps")
         .vector("preferredAngle", "pa", angle)
+        .boolean("jointTypeX", "jtx", true)
+        .boolean("jointTypeY", "jty", true)
+        .boolean("jointTypeZ", "jtz", true)
         .vector("stiffness", "st")
         .number("radius", "radi", 1.0)
         .enumeration("drawStyle", "ds")
@@ -38,13 +67,6 @@ void add_transform_kinds(NodeTypes& types) {
         .text("otherType", "otp")
         .boolean("drawLabel", "dl");
     NodeKind(types, "hikFKJoint", "joint", MFn::kJoint);
-
-    NodeKind(types, "ikHandle", "transform", MFn::kIkHandle)
-        .message("startJoint", "hsj")
-        .message("endEffector", "hee")
-        .message("solver", "hsv")
-        .number("ikBlend", "ikb", 1.0);
-    NodeKind(types, "ikEffector", "transform", MFn::kIkEffector).message("handlePath", "hp");
 
     for (const char* name : {"dagContainer", "hikIKEffector", "place3dTexture", "lookAt", "pointEmitter", "airField",
                              "dragField", "gravityField", "newtonField", "radialField", "turbulenceField",
