@@ -28,27 +28,72 @@ Session& session() {
     return current;
 }
 
-/// Chains of ten joints, every translation and rotation keyed at every sample.
-void make_skeleton(Session& session, int joints) {
+Scene& new_scene(Session& session) {
     session.new_scene();
     Scene& scene = session.scene();
     scene.time_unit = *TimeUnit::by_name("ntscf");
     scene.playback = {0.0, (samples - 1) / rate, 0.0, (samples - 1) / rate};
-    std::vector<double> times;
-    for (int k = 0; k < samples; ++k) times.push_back(k / rate);
-    const KeyTimes shared(std::move(times));
+    return scene;
+}
+
+/// Keys attributes at every sample.
+void animate(Scene& scene, Node& node, std::initializer_list<const char*> attributes, double phase) {
+    static const KeyTimes shared = [] {
+        std::vector<double> times;
+        for (int k = 0; k < samples; ++k) times.push_back(k / rate);
+        return KeyTimes(std::move(times));
+    }();
+    for (const char* name : attributes) {
+        std::vector<double> values;
+        for (int k = 0; k < samples; ++k) values.push_back(std::sin(0.02 * k + phase));
+        (void)set_keys(scene, node.plug(node.find_attribute(name)), shared, std::move(values), Tangent::linear);
+        phase += 1.0;
+    }
+}
+
+/// Chains of ten joints, every translation and rotation keyed at every sample.
+void make_skeleton(Session& session, int joints) {
+    Scene& scene = new_scene(session);
     Node* parent = nullptr;
     for (int j = 0; j < joints; ++j) {
         parent = *scene.create_node("joint", "joint" + std::to_string(j), j % 10 == 0 ? nullptr : parent);
-        int axis = 0;
-        for (const char* name : {"tx", "ty", "tz", "rx", "ry", "rz"}) {
-            std::vector<double> values;
-            for (int k = 0; k < samples; ++k) values.push_back(std::sin(0.02 * k + j + axis));
-            const Plug plug = parent->plug(parent->find_attribute(name));
-            (void)set_keys(scene, plug, shared, std::move(values), Tangent::linear);
-            ++axis;
-        }
+        animate(scene, *parent, {"tx", "ty", "tz", "rx", "ry", "rz"}, j);
         if (j % 10 == 0) scene.selection.add(scene.item(*parent));
+    }
+}
+
+/// Legs of three joints, each led by a keyed handle and a keyed knee through a pole vector constraint.
+void make_legs(Session& session, int joints) {
+    Scene& scene = new_scene(session);
+    const auto connect = [&](const std::string& from, const std::string& to) {
+        if (!scene.connect(*scene.find_plug(from), *scene.find_plug(to))) std::abort();
+    };
+    (void)scene.create_node("ikRPsolver", "ikRPsolver");
+    for (int j = 0; j < joints / 3; ++j) {
+        const std::string n = std::to_string(j);
+        Node& hip = **scene.create_node("joint", "hip" + n);
+        Node& knee = **scene.create_node("joint", "knee" + n, &hip);
+        for (const char* name : {"ankle", "effector"}) {
+            const char* type = name[0] == 'a' ? "joint" : "ikEffector";
+            Node& end = **scene.create_node(type, name + n, &knee);
+            end.set(end.find_plug("tx").key, 4.0);
+        }
+        knee.set(knee.find_plug("tx").key, 3.0);
+        knee.set(knee.find_plug("pa").key, Vector3{0, .5, 0});
+        animate(scene, hip, {"tx", "ty", "tz"}, j);
+        animate(scene, **scene.create_node("ikHandle", "handle" + n), {"tx", "ty", "tz"}, j + .5);
+        animate(scene, **scene.create_node("transform", "front" + n), {"tx", "ty", "tz"}, j + 3.0);
+        (void)scene.create_node("poleVectorConstraint", "pole" + n);
+        connect("hip" + n + ".msg", "handle" + n + ".hsj");
+        connect("effector" + n + ".hp", "handle" + n + ".hee");
+        connect("ikRPsolver.msg", "handle" + n + ".hsv");
+        connect("front" + n + ".t", "pole" + n + ".tg[0].tt");
+        connect("front" + n + ".pm[0]", "pole" + n + ".tg[0].tpm");
+        connect("hip" + n + ".t", "pole" + n + ".crp");
+        connect("hip" + n + ".pm[0]", "pole" + n + ".ps");
+        connect("handle" + n + ".pim[0]", "pole" + n + ".cpim");
+        for (const char* axis : {"x", "y", "z"}) connect("pole" + n + ".ct" + axis, "handle" + n + ".pv" + axis);
+        scene.selection.add(scene.item(hip));
     }
 }
 
@@ -64,6 +109,13 @@ void export_skeleton(benchmark::State& state) {
     const int joints = static_cast<int>(state.range(0));
     make_skeleton(session(), joints);
     for (auto _ : state) run(state, "VOR2Export -f \"" + exported_file(joints) + "\" -sAt 60");
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * joints * samples);
+}
+
+void export_legs(benchmark::State& state) {
+    const int joints = static_cast<int>(state.range(0));
+    make_legs(session(), joints);
+    for (auto _ : state) run(state, "VOR2Export -f \"" + bench::temporary_path("vor2_bench_legs.vr2") + "\" -sAt 60");
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * joints * samples);
 }
 
@@ -94,6 +146,7 @@ void export_list(benchmark::State& state) {
 }
 
 BENCHMARK(export_skeleton)->Name("export")->Arg(50)->Arg(100)->Arg(200)->Arg(400)->Unit(benchmark::kMillisecond);
+BENCHMARK(export_legs)->Name("legs")->Arg(51)->Arg(102)->Arg(201)->Arg(402)->Unit(benchmark::kMillisecond);
 BENCHMARK(import_skeleton)->Name("import")->Arg(50)->Arg(100)->Arg(200)->Arg(400)->Unit(benchmark::kMillisecond);
 BENCHMARK(export_list)->Name("list")->Arg(1000)->Arg(2000)->Arg(4000)->Arg(8000)->Unit(benchmark::kMillisecond);
 
