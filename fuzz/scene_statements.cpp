@@ -11,14 +11,15 @@ namespace {
 constexpr std::string_view TYPES =
     "transform joint odd mesh animCurveTL animCurveUA animCurve pointConstraint parentConstraint multiplyDivide "
     "polyCube polySphere nurbsCurve camera locator lambert shadingEngine file groupId objectSet skinCluster tweak "
-    "displayLayer script unitConversion time ikHandle ikEffector blendWeighted dagPose reverse pairBlend oddTransform";
+    "displayLayer script unitConversion time ikHandle ikEffector ikRPsolver ikSCsolver poleVectorConstraint "
+    "blendWeighted dagPose reverse pairBlend oddTransform";
 constexpr std::string_view NODES =
     "a b c a1 a2 x ns:a ns:b |a |a|b a|b b|a |b|aShape aShape persp |persp persp|a time1 "
     ":time1 :initialShadingGroup layerManager";
 constexpr std::string_view PATHS =
     "t tx r rx ro s v wm pm[1] m msg iog o i i1x radi jo is bps tg[0].tt tg[1].tw tg ktv[0:2] ktv[3] kit[1:2] kix[0:2] "
     "tan vt[0:2] fc[0:1] pt[1] n[0:2] ed[0:2] wl[0:1].w wl[0].w[1] dsm uvst[0].uvsn uvst[0].uvsp[0:2] rp it t.tx w[0] "
-    "b translate.translateX st pi in clst[0].clsp[0:1] iog[0].og[0].gid";
+    "b translate.translateX hsj hee hsv hp pv pvx twi ikb pa mrxe mnrl ps st pi in clst[0].clsp[0:1] iog[0].og[0].gid";
 constexpr std::string_view ADDED = "a b c d e";
 constexpr std::string_view INDICES = "[0] [1] [2] [5] [1:3]";
 constexpr std::string_view NUMBERS = "0 1 -1 0.5 1e10 -0 7 1e-7 90 33.3 yes no -0.0 4294967296 1e300";
