@@ -93,7 +93,9 @@ private:
         Node& node = *entry.first.node;
         const TransformAttributes& ids = TransformAttributes::ids();
         if (node.type().is_transform()) {
-            for (AttributeId id = ids.translate; id <= ids.inherits_transform; ++id) {
+            // The limits come last of what every transform has.
+            static const auto end = static_cast<AttributeId>(NodeTypes::all().find("transform")->attributes().size());
+            for (AttributeId id = ids.translate; id < end; ++id) {
                 if (node.attribute(id).parent == no_attribute) follow_attribute(node, id, entry);
             }
         }

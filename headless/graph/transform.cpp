@@ -69,8 +69,9 @@ Matrix local_matrix(const TransformValues& v) {
 }
 
 JointFactors joint_factors(const TransformValues& v) {
-    JointFactors out{euler_to_matrix(v.rotate_axis, RotateOrder::xyz),
-                     euler_to_matrix(v.joint_orient, RotateOrder::xyz), Matrix::scale(compensation_of(v))};
+    JointFactors out{{}, {}, Matrix::scale(compensation_of(v))};
+    if (v.rotate_axis != Vector3{}) out.before = euler_to_matrix(v.rotate_axis, RotateOrder::xyz);
+    if (v.joint_orient != Vector3{}) out.orient = euler_to_matrix(v.joint_orient, RotateOrder::xyz);
     scale_rows(out.before, v.scale);
     out.place.set_row(3, v.translate);
     return out;

@@ -1,7 +1,7 @@
 // IK handles of the single chain and the rotate plane solver.
 //
 // A handle's chain runs from its start joint (joint.message to `startJoint`) down to what its effector stands under
-// (effector.handlePath to `endEffector`); its solver (solver.message to `solver`) says how it is solved. The goal is
+// (effector.handlePath to `endEffector`); its solver (solver.message to `ikSolver`) says how it is solved. The goal is
 // the handle's rotate pivot in the world, what reaches it the effector's; a pole vector is a direction in the space
 // that the handle stands in. The solution replaces the joints' rotate values, whatever these are stored as or driven
 // by; with `ikBlend` below 1 it is mixed with them, each joint along the shorter arc.
@@ -61,7 +61,7 @@ public:
     std::vector<Node*> joints;
     Node* effector = nullptr;
     std::uint64_t generation = 0;
-    bool solving = false, solved = false;
+    bool evaluated = false, solving = false, solved = false;
     IkChain chain;
     IkGoal goal;
     std::vector<Vector3> rotations;
@@ -88,10 +88,20 @@ std::vector<Node*> joints_between(Node& start, const Node& effector) {
     return {};
 }
 
+std::string shortfall(const Node& handle) {
+    const Node* solver = source_node(handle, HandleAttributes::ids().solver);
+    if (!solver) return {};
+    for (const char* known : {"ikRPsolver", "ikSCsolver", "ik2Bsolver"}) {
+        if (solver->type().name() == known) return {};
+    }
+    return "handles of the solver '" + solver->type().name() + "' aren't";
+}
+
 std::vector<Node*> find_chain(EvaluationContext& context, Node& handle) {
     auto& data = static_cast<HandleData&>(*handle.data());
     data.joints.clear();
     data.generation = 0;
+    data.evaluated = shortfall(handle).empty();
     const HandleAttributes& ids = HandleAttributes::ids();
     Node* const start = source_node(handle, ids.start);
     data.effector = source_node(handle, ids.effector);
@@ -111,15 +121,6 @@ std::vector<Node*> find_chain(EvaluationContext& context, Node& handle) {
     return data.joints;
 }
 
-std::string shortfall(const Node& handle) {
-    const Node* solver = source_node(handle, HandleAttributes::ids().solver);
-    if (!solver) return {};
-    for (const char* known : {"ikRPsolver", "ikSCsolver", "ik2Bsolver"}) {
-        if (solver->type().name() == known) return {};
-    }
-    return "handles of the solver '" + solver->type().name() + "' aren't";
-}
-
 int priority_of(const Node& handle) {
     const std::int64_t priority = handle.get({HandleAttributes::ids().priority, 0, {}}).integer();
     return static_cast<int>(std::clamp<std::int64_t>(priority, -1'000'000, 1'000'000));
@@ -135,8 +136,10 @@ public:
     bool solve() {
         gather_chain();
         gather_goal();
-        if (determinant(space_) != 0.0 && solve_ik(data_.chain, data_.goal, data_.rotations)) return true;
-        complain(context_.scene(), handle_, "its chain has no length");
+        // What is scaled away to nothing has no pose, and needs none.
+        if (determinant(space_) == 0.0) return false;
+        if (solve_ik(data_.chain, data_.goal, data_.rotations)) return true;
+        complain(context_.scene(), handle_, "its chain has no length or its goal no place");
         return false;
     }
 
@@ -203,8 +206,9 @@ Vector3 blended(const Vector3& from, const Vector3& to, double part, RotateOrder
 
 Vector3 turned(EvaluationContext& context, Node& handle, std::size_t place, const Vector3& before) {
     auto& data = static_cast<HandleData&>(*handle.data());
+    if (!data.evaluated) return before;
     const double blend = context.number(handle.plug(HandleAttributes::ids().blend));
-    if (!(blend > 0.0) || !shortfall(handle).empty()) return before;
+    if (!(blend > 0.0)) return before;
     const std::uint64_t generation = context.scene().generation();
     if (data.generation != generation) {
         if (data.solving) {
