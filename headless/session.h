@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/files/file_search.h"
 #include "headless/graph/scene.h"
 
 #include <functional>
@@ -75,6 +76,8 @@ public:
     /// that can't be read to its end leaves a new one.
     Result<void> open_file(const std::string& path);
     Result<void> save_as(const std::string& path);
+    /// Where files are looked for that scenes name, from the next one on that is opened.
+    FileSearch file_search;
     /// Through the plug-in translator of that type; an empty type picks a translator or reader by the file.
     Result<void> import_file(const std::string& path, const std::string& type);
     /// Through the plug-in translator of that type, with the selection as what is exported. An empty one is refused,

@@ -114,4 +114,8 @@ Node* MaNames::find(std::string_view name, std::string_view prefix) const {
     return of_scene ? *of_scene : nullptr;
 }
 
+Node* MaNames::find_exactly(std::string_view name, std::string_view prefix) const {
+    return name.find('|') == std::string_view::npos ? find(name, prefix) : walk(name, prefix);
+}
+
 } // namespace headless

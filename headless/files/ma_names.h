@@ -23,6 +23,8 @@ public:
     /// more than one. A name with ":" in front means the scene's root namespace. A path that leads to none of the
     /// file's nodes stands for one that every scene has, or else for the only one of the file's with its last name.
     Node* find(std::string_view name, std::string_view prefix) const;
+    /// The same, but a path stands for the node at that very place or for none.
+    Node* find_exactly(std::string_view name, std::string_view prefix) const;
 
 private:
     std::string_view file_name_of(const Node& node) const;

@@ -35,6 +35,7 @@ public:
 
 private:
     void header();
+    void reference_statement(const SceneReference& reference, bool in_front);
     Result<void> dag_nodes();
     Result<void> other_nodes();
     Result<void> default_nodes();
@@ -56,10 +57,32 @@ private:
 };
 
 void MaWriter::header() {
-    out_.text("//Maya ASCII 2016 scene\n//Codeset: UTF-8\nrequires maya \"2016\";\n");
+    out_.text("//Maya ASCII 2016 scene\n//Codeset: UTF-8\n");
+    for (const bool in_front : {true, false}) {
+        for (const SceneReference& reference : scene_.references) reference_statement(reference, in_front);
+    }
+    out_.text("requires maya \"2016\";\n");
     out_.text("currentUnit -l ").text(scene_.linear_unit.name).text(" -a ").text(scene_.angle_unit.name);
     out_.text(" -t ").text(scene_.time_unit.name).end_statement();
     out_.text("fileInfo \"application\" \"Vor2\";\n");
+}
+
+// Whether a file is loaded stands in front of all of them, by the node that stands for it; without one, at its place.
+void MaWriter::reference_statement(const SceneReference& reference, bool in_front) {
+    const Node* node = scene_.find(reference.node);
+    if ((!node && reference.node) || (in_front && reference.node_name.empty())) return;
+    out_.text(in_front ? "file -rdi 1" : "file -r");
+    const auto add = [this](const char* flag, std::string_view value) {
+        if (!value.empty()) out_.text(flag).quoted(value);
+    };
+    add(" -ns ", reference.name_space);
+    add(" -rpr ", reference.name_prefix);
+    const bool deferred = in_front || reference.node_name.empty() ? reference.unloaded : true;
+    if (deferred) out_.text(" -dr 1");
+    add(" -rfn ", node ? node->name() : reference.node_name);
+    add(" -op ", reference.options);
+    add(" -typ ", reference.sort);
+    out_.text(" ").quoted(reference.file).end_statement();
 }
 
 std::string MaWriter::name_of(const Node& node) const {

@@ -3,6 +3,7 @@
 #include "headless/graph/dag_path.h"
 #include "headless/graph/evaluation.h"
 #include "headless/graph/names.h"
+#include "headless/graph/scene_reference.h"
 #include "headless/graph/selection.h"
 #include "headless/graph/units.h"
 
@@ -121,6 +122,9 @@ public:
     TimeUnit time_unit;
     LinearUnit linear_unit;
     AngleUnit angle_unit;
+
+    /// Files that the scene refers to and that aren't part of it: not to be loaded, or not there.
+    std::vector<SceneReference> references;
 
     std::string file_name; ///< full, with forward slashes; empty for an untitled scene
     bool modified = false;

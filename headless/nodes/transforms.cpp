@@ -68,7 +68,8 @@ void add_transform_kinds(NodeTypes& types) {
         .boolean("drawLabel", "dl");
     NodeKind(types, "hikFKJoint", "joint", MFn::kJoint);
 
-    for (const char* name : {"dagContainer", "hikIKEffector", "place3dTexture", "lookAt", "pointEmitter", "airField",
+    for (const char* name : {"dagContainer", "fosterParent", "hikIKEffector", "place3dTexture", "lookAt",
+                             "pointEmitter", "airField",
                              "dragField", "gravityField", "newtonField", "radialField", "turbulenceField",
                              "uniformField", "vortexField", "volumeAxisField"})
         NodeKind(types, name, "transform", MFn::kTransform);

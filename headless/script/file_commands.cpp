@@ -60,7 +60,8 @@ Result<CommandResult> import(Session& session, const Arguments& arguments, const
     const std::string* type = arguments.text("typ");
     if ((name_space || reference) && is_maya_ascii(path, type ? *type : "")) {
         const std::string stem = native_path(forward_slashes(path)).stem().string();
-        return told(read_maya_ascii(session.scene(), path, {name_space ? *name_space : stem}), path);
+        return told(read_maya_ascii(session.scene(), path, {name_space ? *name_space : stem, session.file_search}),
+                    path);
     }
     return told(session.import_file(path, translator_type(arguments)), path);
 }

@@ -144,7 +144,7 @@ protected:
         return text;
     }
 
-    const std::string folder = temporary_folder() + "vor2_ma_writer";
+    const std::string folder = temporary_name("vor2_ma_writer");
 };
 
 TEST_F(MaWriterTest, a_scene_with_values_of_every_kind_reads_back_the_same) {
