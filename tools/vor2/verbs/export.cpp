@@ -8,6 +8,7 @@
 #include "tools/vor2/cli/output_set.h"
 #include "tools/vor2/cli/problems_dialog.h"
 #include "tools/vor2/cli/progress.h"
+#include "tools/vor2/cli/search_options.h"
 #include "tools/vor2/cli/unevaluated.h"
 #include "tools/vor2/verbs/verb.h"
 
@@ -37,6 +38,9 @@ public:
                "playback range, 60 samples a second, namespaces stripped.\n\n"
                "Without --node the top-level nodes that hold the scene's joints are exported, or all top-level "
                "transforms in a scene without joints. Frames count in the scene's time unit, or in --time-unit.\n\n"
+               "What a scene refers to is part of it, with the changes that the scene makes there. A reference is "
+               "looked for by --map, at its path, in the project, and beside the scene; a scene with one that isn't "
+               "there is refused.\n\n"
                "With --meshes the meshes of the exported nodes, and without --node of all top-level nodes that hold "
                "any, stand in the file as they are at the first frame, and move as rigid bodies with the nodes above "
                "them. A skinned mesh stands in its bind pose, which a note says. Meshes with numbers that aren't "
@@ -66,6 +70,8 @@ public:
         syntax.text("--time-unit", "UNIT",
                     "film, pal, ntsc, game, show, palf, ntscf, 120fps ... in place of the scene's", time_unit_);
         syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
+        search_.describe(syntax);
+        search_.describe_missing(syntax);
         on_problems_.describe(syntax);
         syntax.flag("--allow-unevaluated", "export also what hangs on nodes that aren't evaluated", allow_unevaluated_);
         repeat_.describe(syntax);
@@ -75,6 +81,7 @@ public:
     std::string check() const override {
         if (sample_at_ && !(*sample_at_ > 0)) return "--sample-at: the rate must be above 0";
         if (bvh_unit_ && !(*bvh_unit_ > 0)) return "--bvh-unit: the unit must be above 0";
+        if (const std::string wrong = search_.check(); !wrong.empty()) return wrong;
         const std::string wrong = outputs_.check(scenes_);
         return wrong.empty() ? repeat_.check() : wrong;
     }
@@ -88,6 +95,7 @@ private:
         ExportReport report{scenes_[index], outputs_.name_for(scenes_[index]), false, {}, {}};
         const Progress progress(scenes_.size() == 1 ? "exporting " + report.file : std::string());
         HostSession host(report.file);
+        host.session().file_search = search_.search(true);
         report.exported = host.is_equipped() && export_through(host, report);
         if (!json_) return report.exported ? exit_done : exit_refused;
         report.warnings = host.warnings();
@@ -168,6 +176,7 @@ private:
     std::optional<double> start_, stop_, sample_at_, bvh_unit_;
     std::string strip_namespace_, rotate_180_, update_view_, origin_, time_unit_;
     bool meshes_ = false, allow_unevaluated_ = false, json_ = false;
+    SearchOptions search_;
     ProblemsOption on_problems_;
     RepeatOptions repeat_;
     unsigned jobs_ = 0;

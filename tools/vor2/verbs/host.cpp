@@ -4,6 +4,7 @@
 #include "tools/vor2/cli/messages.h"
 #include "tools/vor2/cli/output_set.h"
 #include "tools/vor2/cli/progress.h"
+#include "tools/vor2/cli/search_options.h"
 #include "tools/vor2/verbs/verb.h"
 
 namespace tool {
@@ -41,16 +42,19 @@ public:
         syntax.flag("--python", "the lines of -c are Python", python_);
         syntax.file("--save", "OUT.ma", "save the scene at the end", save_);
         syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
+        search_.describe(syntax);
         repeat_.describe(syntax);
     }
     std::string check() const override {
         if (bvh_unit_ && !(*bvh_unit_ > 0)) return "--bvh-unit: the unit must be above 0";
+        if (const std::string wrong = search_.check(); !wrong.empty()) return wrong;
         return repeat_.check();
     }
     int run() override {
         repeat_.apply();
         const Progress progress("running the host");
         HostSession host(scene_, HostSession::Talk::everything);
+        host.session().file_search = search_.search(false);
         if (!host.is_equipped()) return exit_refused;
         if (!save_.empty() && !OutputSet(save_).ready()) return exit_refused;
         if (!scene_.empty() && !host.open(scene_, bvh_unit_)) return exit_refused;
@@ -93,6 +97,7 @@ private:
     std::vector<Step> steps_;
     std::optional<double> bvh_unit_;
     bool python_ = false;
+    SearchOptions search_;
     RepeatOptions repeat_;
 };
 
