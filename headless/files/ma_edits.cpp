@@ -179,6 +179,7 @@ void MaEdits::keep(const MaReference& reference, const ReferenceEditGroup& group
         const ReferenceEdit& edit = group.edits[i];
         if (edit.kind != ReferenceEdit::Kind::connect) continue;
         const bool both = edit.ends == ReferenceEdit::Ends::both;
+        kept.edits[i].fields[1].value = node->name();
         for (std::size_t at = both ? 4 : 3; at < (both ? 6u : 4u); ++at)
             kept.edits[i].fields[at].value = moved_place_holder(*node, edit.field(at));
     }

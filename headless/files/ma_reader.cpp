@@ -169,6 +169,7 @@ private:
         if (words.empty()) return {};
         if (flags.has("-rdi", "-referenceDepthInfo")) {
             SceneReference reference = stated(words);
+            if (reference.node_name.empty()) return {};
             const std::string name = prefix_ + reference.node_name;
             reading_.stated_above.try_emplace(name, std::move(reference));
             return {};
@@ -179,9 +180,11 @@ private:
         std::vector<std::string> paths{statement.file};
         // The outermost file decides what is loaded and from where.
         const auto above = reading_.stated_above.find(prefix_ + statement.node_name);
-        if (above != reading_.stated_above.end()) {
+        if (!statement.node_name.empty() && above != reading_.stated_above.end()) {
             statement.unloaded = above->second.unloaded;
             statement.file = above->second.file;
+            if (!above->second.sort.empty()) statement.sort = above->second.sort;
+            if (!above->second.options.empty()) statement.options = above->second.options;
             if (statement.file != paths.front()) paths.insert(paths.begin(), statement.file);
         }
         if (!statement.unloaded) load(words, paths, reference);

@@ -1,5 +1,6 @@
 #include "headless/files/ma_reader.h"
 #include "headless/session.h"
+#include "tests/temporary.h"
 
 #include <gtest/gtest.h>
 
@@ -265,7 +266,7 @@ TEST_F(MaReaderTest, an_error_names_its_place_and_takes_the_nodes_back) {
 }
 
 TEST_F(MaReaderTest, references_are_read_into_their_namespaces) {
-    const auto folder = std::filesystem::temp_directory_path() / "ma reader ä";
+    const auto folder = std::filesystem::temp_directory_path() / temporary_name("ma reader ä");
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "prop.ma") << "createNode joint -n \"root\"; createNode joint -n \"tip\" -p \"root\";"
                                          "file -r -ns \"self\" \"shot.ma\";";
@@ -279,12 +280,13 @@ TEST_F(MaReaderTest, references_are_read_into_their_namespaces) {
     EXPECT_EQ(value("p:root.tx").number(), 3.0);
     ASSERT_EQ(messages.size(), 2u);
     EXPECT_TRUE(messages[0].ends_with("The referenced file 'shot.ma' refers back to itself")) << messages[0];
-    EXPECT_TRUE(messages[1].ends_with("The referenced file 'missing.ma' isn't there")) << messages[1];
+    EXPECT_NE(messages[1].find("The referenced file 'missing.ma' isn't there; looked"), std::string::npos)
+        << messages[1];
     std::filesystem::remove_all(folder);
 }
 
 TEST_F(MaReaderTest, references_that_multiply_are_cut_short) {
-    const auto folder = std::filesystem::temp_directory_path() / "ma reader crowd";
+    const auto folder = std::filesystem::temp_directory_path() / temporary_name("ma reader crowd");
     std::filesystem::create_directories(folder);
     for (int i = 0; i < 20; ++i) {
         const std::string next = std::to_string(i + 1) + ".ma\";";
