@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
     headless::Scene& scene = fuzz::quiet_scene();
     headless::Session& session = headless::Session::current();
     platform::ask_yes_no_hook = [](const char*, const char*) { return platform::ANSWER::NO; };
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string_view text = fuzz::first_file({reinterpret_cast<const char*>(data), size});
     if (!headless::read_maya_ascii_text(scene, text, fuzz::sandbox() + "scene.ma")) return 0;
     (void)session.load_plugin("vor2", initializePlugin, uninitializePlugin);
     VOR2_EXPORTER_MAYA::exports_meshes() = true;

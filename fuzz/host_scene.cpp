@@ -34,6 +34,18 @@ Scene& quiet_scene() {
     return session.scene();
 }
 
+std::string_view first_file(std::string_view text) {
+    const std::size_t end = std::min(text.find('\f'), text.size());
+    std::string_view rest = text.substr(std::min(end + 1, text.size()));
+    for (const char* name : {"rig.ma", "deep.ma"}) {
+        if (rest.empty()) break;
+        const std::size_t length = std::min(rest.find('\f'), rest.size());
+        put_in_sandbox(name, std::string(rest.substr(0, length)));
+        rest.remove_prefix(std::min(length + 1, rest.size()));
+    }
+    return text.substr(0, end);
+}
+
 void look_at(Scene& scene) {
     const std::vector<Node*> nodes = scene.nodes();
     for (const double time : {0.0, 1.0 / 24, 0.7, -3.0, 1e6}) {

@@ -9,7 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const fuzz::Visit visit;
     headless::Scene& scene = fuzz::quiet_scene();
     const std::size_t before = scene.node_count();
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string_view text = fuzz::first_file({reinterpret_cast<const char*>(data), size});
     if (!headless::read_maya_ascii_text(scene, text, fuzz::sandbox() + "scene.ma")) {
         if (scene.node_count() != before) fuzz::wrong("a refused file leaves nodes behind");
         return 0;

@@ -11,15 +11,24 @@ namespace {
 constexpr std::string_view TYPES =
     "transform joint odd mesh animCurveTL animCurveUA animCurve pointConstraint parentConstraint multiplyDivide "
     "polyCube polySphere nurbsCurve camera locator lambert shadingEngine file groupId objectSet skinCluster tweak "
-    "displayLayer script unitConversion time ikHandle ikEffector ikRPsolver ikSCsolver poleVectorConstraint "
-    "blendWeighted dagPose reverse pairBlend oddTransform";
+    "reference fosterParent displayLayer script unitConversion time ikHandle ikEffector ikRPsolver ikSCsolver "
+    "poleVectorConstraint blendWeighted dagPose reverse pairBlend oddTransform";
 constexpr std::string_view NODES =
     "a b c a1 a2 x ns:a ns:b |a |a|b a|b b|a |b|aShape aShape persp |persp persp|a time1 "
-    ":time1 :initialShadingGroup layerManager";
+    ":time1 :initialShadingGroup layerManager rRN dRN |r:a r:x rRNfosterParent1";
 constexpr std::string_view PATHS =
-    "t tx r rx ro s v wm pm[1] m msg iog o i i1x radi jo is bps tg[0].tt tg[1].tw tg ktv[0:2] ktv[3] kit[1:2] kix[0:2] "
+    "phl[1] phl[2] phl[3] fp t tx r rx ro s v wm pm[1] m msg iog o i i1x radi jo is bps tg[0].tt tg[1].tw tg ktv[0:2] "
+    "ktv[3] kit[1:2] kix[0:2] "
     "tan vt[0:2] fc[0:1] pt[1] n[0:2] ed[0:2] wl[0:1].w wl[0].w[1] dsm uvst[0].uvsn uvst[0].uvsp[0:2] rp it t.tx w[0] "
     "b translate.translateX hsj hee hsv hp pv pvx twi ikb pa mrxe mnrl ps st pi in clst[0].clsp[0:1] iog[0].og[0].gid";
+// What references name: those of the first file stand in r, and those of that one's in r:d.
+constexpr std::string_view REFERRED =
+    "|r:a |r:a|r:b r:x |r:gone r:aRN |r:d:a |rRNfosterParent1|a |a r:d:x :persp |r:a|r:a |b";
+constexpr std::string_view ENDS_THERE = "|r:a.tx |r:a|r:b.ty r:x.in |r:gone.tx a.tx |r:a.fly r:a.wm r:x.i[2] :time1.o";
+constexpr std::string_view EDITED = "translate translateX fly rotateY controlPoints[0:1] visibility in[2] tx";
+constexpr std::string_view HOLDERS =
+    "rRN.placeHolderList[1] rRN.placeHolderList[2] rRN.placeHolderList[3] r:dRN.placeHolderList[1] xRN.placeHolderList";
+constexpr std::string_view REFERENCES = "rRN r:dRN dRN xRN";
 constexpr std::string_view ADDED = "a b c d e";
 constexpr std::string_view INDICES = "[0] [1] [2] [5] [1:3]";
 constexpr std::string_view NUMBERS = "0 1 -1 0.5 1e10 -0 7 1e-7 90 33.3 yes no -0.0 4294967296 1e300";
@@ -45,6 +54,7 @@ public:
         if (which < 12) return "connectAttr " + plug() + " " + plug() + " " + (chance(2) ? flag(ENDS) : "") + ";\n";
         if (which == 12) return "disconnectAttr " + plug() + " " + plug() + ";\n";
         if (which == 13) return parenting() + ";\n";
+        if (which == 15 && chance(2)) return chance(2) ? reference() : edits();
         if (which == 14) return "select -ne " + one(SELECTED) + ";\n";
         return other();
     }
@@ -126,6 +136,41 @@ private:
         while (chance(2)) out += flag(PARENTS);
         out += quoted(NODES);
         return chance(5) ? out : out + " " + quoted(NODES);
+    }
+
+    // The files that an input may hold behind its first.
+    std::string reference() {
+        const bool deep = chance(3);
+        const std::string name = deep ? "d" : "r", file = deep ? "deep.ma" : chance(8) ? "gone.ma" : "rig.ma";
+        const std::string names = chance(8) ? "-rpr \"" + name + "\"" : "-ns \"" + name + "\"";
+        const std::string rest = names + (chance(6) ? " -dr 1" : "") + " -rfn \"" + name + "RN\" \"" + file + "\";\n";
+        return (chance(2) ? "file -rdi 1 " + rest : "") + "file -r " + rest;
+    }
+
+    std::string edits() {
+        const std::string node = one(REFERENCES);
+        std::string out = "createNode reference -n \"" + node + "\"; setAttr \".ed\" -type \"dataReferenceEdits\" \"" +
+                          node + "\" " + quoted(REFERENCES) + " ";
+        const std::size_t count = random_() % 5;
+        out += std::to_string(chance(16) ? count + 1 : count) + " ";
+        for (std::size_t i = 0; i < count; ++i) out += edit() + " ";
+        return out + ";\n";
+    }
+
+    std::string edit() {
+        const unsigned which = random_() % 10;
+        const std::string node = quoted(REFERRED);
+        if (which == 0) return "0 " + node + " " + quoted(REFERRED) + " \"-s -r \"";
+        if (which == 1) return "1 " + node + R"( "fly" "fl" " -ci 1 -dv 2 -at \"double\"")";
+        if (which < 4) return "2 " + node + " " + quoted(EDITED) + " \" -k 1 " + one(NUMBERS) + "\"";
+        if (which == 4) return "3 " + quoted(ENDS_THERE) + " " + quoted(ENDS_THERE) + " \"-na\"";
+        if (which == 5) return "4 " + node + " " + quoted(EDITED) + " \"\"";
+        if (which == 6) return (chance(2) ? "8 " : "9 ") + node + " " + quoted(EDITED);
+        if (which == 7) return "7 \"link\" " + node + " 1 " + node + " 0";
+        const std::string ends = "\"rRN\" " + quoted(ENDS_THERE) + " ";
+        if (which == 8)
+            return "5 0 " + ends + quoted(ENDS_THERE) + " " + quoted(HOLDERS) + " " + quoted(HOLDERS) + " \"\"";
+        return (chance(2) ? "5 3 " : "5 4 ") + ends + quoted(HOLDERS) + " \"\"";
     }
 
     std::string other() {

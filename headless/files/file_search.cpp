@@ -137,6 +137,12 @@ FileFinder::Project FileFinder::project_above(const std::string& file) {
     return {};
 }
 
+const FileFinder::Project& FileFinder::project_of(const std::string& naming_file) const {
+    const auto known = projects_.find(naming_file);
+    return known != projects_.end() ? known->second
+                                    : projects_.emplace(naming_file, project_above(naming_file)).first->second;
+}
+
 FileFinder::Found FileFinder::find(std::string_view stated, std::string_view sort,
                                    const std::string& naming_file) const {
     const std::string written = with_slashes(stated), path = with_environment(written);
@@ -147,7 +153,7 @@ FileFinder::Found FileFinder::find(std::string_view stated, std::string_view sor
         places.add(mapped(path, map));
     }
     if (has_root(path)) places.add(path);
-    const Project own = search_.project.empty() ? project_above(naming_file) : Project();
+    const Project& own = search_.project.empty() ? project_of(naming_file) : project_;
     for (const Project* project : {&project_, &own}) {
         if (project->folder.empty()) continue;
         if (const std::string_view rest = behind_project_root(path); !rest.empty())

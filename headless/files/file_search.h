@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
@@ -45,9 +46,11 @@ private:
     };
     static Project project_at(const std::string& folder);
     static Project project_above(const std::string& file);
+    const Project& project_of(const std::string& naming_file) const;
 
     const FileSearch& search_;
     Project project_;
+    mutable std::map<std::string, Project> projects_; ///< those above the files that named others
 };
 
 /// The folder that a path's rest stands in when another project's root is in front of it: behind the first "//" that

@@ -167,6 +167,7 @@ void MaEdits::join() {
     }
     for (const auto& [holder, end] : ends_) reading_.scene.disconnect(holder);
     for (const auto& [source, destination] : connections) (void)file_.connect(source, destination);
+    store_kept();
 }
 
 // Changes to a reference within one that is loaded hang on the outer one's place holders, which go with it.
@@ -183,13 +184,19 @@ void MaEdits::keep(const MaReference& reference, const ReferenceEditGroup& group
         for (std::size_t at = both ? 4 : 3; at < (both ? 6u : 4u); ++at)
             kept.edits[i].fields[at].value = moved_place_holder(*node, edit.field(at));
     }
-    const PlugKey key = node->find_or_add_plug("ed").key;
-    const Value stored = node->get(key);
-    RawTokens edits{"dataReferenceEdits", {}};
-    if (const auto* before = stored.get_if<RawTokens>()) edits.tokens = before->tokens;
-    if (edits.tokens.empty()) edits.tokens.push_back(quoted(node->name()));
-    append_tokens(kept, edits.tokens);
-    node->set(key, edits);
+    append_tokens(kept, kept_[node]);
+}
+
+void MaEdits::store_kept() {
+    for (auto& [node, tokens] : kept_) {
+        const PlugKey key = node->find_or_add_plug("ed").key;
+        const Value stored = node->get(key);
+        const auto* before = stored.get_if<RawTokens>();
+        RawTokens edits{"dataReferenceEdits", before ? before->tokens : std::vector<std::string>{}};
+        if (edits.tokens.empty()) edits.tokens.push_back(headless::quoted(node->name()));
+        edits.tokens.insert(edits.tokens.end(), tokens.begin(), tokens.end());
+        node->set(key, edits);
+    }
 }
 
 std::string MaEdits::moved_place_holder(Node& to, const std::string& from) {

@@ -27,6 +27,7 @@ private:
     void note_ends(const ReferenceEdit& edit);
     void stand_for(const std::string& place_holder, const std::string& plug);
     void keep(const MaReference& reference, const ReferenceEditGroup& group);
+    void store_kept();
     std::string moved_place_holder(Node& to, const std::string& from);
     Plug place_holder(const std::string& name) const;
     Plug end_of(const Plug& plug) const;
@@ -36,7 +37,8 @@ private:
     Reading& reading_;
     std::vector<std::pair<Plug, Plug>> ends_; ///< place holders, and what they stand for
     std::map<std::pair<const Node*, PlugKey>, std::size_t> places_;
-    std::set<const Node*> loaded_; ///< reference nodes
+    std::set<const Node*> loaded_;                   ///< reference nodes
+    std::map<Node*, std::vector<std::string>> kept_; ///< further words for nodes of references that aren't loaded
 };
 
 } // namespace headless

@@ -212,6 +212,11 @@ private:
 
     void load(Words words, const std::vector<std::string>& paths, MaReference& reference) {
         const SceneReference& statement = reference.statement;
+        // Few levels are enough for a handful of files that name each other twice to come to millions.
+        if (++reading_.references_read > max_references) {
+            reference.kept = false;
+            return reading_.note_problem(error_at(words.front(), "More files are referred to than are read"));
+        }
         FileFinder::Found found;
         for (const std::string& path : paths) {
             FileFinder::Found here = reading_.finder.find(path, statement.sort, path_);
@@ -243,8 +248,6 @@ private:
         if (reading_.open_files.size() >= max_reference_depth) return Error{"References lie too deep"};
         if (std::ranges::find(reading_.open_files, path) != reading_.open_files.end())
             return Error{named + "refers back to itself"};
-        // Few levels are enough for a handful of files that name each other twice to come to millions.
-        if (++reading_.references_read > max_references) return Error{"More files are referred to than are read"};
         const Result<std::string> text = read_text_file(path);
         if (!text) return Error{text.error().text()};
         reading_.referenced_bytes += text->size();
@@ -309,8 +312,8 @@ bool holds_nothing_of_its_own(const Scene& scene) {
 void remove_spent(Scene& scene, Node& reference_node) {
     std::vector<Node*> spent{&reference_node};
     for (const auto& [key, source] : reference_node.inputs()) {
-        if (source.node->type().name() == "fosterParent" && source.node->children().empty())
-            spent.push_back(source.node);
+        const bool empty = source.node->type().name() == "fosterParent" && source.node->children().empty();
+        if (empty && std::ranges::find(spent, source.node) == spent.end()) spent.push_back(source.node);
     }
     for (Node* node : spent) scene.remove_node(*node);
 }

@@ -42,7 +42,7 @@ struct Reading {
     MaNames names{scene};
     std::vector<NodeHandle> made;
     std::vector<std::string> open_files;
-    int references_read = 0; ///< a file as often as it was
+    int references_read = 0; ///< or looked for, a file as often as it was
     std::size_t referenced_bytes = 0;
     std::string base_namespace; ///< that names in the scene have and names in the files don't
     bool fresh = false;         ///< the scene held nothing of its own

@@ -244,6 +244,37 @@ TEST_F(HostVerbs, a_bad_scene_is_one_line_and_leaves_nothing) {
     }
 }
 
+TEST_F(HostVerbs, a_scene_comes_with_what_it_refers_to_or_is_refused) {
+    fs::create_directories(path("job/rigs"));
+    fs::create_directories(path("shots"));
+    fs::rename(path("walk.ma"), path("job/rigs/walk.ma"));
+    write("job/workspace.mel", "workspace -fr \"scene\" \"scenes\";\n");
+    write("shots/shot.ma", R"(createNode joint -n "own";
+file -rdi 1 -ns "w" -rfn "wRN" "P:/job//rigs/walk.ma"; file -r -ns "w" -dr 1 -rfn "wRN" "P:/job//rigs/walk.ma";)");
+    const std::string shot = "shots/shot.ma";
+    expect_refused({"export", shot, "-o", "a.vr2"}, shot, "line 2, column ");
+    expect_refused({"export", shot, "-o", "a.vr2", "--project", "shots"}, shot, "looked for it at P:/job");
+    EXPECT_EQ(run({"export", shot, "-o", "a.vr2", "--project", "none"}).exit_code, 2);
+    EXPECT_EQ(run({"export", shot, "-o", "a.vr2", "--map", "P:"}).exit_code, 2);
+    const Names whole{"Exporter Inserted Root", "own", "hips", "knee"};
+    for (const Names& where : {Names{"--project", "job"}, Names{"--map", "p:/=" + path("")}}) {
+        Names arguments{"export", shot, "-o", "a.vr2"};
+        arguments.insert(arguments.end(), where.begin(), where.end());
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
+        EXPECT_EQ(outcome.err, "");
+        EXPECT_EQ(node_names("a.vr2"), whole);
+    }
+    fs::rename(path(shot), path("job/shot.ma"));
+    EXPECT_EQ(run({"export", "job/shot.ma", "-o", "b.vr2"}).exit_code, 0);
+    EXPECT_EQ(node_names("b.vr2"), whole);
+    fs::rename(path("job/shot.ma"), path(shot));
+    const Outcome alone = run({"export", shot, "-o", "c.vr2", "--allow-missing-references"});
+    EXPECT_EQ(alone.exit_code, 0);
+    EXPECT_EQ(alone.problems().size(), 1U) << alone.err;
+    EXPECT_EQ(node_names("c.vr2"), (Names{"Exporter Inserted Root", "own"}));
+}
+
 TEST_F(HostVerbs, many_scenes_go_out_at_once_past_a_bad_one) {
     fs::create_directory(place("out"));
     for (const std::string name : {"b", "c", "d"}) write(name + ".ma", walk);
@@ -258,6 +289,7 @@ TEST_F(HostVerbs, many_scenes_go_out_at_once_past_a_bad_one) {
 
 TEST_F(HostVerbs, real_scenes_go_the_whole_way) {
     std::error_code ignored;
+    const std::string alone = "--allow-missing-references"; // some refer to models that nobody has
     int scenes = 0;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(VOR2_SHARED_DATA, ignored)) {
         const std::string ending = entry.path().extension().string();
@@ -265,10 +297,10 @@ TEST_F(HostVerbs, real_scenes_go_the_whole_way) {
         ++scenes;
         const std::string scene = entry.path().string();
         SCOPED_TRACE(scene);
-        EXPECT_EQ(run({"export", scene, "-o", "m.vr2", "--quiet", "--meshes"}).exit_code, 0);
+        EXPECT_EQ(run({"export", scene, "-o", "m.vr2", "--quiet", "--meshes", alone}).exit_code, 0);
         EXPECT_EQ(run({"upgrade", "m.vr2", "n.vr2"}).exit_code, 0);
         EXPECT_EQ(read("m.vr2"), read("n.vr2"));
-        const Outcome exported = run({"export", scene, "-o", "a.vr2", "--quiet"});
+        const Outcome exported = run({"export", scene, "-o", "a.vr2", "--quiet", alone});
         ASSERT_EQ(exported.exit_code, 0) << exported.err;
         EXPECT_EQ(run({"info", "a.vr2"}).exit_code, 0);
         EXPECT_EQ(run({"import", "a.vr2", "-o", "back.ma", "--quiet"}).exit_code, 0);
