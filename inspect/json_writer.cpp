@@ -67,7 +67,10 @@ std::string quoted(std::u16string_view text) {
 }
 
 void TextOut::flush() {
-    if (!buffer_.empty() && error_ == 0 && std::fwrite(buffer_.data(), 1, buffer_.size(), stream_) != buffer_.size()) {
+    if (target_ != nullptr) {
+        target_->append(buffer_);
+    } else if (!buffer_.empty() && error_ == 0 &&
+               std::fwrite(buffer_.data(), 1, buffer_.size(), stream_) != buffer_.size()) {
         error_ = errno != 0 ? errno : EIO;
     }
     buffer_.clear();
@@ -75,7 +78,7 @@ void TextOut::flush() {
 
 int TextOut::finish() {
     flush();
-    if (error_ == 0 && std::fflush(stream_) != 0) error_ = errno != 0 ? errno : EIO;
+    if (stream_ != nullptr && error_ == 0 && std::fflush(stream_) != 0) error_ = errno != 0 ? errno : EIO;
     return error_;
 }
 

@@ -23,10 +23,11 @@ std::string shortest(double number);
 /// A text as a JSON string with its quotes.
 std::string quoted(std::u16string_view text);
 
-/// Buffered bytes to a stream. The first failure sticks.
+/// Buffered bytes to a stream, or to a string. The first failure sticks.
 class TextOut {
 public:
     explicit TextOut(std::FILE* stream) : stream_(stream) { buffer_.reserve(buffer_size); }
+    explicit TextOut(std::string& target) : target_(&target) { buffer_.reserve(buffer_size); }
     ~TextOut() { flush(); }
     TextOut(const TextOut&) = delete;
     TextOut& operator=(const TextOut&) = delete;
@@ -43,7 +44,8 @@ public:
 
 private:
     static constexpr std::size_t buffer_size = 1U << 16;
-    std::FILE* stream_;
+    std::FILE* stream_ = nullptr;
+    std::string* target_ = nullptr;
     std::string buffer_;
     int error_ = 0;
 };
