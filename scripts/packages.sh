@@ -22,7 +22,7 @@ install_packages() {
 }
 
 # What building needs, and what the tests need on top.
-BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
+BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev esbuild libjs-three)
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev googletest python3)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64)
 

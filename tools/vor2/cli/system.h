@@ -30,6 +30,8 @@ std::string make_scratch_file(const std::string& folder, int& error);
 /// failed.
 int make_watched_file(const std::string& path);
 void keep_if_interrupted(const std::string& path);
+/// Shows a document in the program that the desktop has for such, and doesn't wait for it.
+void show_document(const std::string& path);
 /// Whether the folder may be written to.
 bool may_write_in(const std::string& folder);
 

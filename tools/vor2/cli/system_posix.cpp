@@ -1,5 +1,7 @@
 #include "tools/vor2/cli/system.h"
 
+#include "support/platform/platform.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -107,6 +109,10 @@ void keep_if_interrupted(const std::string& path) {
         std::free(name); // NOLINT(cppcoreguidelines-no-malloc)
         return;
     }
+}
+
+void show_document(const std::string& path) {
+    VOR2_LOADER::platform::start_program("xdg-open", path.c_str());
 }
 
 bool may_write_in(const std::string& folder) {

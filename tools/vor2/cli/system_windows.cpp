@@ -1,3 +1,4 @@
+#include "support/platform/platform.h"
 #include "support/platform/windows_headers.h"
 #include "tools/vor2/cli/system.h"
 
@@ -89,6 +90,10 @@ int make_watched_file(const std::string& path) {
 void keep_if_interrupted(const std::string& path) {
     const std::lock_guard lock(watched_files().mutex);
     watched_files().paths.erase(path);
+}
+
+void show_document(const std::string& path) {
+    VOR2_LOADER::platform::start_program("explorer", path.c_str());
 }
 
 bool may_write_in(const std::string& folder) {

@@ -47,5 +47,6 @@ std::unique_ptr<Verb> make_upgrade_verb();
 std::unique_ptr<Verb> make_diff_verb();
 std::unique_ptr<Verb> make_pose_verb();
 std::unique_ptr<Verb> make_check_verb();
+std::unique_ptr<Verb> make_view_verb();
 
 } // namespace tool
