@@ -26,7 +26,11 @@ concept HAS_RECORD = requires {
 /// What the clock does to each part: the two operations of `VOR2_INTERNAL_ANIM_OBJECT` as one walk.
 struct SET_TIME {
     f32 time;
-    void operator()(VOR2_INTERNAL_ANIM_OBJECT& part) const { part.set_time(time); }
+    /// On the class that the holder knows, so that a call of a final operation is a plain one.
+    template<class PART>
+    void operator()(PART& part) const {
+        part.set_time(time);
+    }
     template<class BASE>
     void base(BASE& part) const {
         part.BASE::set_time(time);
@@ -34,7 +38,10 @@ struct SET_TIME {
 };
 struct ADVANCE {
     f32 delta;
-    void operator()(VOR2_INTERNAL_ANIM_OBJECT& part) const { part.advance(delta); }
+    template<class PART>
+    void operator()(PART& part) const {
+        part.advance(delta);
+    }
     template<class BASE>
     void base(BASE& part) const {
         part.BASE::advance(delta);

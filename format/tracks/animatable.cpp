@@ -3,9 +3,26 @@
 #include <cmath>
 
 namespace VOR2_LOADER {
+namespace detail {
+
+/// How many of the first `most` keys fulfil what no key behind them does. Without a branch on the keys: half of
+/// those would be foretold wrongly.
+template<class CONDITION>
+u64 count_first(const f32* keys, u64 most, CONDITION condition) {
+    const f32* first = keys;
+    while (most > 1) {
+        const u64 half = most / 2;
+        first += condition(first[half - 1]) ? half : 0;
+        most -= half;
+    }
+    return static_cast<u64>(first - keys) + (most == 1 && condition(*first) ? 1 : 0);
+}
+
+} // namespace detail
 
 bool VOR2_ANIMATABLE::load(VOR2_INPUT_BUFFER& buffer, f32 version) {
     const bool cursor = buffer.read_value(my_cursor_index) && buffer.read_value(my_cursor_fraction);
+    my_ascent.count = 0;
     return LIST_KIND<VALUE_KIND>::load(my_key_times, buffer, version) && cursor;
 }
 
@@ -33,31 +50,55 @@ f32 VOR2_ANIMATABLE::current_time() const noexcept {
     return (my_key_times[i + 1] - my_key_times[i]) * my_cursor_fraction + my_key_times[i];
 }
 
-void VOR2_ANIMATABLE::place(u64 index, f32 fraction) noexcept {
-    my_cursor_index = static_cast<u32>(index);
-    my_cursor_fraction = fraction;
+/// Places the cursor in that interval if it holds the time.
+bool VOR2_ANIMATABLE::settle(u64 index, f32 time) noexcept {
+    const f32 from = my_key_times[index], to = my_key_times[index + 1];
+    if (!(time >= from && to >= time)) return false;
+    place(index, fraction_of(time, from, to));
+    return true;
 }
 
-void VOR2_ANIMATABLE::place_within(u64 index, f32 time) noexcept {
-    const f32 length = my_key_times[index + 1] - my_key_times[index];
-    place(index, length > 0 ? (time - my_key_times[index]) / length : 0.0F);
+/// Looks at up to `most` intervals, the cursor's own first.
+bool VOR2_ANIMATABLE::walk(f32 time, bool forward, u64 from, u64 most) noexcept {
+    const u64 count = std::min(most, forward ? my_key_times.size() - 1 - from : from + 1);
+    for (u64 k = 0; k < count; ++k) {
+        if (settle(forward ? from + k : from - k, time)) return true;
+    }
+    return false;
 }
 
-void VOR2_ANIMATABLE::set_time(f32 time) {
+/// The one interval of ascending times where a walk from `from` could end.
+u64 VOR2_ANIMATABLE::find(f32 time, bool forward, u64 from) const noexcept {
+    const f32* times = my_key_times.data();
+    if (forward) {
+        const auto is_before = [time](f32 key) { return key < time; };
+        return detail::count_first(times + from + 1, my_key_times.size() - 2 - from, is_before) + from;
+    }
+    return detail::count_first(times + 1, from, [time](f32 key) { return !(key > time); });
+}
+
+/// Goes on for up to `most` times where the last look ended.
+bool VOR2_ANIMATABLE::ascends(u64 most) noexcept {
+    const u64 n = my_key_times.size();
+    u64 k = std::clamp<u64>(my_ascent.count, 1, n);
+    for (const u64 end = k + std::min(most, n - k); k < end && my_key_times[k - 1] <= my_key_times[k];) ++k;
+    my_ascent.count = k;
+    return k == n;
+}
+
+void VOR2_ANIMATABLE::seek(f32 time) noexcept {
+    constexpr u64 NEAR = 4;   // intervals that are looked at one by one
+    constexpr u64 A_FEW = 64; // times whose order a step can look at without costing more for it
     const u64 n = my_key_times.size();
     if (n < 2) return;
     if (time >= my_key_times[n - 1]) return place(n - 2, 1.0F);
     if (my_key_times[0] >= time) return place(0, 0.0F);
-    const auto holds = [this, time](u64 i) { return time >= my_key_times[i] && my_key_times[i + 1] >= time; };
-    if (time - current_time() >= 0) {
-        for (u64 i = cursor_interval(); i <= n - 2; ++i) {
-            if (holds(i)) return place_within(i, time);
-        }
-    } else {
-        for (u64 i = cursor_interval() + 1; i > 0; --i) {
-            if (holds(i - 1)) return place_within(i - 1, time);
-        }
-    }
+    const bool forward = time - current_time() >= 0;
+    const u64 from = cursor_interval();
+    const bool is_near = walk(time, forward, from, NEAR);
+    const bool is_ordered = ascends(is_near ? A_FEW : n);
+    if (is_near) return;
+    (void)(is_ordered ? settle(find(time, forward, from), time) : walk(time, forward, from, n));
 }
 
 void VOR2_ANIMATABLE::advance(f32 delta) {

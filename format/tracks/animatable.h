@@ -11,10 +11,34 @@
 /// written back as read, and where it lies outside the keys every use takes the nearest key; times
 /// that don't ascend move the cursor only to an interval that holds the time asked for, and between
 /// two equal times the fraction is 0; a track without values gives zeros (the identity rotation).
+///
+/// A step within an interval or to the next costs the same for any number of keys, and a jump grows with
+/// their logarithm, where the times ascend. The cursor is in every case the one that a walk from the old
+/// one, interval by interval, comes to.
 
 #include "format/core/record.h"
 
 namespace VOR2_LOADER {
+
+namespace detail {
+
+/// How many of a list's first times are known to ascend, equal neighbours included. A move takes it along with the
+/// list and leaves none.
+class ASCENT {
+public:
+    ASCENT() noexcept = default;
+    ASCENT(const ASCENT&) noexcept = default;
+    ASCENT(ASCENT&& other) noexcept : count(std::exchange(other.count, 0)) {}
+    ~ASCENT() = default;
+    ASCENT& operator=(const ASCENT&) noexcept = default;
+    ASCENT& operator=(ASCENT&& other) noexcept {
+        count = std::exchange(other.count, 0);
+        return *this;
+    }
+    u64 count = 0;
+};
+
+} // namespace detail
 
 class VOR2_ANIMATABLE : public VOR2_SERIALISABLE_OBJECT, public VOR2_INTERNAL_ANIM_OBJECT {
 public:
@@ -35,16 +59,25 @@ public:
     void advance(f32 delta) final;
     /// Clamps at the ends. A time on an inner key ends the interval before it when the cursor comes from
     /// earlier, and begins the one after it when it comes from later.
-    void set_time(f32 time) final;
+    void set_time(f32 time) final {
+        if (!step_to(time)) seek(time);
+    }
     /// The cursor's time; 0 with fewer than two keys.
     [[nodiscard]] f32 current_time() const noexcept;
 
-    [[nodiscard]] ARRAY<f32>& key_times() noexcept { return my_key_times; }
+    /// For changes. They are to be made before the clock moves this track again: afterwards ask anew, since what the
+    /// track knows of its times' order holds until the next call.
+    [[nodiscard]] ARRAY<f32>& key_times() noexcept {
+        my_ascent.count = 0;
+        return my_key_times;
+    }
     [[nodiscard]] const ARRAY<f32>& key_times() const noexcept { return my_key_times; }
     [[nodiscard]] u32 cursor_index() const noexcept { return my_cursor_index; }
     [[nodiscard]] f32 cursor_fraction() const noexcept { return my_cursor_fraction; }
 
 protected:
+    /// What is known of the times before a new last one still holds.
+    void add_key_time(f32 time) { my_key_times.push_back(time); }
     [[nodiscard]] bool times_equal(const VOR2_ANIMATABLE& other) const noexcept;
     /// Which of `count` values, more than one, the cursor lies between.
     struct INTERVAL {
@@ -56,8 +89,36 @@ protected:
     }
 
 private:
-    void place(u64 index, f32 fraction) noexcept;
-    void place_within(u64 index, f32 time) noexcept;
+    void place(u64 index, f32 fraction) noexcept {
+        my_cursor_index = static_cast<u32>(index);
+        my_cursor_fraction = fraction;
+    }
+    [[nodiscard]] static f32 fraction_of(f32 time, f32 from, f32 to) noexcept {
+        const f32 length = to - from;
+        return length > 0 ? (time - from) / length : 0.0F;
+    }
+    /// Strictly between two neighbours of ascending times, no end, no other interval and, in the cursor's own, no
+    /// direction can matter. False, with nothing moved, for every other time.
+    bool step_to(f32 time) noexcept {
+        const u64 i = my_cursor_index;
+        const u64 n = my_key_times.size();
+        if (my_ascent.count != n || i + 1 >= n) return false;
+        const f32* times = my_key_times.data() + i;
+        const f32 from = times[0], to = times[1];
+        if (time > from && time < to) {
+            my_cursor_fraction = fraction_of(time, from, to);
+            return true;
+        }
+        if (i + 2 >= n || !(time > to && time < times[2])) return false;
+        if (!(time - ((to - from) * my_cursor_fraction + from) >= 0)) return false;
+        place(i + 1, fraction_of(time, to, times[2]));
+        return true;
+    }
+    void seek(f32 time) noexcept;
+    [[nodiscard]] bool settle(u64 index, f32 time) noexcept;
+    [[nodiscard]] bool walk(f32 time, bool forward, u64 from, u64 most) noexcept;
+    [[nodiscard]] u64 find(f32 time, bool forward, u64 from) const noexcept;
+    [[nodiscard]] bool ascends(u64 most) noexcept;
     [[nodiscard]] u64 cursor_interval() const noexcept {
         return std::min<u64>(my_cursor_index, my_key_times.size() - 2);
     }
@@ -65,6 +126,7 @@ private:
     u32 my_cursor_index = 0;
     f32 my_cursor_fraction = 0;
     ARRAY<f32> my_key_times;
+    detail::ASCENT my_ascent;
 };
 
 } // namespace VOR2_LOADER

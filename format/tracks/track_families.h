@@ -41,7 +41,7 @@ public:
     [[nodiscard]] const ARRAY<VALUE>& key_values() const noexcept { return my_key_values; }
     /// Appends; neither sorts nor moves the cursor.
     void add_key(const VALUE& value, f32 time) {
-        key_times().push_back(time);
+        add_key_time(time);
         my_key_values.push_back(value);
     }
 

@@ -12,6 +12,24 @@ OWNED<FAMILY> make_one_of(u32 type_id) {
     return track;
 }
 
+/// `dot` is that of the two keys.
+QUATERNION blend_on_arc(const QUATERNION& a, const QUATERNION& b, f32 t, f32 dot) {
+    // Opposed up to rounding: the sine of the float nearest to pi is some 1e-7, and all below would be noise.
+    if (dot <= -1.0F && dot > -1.00001F) return t < 0.5F ? a : b;
+    const f32 theta = std::acos(dot);
+    const f32 s = 1.0F / std::sin(theta);
+    const f32 k0 = std::sin((1.0F - t) * theta) * s;
+    const f32 k1 = std::sin(theta * t) * s;
+    return {a.x * k0 + b.x * k1, a.y * k0 + b.y * k1, a.z * k0 + b.z * k1, a.w * k0 + b.w * k1};
+}
+
+/// Most keys are so near each other that they blend component by component, which is inlined where values are asked
+/// for.
+inline QUATERNION blend_rotations(const QUATERNION& a, const QUATERNION& b, f32 t) {
+    const f32 dot = a.x * b.x + a.w * b.w + a.y * b.y + a.z * b.z;
+    return dot > 0.99F ? blend(a, b, t) : blend_on_arc(a, b, t, dot);
+}
+
 } // namespace
 
 OWNED<VOR2_ANIMATABLE_FLOAT32> VOR2_ANIMATABLE_FLOAT32::make_track(u32 type_id) {
@@ -85,19 +103,11 @@ QUATERNION& VOR2_ANIMATABLE_QUATERNION_LERP::value(QUATERNION& out) const {
 }
 
 QUATERNION& VOR2_ANIMATABLE_QUATERNION_SLERP::value(QUATERNION& out) const {
-    return out = at_cursor(QUATERNION::identity(), slerp);
+    return out = at_cursor(QUATERNION::identity(), blend_rotations);
 }
 
 QUATERNION slerp(const QUATERNION& a, const QUATERNION& b, f32 t) {
-    const f32 d = a.x * b.x + a.w * b.w + a.y * b.y + a.z * b.z;
-    if (d > 0.99F) return blend(a, b, t);
-    // Opposed up to rounding: the sine of the float nearest to pi is some 1e-7, and all below would be noise.
-    if (d <= -1.0F && d > -1.00001F) return t < 0.5F ? a : b;
-    const f32 theta = std::acos(d);
-    const f32 s = 1.0F / std::sin(theta);
-    const f32 k0 = std::sin((1.0F - t) * theta) * s;
-    const f32 k1 = std::sin(theta * t) * s;
-    return {a.x * k0 + b.x * k1, a.y * k0 + b.y * k1, a.z * k0 + b.z * k1, a.w * k0 + b.w * k1};
+    return blend_rotations(a, b, t);
 }
 
 } // namespace VOR2_LOADER

@@ -29,15 +29,4 @@ MATRIX_3X4& MATRIX_3X4::invert() noexcept {
     return *this = inverse;
 }
 
-MATRIX_3X4 compose(const MATRIX_3X4& a, const MATRIX_3X4& b) noexcept {
-    MATRIX_3X4 product;
-    for (int r = 0; r < 3; ++r) {
-        for (int c = 0; c < 4; ++c) {
-            product.m[r][c] = b.m[r][0] * a.m[0][c] + b.m[r][1] * a.m[1][c] + b.m[r][2] * a.m[2][c];
-        }
-        product.m[r][3] += b.m[r][3];
-    }
-    return product;
-}
-
 } // namespace VOR2_LOADER

@@ -2,6 +2,7 @@
 
 /// `MATRIX_3X4`, an affine map in single precision.
 
+#include "support/math/lanes.h"
 #include "support/math/vector.h"
 
 namespace VOR2_LOADER {
@@ -54,6 +55,15 @@ struct MATRIX_3X4 {
 };
 
 /// The matrix that applies `a` first and then `b`: b x a in column form.
-[[nodiscard]] MATRIX_3X4 compose(const MATRIX_3X4& a, const MATRIX_3X4& b) noexcept;
+[[nodiscard]] inline MATRIX_3X4 compose(const MATRIX_3X4& a, const MATRIX_3X4& b) noexcept {
+    const LANES_4 a0 = load_lanes(a.m[0]), a1 = load_lanes(a.m[1]), a2 = load_lanes(a.m[2]);
+    MATRIX_3X4 product;
+    for (int r = 0; r < 3; ++r) {
+        // A negative zero, added, leaves every number as it is.
+        const LANES_4 translation{-0.0F, -0.0F, -0.0F, b.m[r][3]};
+        store_lanes(product.m[r], a0 * b.m[r][0] + a1 * b.m[r][1] + a2 * b.m[r][2] + translation);
+    }
+    return product;
+}
 
 } // namespace VOR2_LOADER
