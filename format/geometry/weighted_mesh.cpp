@@ -62,10 +62,6 @@ void VOR2_WEIGHTED_MESH::compute_local_data(NODE_MATRICES inverse_world, NODE_MA
     for (VOR2_WEIGHTED_MESH_VERT& vertex : vertices) vertex.compute_local_data(inverse_world, inverse_rotation);
 }
 
-void VOR2_WEIGHTED_MESH::skin(const VOR2_MATRIX_HIERARCHY& hierarchy) {
-    for (VOR2_WEIGHTED_MESH_VERT& vertex : vertices) vertex.skin(hierarchy);
-}
-
 template struct RECORD_OPERATIONS<VOR2_BONE_WEIGHT_DATA>;
 template struct RECORD_OPERATIONS<VOR2_WEIGHTED_MESH_VERT>;
 template struct RECORD_OPERATIONS<VOR2_WEIGHTED_MESH>;

@@ -7,8 +7,8 @@
 /// Weights are used as they stand: nothing normalises them. A bone index outside the hierarchy, -1
 /// included, contributes nothing, as a weight of 0 would.
 
+#include "format/geometry/bone_palette.h"
 #include "format/geometry/tri_object.h"
-#include "format/scene/matrix_hierarchy.h"
 
 namespace VOR2_LOADER {
 
@@ -66,7 +66,10 @@ public:
     /// `inverse_world` holds each node's world matrix inverted, `inverse_rotation` the transpose of its
     /// 3 by 3 part without a translation, both at the start of the scene's time range.
     void compute_local_data(NODE_MATRICES inverse_world, NODE_MATRICES inverse_rotation);
+    /// Poses every vertex, to the bits that its own `skin` gives.
     void skin(const VOR2_MATRIX_HIERARCHY& hierarchy);
+    /// The same for who poses several meshes by one hierarchy.
+    void skin(const BONE_PALETTE& palette);
 };
 
 } // namespace VOR2_LOADER

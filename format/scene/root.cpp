@@ -19,8 +19,10 @@ constexpr std::array<std::size_t, ROW_COUNT> rows_by_move_place() {
 }
 
 void skin_all(VOR2& root) {
+    if (root.weighted_meshes.empty()) return;
+    const BONE_PALETTE palette(root.matrix_hierarchy);
     for (OWNED<VOR2_WEIGHTED_MESH>& mesh : root.weighted_meshes) {
-        if (mesh) mesh->skin(root.matrix_hierarchy);
+        if (mesh) mesh->skin(palette);
     }
 }
 

@@ -85,6 +85,15 @@ TEST(root, array_lengths_are_read_by_version_and_never_trusted) {
     }
 }
 
+TEST(root, a_file_that_tells_no_version_is_as_old_as_can_be) {
+    BYTES node = BYTES().words({1}).text(u"hip").words({0xFFFFFFFF, 0, 0});
+    for (int i = 0; i < 16; ++i) node.floats({static_cast<f32>(i)});
+    VOR2 root;
+    ASSERT_TRUE(load_scene(root, BYTES().words({MAGIC_WORD}).chunk(12, node.text(u"x")).data));
+    EXPECT_EQ(root.matrix_hierarchy.nodes[0].world_matrix.m[1][3], 13);
+    EXPECT_EQ(root.matrix_hierarchy.nodes[0].extra_text, TEXT(u"x"));
+}
+
 TEST(root, older_files_keep_their_version_in_memory_and_are_saved_as_the_newest) {
     VOR2 root;
     root.environment.sample_rate = 99;
