@@ -1,0 +1,106 @@
+#include "convert/gltf/materials.h"
+
+#include "convert/gltf/extras.h"
+#include "convert/material_values.h"
+#include "convert/picture.h"
+#include "convert/properties.h"
+
+namespace vor2::convert {
+namespace {
+
+using namespace VOR2_LOADER;
+
+/// The texture of a picture; -1 where it isn't there.
+int texture_of(GltfWork& work, const std::string& name) {
+    const auto [known, is_new] = work.textures.try_emplace(name, -1);
+    if (!is_new) return known->second;
+    const std::optional<std::vector<std::uint8_t>> bytes =
+        work.options.texture ? work.options.texture(name) : std::nullopt;
+    const std::string_view type = bytes ? picture_type(*bytes) : std::string_view();
+    if (type.empty()) {
+        const std::string why =
+            bytes ? "the texture " + name + " is neither PNG nor JPEG" : "there is no texture " + name;
+        if (!work.options.leave_out_textures) work.report.fail(why);
+        work.report.note(why + ", and it is left out");
+        return -1;
+    }
+    tinygltf::Image image;
+    image.name = name;
+    image.mimeType = type;
+    image.bufferView = work.buffers.bytes(*bytes);
+    work.model.images.push_back(std::move(image));
+    if (work.model.samplers.empty()) work.model.samplers.emplace_back();
+    tinygltf::Texture texture;
+    texture.source = static_cast<int>(work.model.images.size() - 1);
+    texture.sampler = 0;
+    work.model.textures.push_back(std::move(texture));
+    return known->second = static_cast<int>(work.model.textures.size() - 1);
+}
+
+template<class INFO>
+bool set_texture(GltfWork& work, INFO& info, const std::optional<TextureUse>& use) {
+    if (!use) return false;
+    info.index = texture_of(work, use->name);
+    info.texCoord = static_cast<int>(std::min<std::size_t>(use->uv_set, 7));
+    return info.index >= 0;
+}
+
+/// A surface is cut out where its picture has only clear and opaque points, and blended where it has others.
+AlphaMode mode_of(GltfWork& work, const MaterialValues& values) {
+    if (values.alpha_mode) return *values.alpha_mode;
+    if (values.opacity < 1) return AlphaMode::blend;
+    if (!values.colour || !work.options.texture) return AlphaMode::opaque;
+    // A picture's alpha counts only where the scene says that it makes the surface transparent.
+    if (!values.transparency || values.transparency->name != values.colour->name) return AlphaMode::opaque;
+    const auto bytes = work.options.texture(values.colour->name);
+    switch (bytes ? alpha_of(*bytes) : PictureAlpha::none) {
+    case PictureAlpha::none:
+        return AlphaMode::opaque;
+    case PictureAlpha::cut_out:
+        return AlphaMode::mask;
+    case PictureAlpha::smooth:
+        break;
+    }
+    return AlphaMode::blend;
+}
+
+tinygltf::Material written(GltfWork& work, const VOR2_MATERIAL& material) {
+    const MaterialValues values = material_values(material);
+    tinygltf::Material out;
+    out.name = values.name;
+    out.doubleSided = values.double_sided;
+    out.pbrMetallicRoughness.baseColorFactor = {values.base_colour[0], values.base_colour[1], values.base_colour[2],
+                                                values.opacity};
+    out.pbrMetallicRoughness.metallicFactor = values.metallic;
+    out.pbrMetallicRoughness.roughnessFactor = values.roughness;
+    out.emissiveFactor = {values.emission[0], values.emission[1], values.emission[2]};
+    set_texture(work, out.pbrMetallicRoughness.baseColorTexture, values.colour);
+    set_texture(work, out.pbrMetallicRoughness.metallicRoughnessTexture, values.metallic_roughness);
+    set_texture(work, out.emissiveTexture, values.emission_map);
+    if (set_texture(work, out.normalTexture, values.normal)) out.normalTexture.scale = values.normal->strength;
+    if (set_texture(work, out.occlusionTexture, values.occlusion))
+        out.occlusionTexture.strength = std::clamp(values.occlusion->strength, 0.0, 1.0);
+    const AlphaMode mode = mode_of(work, values);
+    if (mode != AlphaMode::opaque) out.alphaMode = mode == AlphaMode::mask ? "MASK" : "BLEND";
+    out.alphaCutoff = mode == AlphaMode::mask ? values.alpha_cutoff : 0.5;
+    for (const std::string& name : values.unused_maps)
+        work.report.note("material " + values.name + ": glTF has no place for its map " + name);
+    if (material.material_text.length() > 0) put(out.extras, "text", value_of(material.material_text));
+    if (material.kind() == VOR2_SHADER_MATERIAL::KIND)
+        put(out.extras, "shader", value_of(static_cast<const VOR2_SHADER_MATERIAL&>(material).shader_name));
+    put_properties(out.extras, material.extended_properties);
+    return out;
+}
+
+} // namespace
+
+std::vector<int> write_materials(GltfWork& work, const VOR2& scene) {
+    std::vector<int> places;
+    for (const OWNED<VOR2_MATERIAL>& material : scene.materials) {
+        places.push_back(material ? static_cast<int>(work.model.materials.size()) : -1);
+        if (material) work.model.materials.push_back(written(work, *material));
+    }
+    return places;
+}
+
+} // namespace vor2::convert

@@ -1,0 +1,83 @@
+#include "convert/properties.h"
+
+#include "support/text/unicode.h"
+
+namespace vor2::convert {
+namespace {
+
+using namespace VOR2_LOADER;
+
+template<class LIST>
+auto named(const LIST& list, std::string_view name) -> decltype(list.begin()) {
+    const TEXT wanted = text_of(name);
+    auto it = list.begin();
+    while (it != list.end() && !(it->name == wanted)) ++it;
+    return it;
+}
+
+} // namespace
+
+std::string utf8_of(const TEXT& text) {
+    std::string utf8 = to_readable_utf8(text.view());
+    // A surrogate without its partner comes as three bytes ED A0..BF xx, which no reader of UTF-8 takes.
+    for (std::size_t at = 0; (at = utf8.find('\xED', at)) != std::string::npos; at += 3) {
+        if (static_cast<unsigned char>(utf8[at + 1]) >= 0xA0) utf8.replace(at, 3, "\uFFFD");
+    }
+    return utf8;
+}
+
+TEXT text_of(std::string_view utf8) {
+    TEXT text;
+    for (const char16_t unit : to_utf16(utf8)) text.append(unit);
+    return text;
+}
+
+std::optional<double> float_property(const VOR2_EXTENDED_PROPERTIES& properties, std::string_view name) {
+    const auto found = named(properties.float_properties, name);
+    if (found == properties.float_properties.end() || !found->track) return {};
+    return found->track->value();
+}
+
+std::optional<int> int_property(const VOR2_EXTENDED_PROPERTIES& properties, std::string_view name) {
+    const auto found = named(properties.int_properties, name);
+    if (found == properties.int_properties.end() || !found->track) return {};
+    return found->track->value();
+}
+
+std::optional<std::string> string_property(const VOR2_EXTENDED_PROPERTIES& properties, std::string_view name) {
+    const auto found = named(properties.string_arrays, name);
+    if (found == properties.string_arrays.end() || found->strings.empty()) return {};
+    return utf8_of(found->strings[0]);
+}
+
+void add_float(VOR2_EXTENDED_PROPERTIES& properties, std::string_view name, double value) {
+    auto& property = properties.float_properties.emplace_back();
+    property.name = text_of(name);
+    property.track = constant(value);
+}
+
+void add_int(VOR2_EXTENDED_PROPERTIES& properties, std::string_view name, int value) {
+    auto& property = properties.int_properties.emplace_back();
+    property.name = text_of(name);
+    property.track = constant(value);
+}
+
+void add_string(VOR2_EXTENDED_PROPERTIES& properties, std::string_view name, std::string_view value) {
+    auto& property = properties.string_arrays.emplace_back();
+    property.name = text_of(name);
+    property.strings.push_back(text_of(value));
+}
+
+OWNED<VOR2_ANIMATABLE_FLOAT32> constant(double value) {
+    auto track = make_owned<VOR2_ANIMATABLE_FLOAT32_LINEAR>();
+    track->add_key(static_cast<f32>(value), 0.0F);
+    return track;
+}
+
+OWNED<VOR2_ANIMATABLE_INT32> constant(int value) {
+    auto track = make_owned<VOR2_ANIMATABLE_INT32_RLE>();
+    track->add_key(value, 0.0F);
+    return track;
+}
+
+} // namespace vor2::convert

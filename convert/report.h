@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vor2::convert {
+
+/// How a conversion went. A note tells what the other format can't say, in a sentence without a full stop.
+struct Report {
+    std::string problem; ///< why nothing came of it; empty when all went well
+    std::vector<std::string> notes;
+
+    [[nodiscard]] bool good() const { return problem.empty(); }
+    bool fail(std::string why) {
+        if (problem.empty()) problem = std::move(why);
+        return false;
+    }
+    void note(std::string text) { notes.push_back(std::move(text)); }
+};
+
+} // namespace vor2::convert
