@@ -70,9 +70,20 @@ Placement placement_of(const GltfScene& scene, std::size_t index) {
             converted_scale(widened(scale), own)};
 }
 
+/// The library turns by such a quaternion as it stands, and what it gives is no rotation.
+void tell_odd_rotation(Report& report, const VOR2_MATRIX_NODE& node) {
+    QUATERNION rotation = QUATERNION::identity();
+    if (node.rotation_track) node.rotation_track->value(rotation);
+    const Quat q = widened(rotation);
+    if (!(std::abs(dot(q, q) - 1) < 0.01))
+        report.note("node " + utf8_of(node.name) +
+                    ": its rotation isn't of unit length, and what is below it may stand a little elsewhere");
+}
+
 void write_nodes(GltfWork& work, GltfScene& scene) {
     const auto& nodes = scene.scene.matrix_hierarchy.nodes;
     for (std::size_t i = 0; i < nodes.size(); ++i) {
+        tell_odd_rotation(work.report, nodes[i]);
         tinygltf::Node node;
         node.name = utf8_of(nodes[i].name);
         const Placement placement = placement_of(scene, i);

@@ -68,6 +68,15 @@ void add_string(VOR2_EXTENDED_PROPERTIES& properties, std::string_view name, std
     property.strings.push_back(text_of(value));
 }
 
+void drop_property(VOR2_EXTENDED_PROPERTIES& properties, std::string_view name) {
+    const TEXT unwanted = text_of(name);
+    ARRAY<VOR2_NAMED_ANIMATABLE<VOR2_ANIMATABLE_FLOAT32>> kept;
+    for (auto& property : properties.float_properties) {
+        if (!(property.name == unwanted)) kept.push_back(std::move(property));
+    }
+    properties.float_properties = std::move(kept);
+}
+
 OWNED<VOR2_ANIMATABLE_FLOAT32> constant(double value) {
     auto track = make_owned<VOR2_ANIMATABLE_FLOAT32_LINEAR>();
     track->add_key(static_cast<f32>(value), 0.0F);

@@ -22,6 +22,9 @@ void add_float(VOR2_LOADER::VOR2_EXTENDED_PROPERTIES& properties, std::string_vi
 void add_int(VOR2_LOADER::VOR2_EXTENDED_PROPERTIES& properties, std::string_view name, int value);
 void add_string(VOR2_LOADER::VOR2_EXTENDED_PROPERTIES& properties, std::string_view name, std::string_view value);
 
+/// Takes away the floats of that name.
+void drop_property(VOR2_LOADER::VOR2_EXTENDED_PROPERTIES& properties, std::string_view name);
+
 /// A track that holds one value.
 VOR2_LOADER::OWNED<VOR2_LOADER::VOR2_ANIMATABLE_FLOAT32> constant(double value);
 VOR2_LOADER::OWNED<VOR2_LOADER::VOR2_ANIMATABLE_INT32> constant(int value);

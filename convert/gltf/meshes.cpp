@@ -205,7 +205,10 @@ tinygltf::Mesh mesh_of(GltfWork& work, const GltfScene& scene, const VOR2_TRI_OB
     tinygltf::Value::Array channels;
     for (const u32 channel : mesh.mapping_channels) channels.emplace_back(static_cast<int>(channel));
     if (!channels.empty()) put(out.extras, "mapping_channels", tinygltf::Value(std::move(channels)));
-    put_properties(out.extras, mesh.extended_properties);
+    // Where a scene begins behind a lead-in is of no use to a file that has none.
+    VOR2_EXTENDED_PROPERTIES properties = mesh.extended_properties;
+    drop_property(properties, "first_time");
+    put_properties(out.extras, properties);
     return out;
 }
 

@@ -73,18 +73,21 @@ void leave_out_missing_references(VOR2& scene, const std::string& name) {
     leave_out_missing(scene, library_name(name), name);
 }
 
-bool save_scene(const VOR2& scene, const std::string& name, bool allow_outside) {
-    OutputSet outputs(name, {allow_outside, may_give_way_to_a_scene});
-    if (!outputs.ready()) return false;
+bool write_scene(const VOR2& scene, const std::string& name) {
+    const std::size_t told_before = problems_told();
     VOR2_WRITE_STREAM stream;
     bool saved = stream.open(library_name(name), false, true) && scene.save(stream);
     saved = stream.close() && saved;
-    if (saved && !outputs.refused()) return outputs.commit();
-    if (!outputs.refused()) {
-        const i32 error = stream.file().last_error();
-        problem(name, "couldn't be saved" + (error > 0 ? ": " + error_text(error) : std::string()));
-    }
+    if (saved || problems_told() > told_before) return saved;
+    const i32 error = stream.file().last_error();
+    problem(name, "couldn't be saved" + (error > 0 ? ": " + error_text(error) : std::string()));
     return false;
+}
+
+bool save_scene(const VOR2& scene, const std::string& name, bool allow_outside) {
+    OutputSet outputs(name, {allow_outside, may_give_way_to_a_scene});
+    if (!outputs.ready() || !write_scene(scene, name)) return false;
+    return !outputs.refused() && outputs.commit();
 }
 
 } // namespace tool

@@ -20,6 +20,9 @@ bool load_scene(VOR2_LOADER::VOR2& scene, const std::string& name, VOR2_LOADER::
 /// them; each is told to the user as a warning about `name`, the file that the scene was loaded from.
 void leave_out_missing_references(VOR2_LOADER::VOR2& scene, const std::string& name);
 
+/// Writes the scene as a file of an `OutputSet` that is alive. False, told to the user, when that fails.
+bool write_scene(const VOR2_LOADER::VOR2& scene, const std::string& name);
+
 /// Saves the scene, and with it those it refers to, whole or not at all. False, told to the user, when that fails. A
 /// referenced scene is saved within the folder of `name`, unless `allow_outside`, and over nothing that is no scene.
 bool save_scene(const VOR2_LOADER::VOR2& scene, const std::string& name, bool allow_outside);
