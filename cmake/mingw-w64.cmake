@@ -15,7 +15,7 @@ foreach(package CLI11 nlohmann_json)
   file(COPY "/usr/share/cmake/${package}" DESTINATION "${header_packages}/share/cmake")
 endforeach()
 file(MAKE_DIRECTORY "${header_packages}/include")
-foreach(folder CLI nlohmann)
+foreach(folder CLI nlohmann stb tiny_gltf.h)
   file(CREATE_LINK "/usr/include/${folder}" "${header_packages}/include/${folder}" SYMBOLIC)
 endforeach()
 

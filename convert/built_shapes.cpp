@@ -134,11 +134,15 @@ void add_weighted_mesh(const ImportedMesh& source, const Affine& rest, VOR2& sce
         VOR2_WEIGHTED_MESH_VERT& vertex = mesh->vertices[v];
         vertex.rest_position = vertex.position;
         vertex.rest_normal = vertex.normal;
+        // Formats leave it to the reader to bring weights to a sum of 1; the library takes them as they are.
+        double sum = 0;
+        for (const ImportedInfluence& influence : source.influences[v]) sum += static_cast<double>(influence.weight);
+        const double factor = sum > 0 && std::isfinite(sum) ? 1 / sum : 1;
         vertex.bone_weights.reserve(source.influences[v].size());
         for (const ImportedInfluence& influence : source.influences[v]) {
             VOR2_BONE_WEIGHT_DATA& bone = vertex.bone_weights.emplace_back();
             bone.bone_index = source.joints[influence.joint];
-            bone.weight = influence.weight;
+            bone.weight = static_cast<f32>(static_cast<double>(influence.weight) * factor);
         }
     }
     scene.weighted_meshes.push_back(std::move(mesh));

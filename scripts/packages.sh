@@ -21,9 +21,10 @@ install_packages() {
         "${missing[@]}" >/dev/null
 }
 
-# What building needs, and what the tests need on top.
-BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev esbuild libjs-three)
-TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev googletest python3)
+# What building needs, and what the tests need on top. The reader of FBX and Collada comes along where its package is,
+# which is too large to fetch for a look at the tool.
+BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libtinygltf-dev libstb-dev esbuild libjs-three)
+TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev googletest python3 libassimp-dev)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64)
 
 # configure PRESET [cmake -D options]

@@ -10,31 +10,53 @@ namespace {
 
 using namespace VOR2_LOADER;
 
-/// The texture of a picture; -1 where it isn't there.
-int texture_of(GltfWork& work, const std::string& name) {
-    const auto [known, is_new] = work.textures.try_emplace(name, -1);
-    if (!is_new) return known->second;
-    const std::optional<std::vector<std::uint8_t>> bytes =
-        work.options.texture ? work.options.texture(name) : std::nullopt;
-    const std::string_view type = bytes ? picture_type(*bytes) : std::string_view();
-    if (type.empty()) {
-        const std::string why =
-            bytes ? "the texture " + name + " is neither PNG nor JPEG" : "there is no texture " + name;
-        if (!work.options.leave_out_textures) work.report.fail(why);
-        work.report.note(why + ", and it is left out");
-        return -1;
-    }
+int add_texture(GltfWork& work, const std::string& name, std::span<const std::uint8_t> bytes, std::string_view type) {
     tinygltf::Image image;
     image.name = name;
     image.mimeType = type;
-    image.bufferView = work.buffers.bytes(*bytes);
+    image.bufferView = work.buffers.bytes(bytes);
     work.model.images.push_back(std::move(image));
     if (work.model.samplers.empty()) work.model.samplers.emplace_back();
     tinygltf::Texture texture;
     texture.source = static_cast<int>(work.model.images.size() - 1);
     texture.sampler = 0;
     work.model.textures.push_back(std::move(texture));
-    return known->second = static_cast<int>(work.model.textures.size() - 1);
+    return static_cast<int>(work.model.textures.size() - 1);
+}
+
+/// The texture of a picture; -1 where it isn't there.
+int texture_of(GltfWork& work, const std::string& name) {
+    const auto [known, is_new] = work.textures.try_emplace(name, -1);
+    if (!is_new) return known->second;
+    std::optional<std::vector<std::uint8_t>> bytes = work.options.texture ? work.options.texture(name) : std::nullopt;
+    if (bytes && picture_type(*bytes).empty()) {
+        if (std::optional<std::vector<std::uint8_t>> png = as_png(*bytes)) bytes = std::move(png);
+    }
+    const std::string_view type = bytes ? picture_type(*bytes) : std::string_view();
+    if (type.empty()) {
+        const std::string why =
+            bytes ? "the texture " + name + " is of a kind that can't be read" : "there is no texture " + name;
+        if (!work.options.leave_out_textures) work.report.fail(why);
+        work.report.note(why + ", and it is left out");
+        return -1;
+    }
+    return known->second = add_texture(work, name, *bytes, type);
+}
+
+/// The colour picture with a transparency picture of its own worked in; its place among the textures.
+int combined_texture(GltfWork& work, const TextureUse& colour, const TextureUse& transparency) {
+    const std::string name = colour.name + " with " + transparency.name;
+    const auto known = work.textures.find(name);
+    if (known != work.textures.end()) return known->second;
+    const auto read = [&work](const std::string& picture) {
+        return work.options.texture ? work.options.texture(picture) : std::nullopt;
+    };
+    const auto colours = read(colour.name), clear = read(transparency.name);
+    if (!clear) (void)texture_of(work, transparency.name); // which tells that it isn't there
+    if (!colours || !clear) return -1;
+    const auto png = with_transparency(*colours, *clear);
+    if (!png) return -1;
+    return work.textures[name] = add_texture(work, name, *png, "image/png");
 }
 
 template<class INFO>
@@ -51,7 +73,8 @@ AlphaMode mode_of(GltfWork& work, const MaterialValues& values) {
     if (values.opacity < 1) return AlphaMode::blend;
     if (!values.colour || !work.options.texture) return AlphaMode::opaque;
     // A picture's alpha counts only where the scene says that it makes the surface transparent.
-    if (!values.transparency || values.transparency->name != values.colour->name) return AlphaMode::opaque;
+    if (!values.transparency) return AlphaMode::opaque;
+    if (values.transparency->name != values.colour->name) return AlphaMode::blend;
     const auto bytes = work.options.texture(values.colour->name);
     switch (bytes ? alpha_of(*bytes) : PictureAlpha::none) {
     case PictureAlpha::none:
@@ -80,6 +103,12 @@ tinygltf::Material written(GltfWork& work, const VOR2_MATERIAL& material) {
     if (set_texture(work, out.normalTexture, values.normal)) out.normalTexture.scale = values.normal->strength;
     if (set_texture(work, out.occlusionTexture, values.occlusion))
         out.occlusionTexture.strength = std::clamp(values.occlusion->strength, 0.0, 1.0);
+    if (values.colour && values.transparency && values.transparency->name != values.colour->name) {
+        const int combined = combined_texture(work, *values.colour, *values.transparency);
+        if (combined >= 0) out.pbrMetallicRoughness.baseColorTexture.index = combined;
+    } else if (values.transparency && !values.colour) {
+        work.report.note("material " + values.name + ": a transparency without a colour picture has no place in glTF");
+    }
     const AlphaMode mode = mode_of(work, values);
     if (mode != AlphaMode::opaque) out.alphaMode = mode == AlphaMode::mask ? "MASK" : "BLEND";
     out.alphaCutoff = mode == AlphaMode::mask ? values.alpha_cutoff : 0.5;

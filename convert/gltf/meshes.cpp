@@ -50,7 +50,9 @@ bool normals_are_unmirrored(const VOR2_TRI_OBJECT& mesh, const MeshNumbers& numb
             as_they_are += dot(face, converted(normal, Axes::mirrored));
         }
     });
-    return std::abs(as_they_are) > std::abs(as_mirrored) * (1 + 1e-6);
+    // A mesh may be turned inside out, with its faces against its normals.
+    if (as_mirrored < 0 && as_they_are < 0) return as_they_are < as_mirrored;
+    return as_they_are > as_mirrored + 1e-6 * std::abs(as_mirrored);
 }
 
 /// Brings normals to unit length; those without a direction get that of their faces.

@@ -16,6 +16,9 @@ TEST_F(ToolTest, wrong_usage_exits_with_2_and_says_what_is_wrong) {
                  {{"dump", "a.vr2", "b.vr2"}, "b.vr2"},
                  {{"dump", "a.vr2", "[b]"}, "[b]"},
                  {{"pose", "a.vr2", "--time", "1s"}, "'1s' is no number"},
+                 {{"convert", "a.vr2", "b.txt"}, "doesn't end in"},
+                 {{"convert", "a.txt", "b.glb"}, "nothing that can be converted"},
+                 {{"convert", "a.vr2", "b.vr2", "c.glb"}, "--merge"},
                  {{"diff", "a.vr2", "b.vr2", "--tolerance", "-1"}, "--tolerance"}};
     for (const auto& line : lines) {
         const Outcome outcome = run(line.arguments);
@@ -33,7 +36,7 @@ TEST_F(ToolTest, help_and_documents_tell_every_verb_and_option) {
     EXPECT_EQ(help.exit_code, 0);
     EXPECT_TRUE(run({"--version"}).out.starts_with("vor2 "));
     const std::string man = run({"documents", "man"}).out;
-    for (const std::string verb : {"export", "import", "host", "info", "dump", "diff", "pose", "upgrade"}) {
+    for (const std::string verb : {"export", "import", "host", "info", "dump", "diff", "pose", "upgrade", "convert"}) {
         EXPECT_NE(help.out.find("\n  " + verb + " "), std::string::npos) << verb;
         EXPECT_NE(man.find(".SS vor2 " + verb + " "), std::string::npos) << verb;
         const Outcome own = run({verb, "--help"});

@@ -1,6 +1,9 @@
 #include "tools/vor2/cli/foreign_file.h"
 
 #include "convert/gltf_reader.h"
+#ifdef VOR2_HAS_ASSIMP
+#include "convert/assimp_reader.h"
+#endif
 #include "support/platform/native_path.h"
 #include "tools/vor2/cli/messages.h"
 #include "tools/vor2/cli/whole_file.h"
@@ -21,11 +24,22 @@ bool is_gltf(const std::string& extension) {
 }
 
 bool is_foreign(const std::string& extension) {
+#ifdef VOR2_HAS_ASSIMP
+    if (assimp_reads(extension)) return true;
+#endif
     return is_gltf(extension);
 }
 
+bool wants_process(const std::string& extension) {
+    return is_foreign(extension) && !is_gltf(extension);
+}
+
 std::string foreign_extensions() {
+#ifdef VOR2_HAS_ASSIMP
+    return ".glb, .gltf, .fbx, .dae and the like";
+#else
     return ".glb and .gltf";
+#endif
 }
 
 bool tell(const std::string& file, const Report& report) {
@@ -41,6 +55,10 @@ bool read_foreign(const std::string& file, const std::string& pictures, Imported
         problem(file, why);
         return false;
     }
+#ifdef VOR2_HAS_ASSIMP
+    if (assimp_reads(extension_of(file)))
+        return tell(file, read_with_assimp({*bytes, extension_of(file), pictures}, out));
+#endif
     const auto read = [&file](const std::string& name) {
         std::string ignored;
         return read_whole((native_path(file).parent_path() / native_path(name)).string(), ignored);

@@ -16,6 +16,9 @@ bool is_foreign(const std::string& extension);
 /// The endings that it knows, as a sentence lists them.
 std::string foreign_extensions();
 
+/// Whether files of that ending are read by a library that a bad one may bring down.
+bool wants_process(const std::string& extension);
+
 /// Notes about it go to the user as notes about `file`. `pictures` is how the names of pictures begin that lie in the
 /// file. False, told to the user, when it can't be read.
 bool read_foreign(const std::string& file, const std::string& pictures, vor2::convert::ImportedFile& out);

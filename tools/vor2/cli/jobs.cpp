@@ -107,6 +107,12 @@ private:
 
 } // namespace
 
+int run_apart(const std::string& file, const std::string& title, const std::function<int()>& work) {
+    const std::vector<std::string> files{file};
+    const std::function<int(std::size_t)> one = [&work](std::size_t) { return work(); };
+    return WorkerPool(files, title, one).run(1);
+}
+
 int run_for_each(const std::vector<std::string>& files, unsigned jobs, const std::string& title,
                  const std::function<int(std::size_t)>& work) {
     if (files.size() == 1) return work(0);

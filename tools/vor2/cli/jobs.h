@@ -15,4 +15,8 @@ namespace tool {
 int run_for_each(const std::vector<std::string>& files, unsigned jobs, const std::string& title,
                  const std::function<int(std::size_t)>& work);
 
+/// Works on one file in a process of its own, for work by a library that a bad file may bring down: that is told as a
+/// problem with the file, and the exit code is `exit_refused`.
+int run_apart(const std::string& file, const std::string& title, const std::function<int()>& work);
+
 } // namespace tool

@@ -65,8 +65,9 @@ public:
     std::string_view name() const override { return "convert"; }
     std::string_view summary() const override { return "convert scenes to glTF, and other formats to scenes"; }
     std::string_view description() const override {
-        return "Between .vr2 and glTF 2.0 (.glb, or .gltf with its buffer beside it), both ways. The last name is the "
-               "output; with --output-dir all are inputs. Nodes keep their names, hierarchy and keys, in metres, "
+        return "Between .vr2 and glTF 2.0 (.glb, or .gltf with its buffer beside it), both ways, and from FBX, Collada "
+               "and the like where the tool was built with Assimp. The last name is the output; with --output-dir all "
+               "are inputs. Nodes keep their names, hierarchy and keys, in metres, "
                "upright and facing as in the host; meshes, skins, targets, materials, lights, cameras and splines go "
                "along, and what glTF has no word for stands in its extras.\n\n"
                "A .vr2 holds one animation. Of a file with several, --animation takes one by its name, and "
@@ -77,8 +78,9 @@ public:
                "to glTF, unless --leave-out-textures is given. Pictures within a glTF are written beside the .vr2.";
     }
     std::vector<std::string> examples() const override {
-        return {"vor2 convert hero.vr2 hero.glb", "vor2 convert out/*.vr2 hero.glb --merge",
-                "vor2 convert hero.glb run.vr2 --animation run", "vor2 convert shots/*.vr2 --output-dir web --to glb"};
+        return {"vor2 convert hero.vr2 hero.glb", "vor2 convert hero.fbx hero.vr2",
+                "vor2 convert out/*.vr2 hero.glb --merge", "vor2 convert hero.glb run.vr2 --animation run",
+                "vor2 convert shots/*.vr2 --output-dir web --to glb"};
     }
     void describe(Syntax& syntax) override {
         syntax.required_files("FILE", "FILE", "the scenes, and last the file to write", files_);
@@ -109,10 +111,15 @@ public:
         return folder_.empty() ? check_output() : check_names();
     }
     int run() override {
-        if (!folder_.empty())
-            return run_for_each(files_, jobs_, "converting",
-                                [this](std::size_t i) { return convert({files_[i]}, name_for(files_[i])); });
-        return convert({files_.begin(), files_.end() - 1}, files_.back());
+        const auto convert_one = [this](std::size_t i) { return convert({files_[i]}, name_for(files_[i])); };
+        if (!folder_.empty() && files_.size() == 1 && wants_process(extension_of(files_[0])))
+            return run_apart(files_[0], "converting " + files_[0], [&] { return convert_one(0); });
+        if (!folder_.empty()) return run_for_each(files_, jobs_, "converting", convert_one);
+        const std::vector<std::string> inputs(files_.begin(), files_.end() - 1);
+        const auto apart = std::find_if(inputs.begin(), inputs.end(),
+                                        [](const std::string& input) { return wants_process(extension_of(input)); });
+        if (apart == inputs.end()) return convert(inputs, files_.back());
+        return run_apart(*apart, "converting " + *apart, [&] { return convert(inputs, files_.back()); });
     }
 
 private:
@@ -160,6 +167,8 @@ private:
     bool load_foreign(const std::string& input, const std::string& output, Loaded& out) const {
         ImportedFile file;
         if (!read_foreign(input, stem_of(output), file)) return false;
+        if (file.scene.source == stem_of(output))
+            file.scene.source = "Converted from " + native_path(input).filename().string();
         std::vector<const ImportedAnimation*> wanted;
         for (const ImportedAnimation& animation : file.animations) {
             if (animation_.empty() || animation.name == animation_) wanted.push_back(&animation);

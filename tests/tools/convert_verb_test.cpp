@@ -1,0 +1,67 @@
+#include "tool_test.h"
+
+#include <cstring>
+
+namespace tool_test {
+namespace {
+
+Json json_of(const std::string& glb) {
+    std::uint32_t length = 0;
+    if (glb.size() > 20) std::memcpy(&length, glb.data() + 12, 4);
+    return Json::parse(glb.substr(20, length));
+}
+
+TEST_F(ToolTest, convert_goes_to_gltf_and_back_and_merges) {
+    save(two_nodes(), "walk.vr2");
+    save(two_nodes(), "run.vr2");
+    EXPECT_EQ(run({"convert", path("walk.vr2"), path("walk.gltf")}).exit_code, 0);
+    const Json text = Json::parse(read("walk.gltf"));
+    EXPECT_EQ(text["buffers"][0]["uri"], "walk.bin");
+    EXPECT_EQ(text["buffers"][0]["byteLength"], read("walk.bin").size());
+    const Outcome merged = run({"convert", path("walk.vr2"), path("run.vr2"), path("both.glb"), "--merge"});
+    EXPECT_EQ(merged.exit_code, 0) << merged.err;
+    const Json both = json_of(read("both.glb"));
+    ASSERT_EQ(both["animations"].size(), 2U);
+    EXPECT_EQ(both["animations"][1]["name"], "run");
+
+    EXPECT_EQ(run({"convert", path("walk.gltf"), path("back.vr2")}).exit_code, 0);
+    const Outcome pose = run({"pose", path("back.vr2"), "--time", "1"});
+    EXPECT_EQ(pose.out, run({"pose", path("walk.vr2"), "--time", "1"}).out);
+    // One animation of several has to be said.
+    expect_refused({"convert", path("both.glb"), path("one.vr2")}, path("both.glb"), "walk, run");
+    expect_refused({"convert", path("both.glb"), path("one.vr2"), "--animation", "jump"}, path("both.glb"),
+                   "no animation jump");
+    EXPECT_FALSE(exists("one.vr2"));
+    EXPECT_EQ(run({"convert", path("both.glb"), path("one.vr2"), "--animation", "run"}).exit_code, 0);
+    EXPECT_EQ(run({"convert", path("both.glb"), "--output-dir", path(".")}).exit_code, 0);
+    EXPECT_TRUE(exists("both_walk.vr2") && exists("both_run.vr2"));
+}
+
+TEST_F(ToolTest, convert_refuses_what_would_be_less_than_the_scene) {
+    using namespace VOR2_LOADER;
+    VOR2_LOADER::VOR2 scene = two_nodes();
+    auto material = make_owned<VOR2_STANDARD_MATERIAL>();
+    auto map = make_owned<VOR2_BITMAP_MATERIAL_MAP>();
+    map->bitmap_params.bitmap_name = TEXT(u"C:\\pictures\\skin.png");
+    material->maps.push_back(std::move(map));
+    scene.materials.push_back(std::move(material));
+    save(scene, "hero.vr2");
+    expect_refused({"convert", path("hero.vr2"), path("hero.glb")}, path("hero.vr2"), "skin.png");
+    EXPECT_FALSE(exists("hero.glb"));
+    EXPECT_EQ(run({"convert", path("hero.vr2"), path("hero.glb"), "--leave-out-textures"}).exit_code, 0);
+    write("skin.png", std::string("\x89PNG\r\n\x1a\n", 8));
+    EXPECT_EQ(run({"convert", path("hero.vr2"), path("hero.glb")}).exit_code, 0);
+    EXPECT_EQ(json_of(read("hero.glb"))["images"][0]["mimeType"], "image/png");
+
+    write("bad.glb", "glTF");
+    write("bad.gltf", R"({"asset":{"version":"2.0"},"nodes":[{"mesh":3}]})");
+    write("bad.fbx", "Kaydara FBX Binary  \x00\x1a\x00 and no more");
+    expect_refused({"convert", path("bad.glb"), path("o.vr2")}, path("bad.glb"), "cut off");
+    expect_refused({"convert", path("bad.gltf"), path("o.vr2")}, path("bad.gltf"), "mesh 3");
+    if (run({"convert", path("bad.fbx"), path("o.vr2")}).exit_code != 2) // 2 where the reader isn't built in
+        expect_refused({"convert", path("bad.fbx"), path("o.vr2")}, path("bad.fbx"), "");
+    EXPECT_FALSE(exists("o.vr2"));
+}
+
+} // namespace
+} // namespace tool_test
