@@ -3,15 +3,20 @@
 #include "host/plugin/commands.h"
 
 #include "host/export/export_settings.h"
+#include "host/plugin/guarded.h"
 
 #include <maya/MAnimControl.h>
 #include <maya/MArgDatabase.h>
+#include <maya/MArgList.h>
 #include <maya/MArgParser.h>
 #include <maya/MFileIO.h>
 #include <maya/MGlobal.h>
 #include <maya/MPxCommand.h>
 #include <maya/MSelectionList.h>
+#include <maya/MString.h>
 #include <maya/MStringArray.h>
+#include <maya/MSyntax.h>
+#include <maya/MTime.h>
 
 #include <new>
 
@@ -58,9 +63,12 @@ public:
     static MSyntax make_syntax();
 
     ~Exporter() override = default;
-    MStatus doIt(const MArgList& words) override;
+    MStatus doIt(const MArgList& words) override {
+        return guarded([&] { return export_by(words); });
+    }
 
 private:
+    MStatus export_by(const MArgList& words) const;
     void take_settings(const MArgDatabase& arguments) const;
     void take_node_list(const MArgList& words) const;
 };
@@ -103,7 +111,7 @@ void Exporter::take_node_list(const MArgList& words) const {
     }
 }
 
-MStatus Exporter::doIt(const MArgList& words) {
+MStatus Exporter::export_by(const MArgList& words) const {
     MStatus status;
     const MArgDatabase arguments(syntax(), words, &status);
     if (!status) return status;
@@ -128,6 +136,11 @@ public:
 
     ~Importer() override = default;
     MStatus doIt(const MArgList& words) override {
+        return guarded([&] { return import_by(words); });
+    }
+
+private:
+    MStatus import_by(const MArgList& words) const {
         MStatus status;
         const MArgDatabase arguments(syntax(), words, &status);
         if (!status) return status;

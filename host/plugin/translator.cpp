@@ -2,8 +2,7 @@
 
 #include "host/export/export_entry.h"
 #include "host/import/import_driver.h"
-
-#include <maya/MGlobal.h>
+#include "host/plugin/guarded.h"
 
 #include <new>
 #include <string_view>
@@ -11,15 +10,8 @@
 namespace VOR2_EXPORTER_MAYA {
 namespace {
 
-// Nothing may be thrown into the host.
-template<class WORK>
-MStatus status_of(WORK work) {
-    try {
-        return work() ? MStatus::kSuccess : MStatus::kFailure;
-    } catch (const std::bad_alloc&) {
-        MGlobal::displayError("Out of memory");
-        return MStatus::kInsufficientMemory;
-    }
+MStatus status_of(bool done) {
+    return done ? MStatus::kSuccess : MStatus::kFailure;
 }
 
 char lower(char c) {
@@ -33,11 +25,11 @@ void* TRANSLATOR::creator() {
 }
 
 MStatus TRANSLATOR::reader(const MFileObject& file, const MString& /*options*/, FileAccessMode /*mode*/) {
-    return status_of([&] { return import_scene(file.fullName()); });
+    return guarded([&] { return status_of(import_scene(file.fullName())); });
 }
 
 MStatus TRANSLATOR::writer(const MFileObject& file, const MString& /*options*/, FileAccessMode /*mode*/) {
-    return status_of([&] { return build_and_save(file.fullName()); });
+    return guarded([&] { return status_of(build_and_save(file.fullName())); });
 }
 
 MPxFileTranslator::MFileKind TRANSLATOR::identifyFile(const MFileObject& file, const char* /*buffer*/,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <maya/MFileObject.h>
 #include <maya/MPxFileTranslator.h>
+#include <maya/MString.h>
 
 namespace VOR2_EXPORTER_MAYA {
 
