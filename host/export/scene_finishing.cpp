@@ -2,6 +2,7 @@
 
 #include "format/geometry/scene_check.h"
 #include "host/export/scene_tidying.h"
+#include "support/platform/hooks.h"
 #include "support/platform/platform.h"
 #include "support/text/text_helpers.h"
 
@@ -23,6 +24,22 @@ VECTOR_3 same_position(VECTOR_3 position) {
     return {point.x, point.y, point.z};
 }
 
+namespace {
+
+/// Without a window nobody can answer: that cancels.
+bool is_cancelled(const char* words, const MString& report_file) {
+    if (platform::ask_yes_no_hook == nullptr && MGlobal::mayaState() != MGlobal::kInteractive) {
+        MGlobal::displayError(MString("The export was cancelled, since problems were found and nobody can be asked in "
+                                      "batch mode. See ") +
+                              report_file);
+        return true;
+    }
+    void* const owner = reinterpret_cast<void*>(M3dView::applicationShell());
+    return platform::ask_yes_no(owner, words, "Vor2 exporter") == platform::ANSWER::YES;
+}
+
+} // namespace
+
 bool check_problems(VOR2& root, const MString& path) {
     const MString output_filename = report_file_name(path);
     const NARROW_TEXT report_file(output_filename.asChar());
@@ -36,8 +53,7 @@ bool check_problems(VOR2& root, const MString& path) {
         output_filename.asChar() +
         " for further details regarding any errors. It is highly recommended that you cancel export and fix any "
         "problems before exporting again. Do you wish to cancel export now?";
-    void* const owner = static_cast<void*>(M3dView::applicationShell());
-    if (platform::ask_yes_no(owner, words.c_str(), "Vor2 exporter") == platform::ANSWER::YES) return false;
+    if (is_cancelled(words.c_str(), output_filename)) return false;
     root.inf.file_info = join(TEXT(u"FORCED EXPORT WITH ERRORS!!\r\n"), root.inf.file_info);
     return true;
 }

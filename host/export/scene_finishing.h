@@ -14,8 +14,9 @@ using namespace VOR2_LOADER;
 [[nodiscard]] bool finalise_scene(VOR2& root, const MString& path);
 
 /// Checks and repairs the scene. With problems, their report lies in `report_file_name` and the user is
-/// asked whether to cancel: on yes the result is false, on no the export record is marked as forced. In a
-/// run without a user the platform layer answers as it was told to.
+/// asked whether to cancel: on yes the result is false, on no the export record is marked as forced. In the
+/// host's batch mode nobody is asked, unless the platform layer was told how to answer: the export is
+/// cancelled and an error says so.
 [[nodiscard]] bool check_problems(VOR2& root, const MString& path);
 
 /// The report's file: `path` without its last three characters, which are the extension's, plus "txt".

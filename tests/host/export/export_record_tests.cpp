@@ -69,6 +69,10 @@ TEST_F(EXPORT_RECORD, is_marked_when_the_user_goes_on_in_spite_of_problems) {
     answer = platform::ANSWER::NO;
     EXPECT_TRUE(check_problems(root, path));
     EXPECT_EQ(root.inf.file_info, TEXT(u"FORCED EXPORT WITH ERRORS!!\r\nrecord"));
+    spoil();
+    platform::ask_yes_no_hook = nullptr;
+    EXPECT_FALSE(check_problems(root, path)) << "in batch mode nobody can say no";
+    EXPECT_NE(messages.back().find("nobody can be asked in batch mode. See " + report), std::string::npos);
     EXPECT_EQ(std::remove(report.c_str()), 0) << "the report lies beside the file";
 }
 
