@@ -4,24 +4,37 @@
 #include "headless/session.h"
 
 #include <maya/MArgList.h>
+#include <maya/MArgParser.h>
 #include <maya/MDagPath.h>
 #include <maya/MFnMesh.h>
+#include <maya/MMatrix.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 #include <maya/MPxCommand.h>
+#include <maya/MQuaternion.h>
 #include <maya/MSelectionList.h>
+#include <maya/MStringArray.h>
 #include <maya/MSyntax.h>
 #include <maya/MTransformationMatrix.h>
+#include <maya/MVector.h>
 
 namespace headless {
 
 struct Mesh;
+struct ParsedArguments;
 struct SyntaxTable;
+
+/// What an argument list holds.
+struct Words {
+    std::vector<MString> all;
+};
 
 /// Between the public API's objects and the graph's.
 struct Access {
     static Scene& scene() { return Session::current().scene(); }
 
+    static MObject object(const MFnBase& functions) { return object(NodeHandle{functions.slot_, functions.serial_}); }
+    static Node* node(const MFnBase& functions) { return scene().find({functions.slot_, functions.serial_}); }
     static Node* node(const MObject& object) { return scene().find({object.slot_, object.serial_}); }
     static NodeHandle handle(const MObject& object) { return {object.slot_, object.serial_}; }
     static MObject object(NodeHandle handle) {
@@ -51,13 +64,11 @@ struct Access {
     static const SelectionList& list(const MSelectionList& list) { return *list.list_; }
 
     static const SyntaxTable& syntax(const MSyntax& syntax) { return *syntax.table_; }
-    static std::vector<MString>& words(MArgList& list) { return list.words_; }
-    static const std::vector<MString>& words(const MArgList& list) { return list.words_; }
+    static std::vector<MString>& words(MArgList& list) { return list.words_->all; }
+    static const std::vector<MString>& words(const MArgList& list) { return list.words_->all; }
+    static const ParsedArguments& parsed(const MArgParser& parser) { return *parser.parsed_; }
     static const std::string& text(const MString& text) { return text.text_; }
-    static void set_syntax(MPxCommand& command, const MSyntax& syntax) {
-        command.syntax_ = syntax;
-        command.has_syntax_ = true;
-    }
+    static void set_syntax(MPxCommand& command, const MSyntax& syntax) { *command.syntax_ = syntax; }
 
     /// A transformation that gives the matrix as it is, and takes its parts apart by these values.
     static MTransformationMatrix transformation(const Matrix& matrix, const TransformValues& values);

@@ -1,8 +1,12 @@
 // MSyntax, MArgList, MArgParser and MArgDatabase.
 #include "headless/api/arguments.h"
+#include "headless/api/held.h"
 
+#include <maya/MAngle.h>
 #include <maya/MArgDatabase.h>
+#include <maya/MDistance.h>
 #include <maya/MStringArray.h>
+#include <maya/MTime.h>
 
 #include <charconv>
 
@@ -16,14 +20,9 @@ std::string_view name_of(const char* flag) {
 
 } // namespace
 
-MSyntax::MSyntax() : table_(std::make_unique<SyntaxTable>()) {}
-MSyntax::MSyntax(const MSyntax& other) : table_(std::make_unique<SyntaxTable>(*other.table_)) {}
-MSyntax::~MSyntax() = default;
-
-MSyntax& MSyntax::operator=(const MSyntax& other) {
-    if (this != &other) *table_ = *other.table_;
-    return *this;
-}
+template class headless::Held<SyntaxTable>;
+template class headless::Held<ParsedArguments>;
+template class headless::Held<headless::Words>;
 
 MStatus MSyntax::addFlag(const char* shortName, const char* longName, MArgType type1, MArgType type2, MArgType type3,
                          MArgType type4, MArgType type5, MArgType type6) {
@@ -157,47 +156,49 @@ T value_or_status(const std::vector<MString>& words, unsigned int i, MStatus* st
 
 } // namespace
 
+const unsigned int MArgList::kInvalidArgIndex = ~0u;
+
 unsigned int MArgList::length(MStatus* status) const {
-    return succeed(status, static_cast<unsigned int>(words_.size()));
+    return succeed(status, static_cast<unsigned int>(words_->all.size()));
 }
 bool MArgList::asBool(unsigned int i, MStatus* s) const {
-    return value_or_status<bool>(words_, i, s);
+    return value_or_status<bool>(words_->all, i, s);
 }
 int MArgList::asInt(unsigned int i, MStatus* s) const {
-    return value_or_status<int>(words_, i, s);
+    return value_or_status<int>(words_->all, i, s);
 }
 double MArgList::asDouble(unsigned int i, MStatus* s) const {
-    return value_or_status<double>(words_, i, s);
+    return value_or_status<double>(words_->all, i, s);
 }
 MString MArgList::asString(unsigned int i, MStatus* s) const {
-    return value_or_status<MString>(words_, i, s);
+    return value_or_status<MString>(words_->all, i, s);
 }
 MTime MArgList::asTime(unsigned int i, MStatus* s) const {
-    return value_or_status<MTime>(words_, i, s);
+    return value_or_status<MTime>(words_->all, i, s);
 }
 MAngle MArgList::asAngle(unsigned int i, MStatus* s) const {
-    return value_or_status<MAngle>(words_, i, s);
+    return value_or_status<MAngle>(words_->all, i, s);
 }
 MDistance MArgList::asDistance(unsigned int i, MStatus* s) const {
-    return value_or_status<MDistance>(words_, i, s);
+    return value_or_status<MDistance>(words_->all, i, s);
 }
 MStatus MArgList::get(unsigned int i, bool& value) const {
-    return read(words_, i, value);
+    return read(words_->all, i, value);
 }
 MStatus MArgList::get(unsigned int i, int& value) const {
-    return read(words_, i, value);
+    return read(words_->all, i, value);
 }
 MStatus MArgList::get(unsigned int i, double& value) const {
-    return read(words_, i, value);
+    return read(words_->all, i, value);
 }
 MStatus MArgList::get(unsigned int i, MString& value) const {
-    return read(words_, i, value);
+    return read(words_->all, i, value);
 }
 
 unsigned int MArgList::flagIndex(const char* shortName, const char* longName) const {
     const auto bare = [](std::string_view name) { return name.starts_with('-') ? name.substr(1) : name; };
-    for (unsigned int i = 0; i < words_.size(); ++i) {
-        const std::string& word = Access::text(words_[i]);
+    for (unsigned int i = 0; i < words_->all.size(); ++i) {
+        const std::string& word = Access::text(words_->all[i]);
         if (!word.starts_with('-')) continue;
         for (const char* name : {shortName, longName}) {
             if (name && bare(name) == bare(word)) return i;
@@ -210,38 +211,24 @@ MStatus MArgList::addArg(bool value) {
     return addArg(MString(value ? "1" : "0"));
 }
 MStatus MArgList::addArg(int value) {
-    return addArg(MString() + value);
+    MString word;
+    return addArg(word += value);
 }
 MStatus MArgList::addArg(double value) {
     return addArg(MString() + value);
 }
 MStatus MArgList::addArg(const MString& value) {
-    words_.push_back(value);
+    words_->all.push_back(value);
     return MStatus::kSuccess;
 }
 
-MStatus MArgList::removeArg(unsigned int i) {
-    if (i >= words_.size()) return MStatus::kInvalidParameter;
-    words_.erase(words_.begin() + i);
-    return MStatus::kSuccess;
-}
-
-MArgParser::MArgParser(const MSyntax& syntax, const MArgList& words, MStatus* status)
-    : parsed_(std::make_unique<ParsedArguments>()) {
+MArgParser::MArgParser(const MSyntax& syntax, const MArgList& words, MStatus* status) {
     auto sorted = parse_arguments(Access::syntax(syntax), Access::words(words));
     put(status, sorted ? MStatus::kSuccess : MStatus::kInvalidParameter);
     if (sorted)
         *parsed_ = std::move(*sorted);
     else
         Session::current().error(sorted.error().message);
-}
-
-MArgParser::MArgParser(const MArgParser& other) : parsed_(std::make_unique<ParsedArguments>(*other.parsed_)) {}
-MArgParser::~MArgParser() = default;
-
-MArgParser& MArgParser::operator=(const MArgParser& other) {
-    if (this != &other) *parsed_ = *other.parsed_;
-    return *this;
 }
 
 bool MArgParser::isFlagSet(const char* flag, MStatus* status) const {
@@ -379,11 +366,12 @@ MStatus MArgDatabase::getCommandArgument(unsigned int i, MSelectionList& list) c
 
 MStatus MArgDatabase::getObjects(MSelectionList& list) const {
     list.clear();
-    if (parsed_->objects.empty() && parsed_->syntax.selection_as_default) {
+    const ParsedArguments& parsed = Access::parsed(*this);
+    if (parsed.objects.empty() && parsed.syntax.selection_as_default) {
         Access::list(list) = Access::scene().selection;
         return MStatus::kSuccess;
     }
-    for (const MString& name : parsed_->objects) {
+    for (const MString& name : parsed.objects) {
         if (const MStatus status = list.add(name); !status) return status;
     }
     return MStatus::kSuccess;

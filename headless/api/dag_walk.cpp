@@ -1,6 +1,8 @@
 // MItDag.
 #include "headless/api/access.h"
+#include "headless/api/held.h"
 
+#include <maya/MDagPathArray.h>
 #include <maya/MItDag.h>
 
 #include <deque>
@@ -9,12 +11,12 @@ using namespace headless;
 
 /// The nodes still to be visited: a stack or a queue. Where there are no instances a node is its own path; else
 /// each entry carries its path.
-struct MItDag::Walk {
+struct headless::DagWalk {
     struct Entry {
         DagPath path;
         unsigned int depth = 0;
     };
-    TraversalType type = kDepthFirst;
+    MItDag::TraversalType type = MItDag::kDepthFirst;
     MFn::Type filter = MFn::kInvalid;
     DagPath root;
     std::deque<Entry> open;
@@ -32,7 +34,7 @@ struct MItDag::Walk {
     // On to the next entry that is there and of the kind asked for.
     void advance() {
         while (!open.empty()) {
-            const bool depth_first = type == kDepthFirst;
+            const bool depth_first = type == MItDag::kDepthFirst;
             current = depth_first ? open.back() : open.front();
             if (depth_first)
                 open.pop_back();
@@ -52,7 +54,7 @@ struct MItDag::Walk {
         const auto add = [&](const Node& child) {
             open.push_back({Access::scene().extended(current.path, child), current.depth + 1});
         };
-        if (type == kDepthFirst) {
+        if (type == MItDag::kDepthFirst) {
             for (auto child = at->children().rbegin(); child != at->children().rend(); ++child) add(**child);
         } else {
             for (const Node* child : at->children()) add(*child);
@@ -60,11 +62,11 @@ struct MItDag::Walk {
     }
 };
 
-MItDag::MItDag(TraversalType type, MFn::Type filter, MStatus* status) : walk_(std::make_unique<Walk>()) {
+template class headless::Held<headless::DagWalk>;
+
+MItDag::MItDag(TraversalType type, MFn::Type filter, MStatus* status) {
     put(status, reset(MObject(), type, filter));
 }
-
-MItDag::~MItDag() = default;
 
 MStatus MItDag::reset() {
     walk_->start();
@@ -103,9 +105,13 @@ MStatus MItDag::prune() {
     return MStatus::kSuccess;
 }
 
-MObject MItDag::currentItem(MStatus* status) const {
+MObject MItDag::currentItem(MStatus* status) {
     const Node* node = walk_->node();
     return node ? succeed(status, Access::object(node)) : fail(status, MObject());
+}
+
+MObject MItDag::item(MStatus* status) {
+    return currentItem(status);
 }
 
 MStatus MItDag::getPath(MDagPath& path) const {
@@ -115,7 +121,7 @@ MStatus MItDag::getPath(MDagPath& path) const {
 }
 
 MStatus MItDag::getAllPaths(MDagPathArray& paths) const {
-    return MDagPath::getAllPathsTo(currentItem(), paths);
+    return MDagPath::getAllPathsTo(Access::object(walk_->node()), paths);
 }
 
 MString MItDag::fullPathName(MStatus* status) const {

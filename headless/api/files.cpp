@@ -1,25 +1,30 @@
 // MFileObject, MFileIO and MPxFileTranslator.
 #include "headless/api/access.h"
+#include "headless/api/held.h"
 
 #include "headless/api/translators.h"
 #include "support/platform/native_path.h"
 
 #include <maya/MFileIO.h>
 #include <maya/MFileObject.h>
+#include <maya/MPxFileTranslator.h>
 
 #include <filesystem>
 
 using namespace headless;
 using VOR2_LOADER::platform::native_path;
 
+template class headless::Held<MString>;
+
 MStatus MFileObject::setRawName(const MString& name) {
-    name_ = name;
+    *name_ = name;
     return MStatus::kSuccess;
 }
 
 MStatus MFileObject::setRawPath(const MString& path) {
-    path_ = text(forward_slashes(Access::text(path)));
-    if (path_.length() > 0 && path_.rindex('/') != static_cast<int>(path_.length()) - 1) path_ += "/";
+    std::string folder = forward_slashes(Access::text(path));
+    if (!folder.empty() && !folder.ends_with('/')) folder += '/';
+    *path_ = text(folder);
     return MStatus::kSuccess;
 }
 
@@ -27,26 +32,54 @@ MStatus MFileObject::setRawFullName(const MString& full) {
     const std::string whole = forward_slashes(Access::text(full));
     const std::size_t slash = whole.rfind('/');
     const std::size_t split = slash == std::string::npos ? 0 : slash + 1;
-    path_ = text(whole.substr(0, split));
-    name_ = text(whole.substr(split));
+    *path_ = text(whole.substr(0, split));
+    *name_ = text(whole.substr(split));
     return MStatus::kSuccess;
+}
+
+MStatus MFileObject::setName(const MString& name) {
+    return setRawName(name);
+}
+MStatus MFileObject::setFullName(const MString& fullName) {
+    return setRawFullName(fullName);
+}
+MString MFileObject::rawName() const {
+    return *name_;
+}
+MString MFileObject::rawPath() const {
+    return *path_;
+}
+MString MFileObject::rawFullName() const {
+    return *path_ + *name_;
+}
+MString MFileObject::name() const {
+    return *name_;
 }
 
 MString MFileObject::path() const {
     std::error_code ignored;
-    const std::filesystem::path absolute = std::filesystem::absolute(native_path(Access::text(path_)), ignored);
+    const std::filesystem::path absolute = std::filesystem::absolute(native_path(Access::text(*path_)), ignored);
     const std::string whole =
-        path_.length() > 0 ? absolute.generic_string() : std::filesystem::current_path(ignored).generic_string();
+        path_->length() > 0 ? absolute.generic_string() : std::filesystem::current_path(ignored).generic_string();
     return text(whole.ends_with('/') ? whole : whole + "/");
 }
 
 MString MFileObject::fullName() const {
-    return name_.length() > 0 ? path() + name_ : MString();
+    return name_->length() > 0 ? path() + *name_ : MString();
+}
+MString MFileObject::resolvedName() const {
+    return name();
+}
+MString MFileObject::resolvedPath() const {
+    return path();
+}
+MString MFileObject::resolvedFullName() const {
+    return fullName();
 }
 
-bool MFileObject::exists() const {
+bool MFileObject::exists() {
     std::error_code ignored;
-    return name_.length() > 0 && std::filesystem::exists(native_path(Access::text(fullName())), ignored);
+    return name_->length() > 0 && std::filesystem::exists(native_path(Access::text(fullName())), ignored);
 }
 
 namespace {

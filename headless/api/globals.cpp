@@ -1,4 +1,4 @@
-// MGlobal, MAnimControl and M3dView.
+// MGlobal, MAnimControl, MDGContext and M3dView.
 #include "headless/api/access.h"
 
 #include <maya/M3dView.h>
@@ -6,13 +6,15 @@
 #include <maya/MDoubleArray.h>
 #include <maya/MGlobal.h>
 #include <maya/MIntArray.h>
+#include <maya/MSelectionList.h>
 #include <maya/MStringArray.h>
+#include <maya/MTime.h>
 
 #include <cmath>
 
 using namespace headless;
 
-MStatus MGlobal::getActiveSelectionList(MSelectionList& list) {
+MStatus MGlobal::getActiveSelectionList(MSelectionList& list, bool) {
     Access::list(list) = Access::scene().selection;
     return MStatus::kSuccess;
 }
@@ -50,7 +52,7 @@ MStatus MGlobal::selectByName(const MString& name, ListAdjustment how) {
     return found ? adjust(*found, how) : MStatus(MStatus::kInvalidParameter);
 }
 
-MStatus MGlobal::select(const MObject& object, ListAdjustment how) {
+MStatus MGlobal::select(MObject& object, ListAdjustment how) {
     const Node* node = Access::node(object);
     return node ? adjust({Access::scene().item(*node)}, how) : MStatus(MStatus::kInvalidParameter);
 }
@@ -60,7 +62,7 @@ MStatus MGlobal::select(const MDagPath& path, const MObject&, ListAdjustment how
     return adjust({{Access::path(path), Access::leaf(path), {}, {}}}, how);
 }
 
-MStatus MGlobal::unselect(const MObject& object) {
+MStatus MGlobal::unselect(MObject& object) {
     return select(object, kRemoveFromList);
 }
 MStatus MGlobal::unselectByName(const MString& name) {
@@ -263,11 +265,17 @@ MStatus MAnimControl::setAnimationStartEndTime(MTime start, MTime end) {
     return status ? setAnimationEndTime(end) : status;
 }
 
+MDGContext MDGContext::fsNormal;
+
+bool MDGContext::isNormal(MStatus* status) const {
+    return succeed(status, true);
+}
+
 M3dView M3dView::active3dView(MStatus* status) {
     return succeed(status, M3dView());
 }
-M3dWindow M3dView::applicationShell(MStatus* status) {
-    return succeed(status, M3dWindow(nullptr));
+MNativeWindowHdl M3dView::applicationShell(MStatus* status) {
+    return succeed(status, MNativeWindowHdl());
 }
 MStatus M3dView::refresh(bool, bool) {
     return MStatus::kSuccess;

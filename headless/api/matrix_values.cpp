@@ -2,6 +2,9 @@
 #include "headless/api/access.h"
 
 #include <maya/MEulerRotation.h>
+#include <maya/MMatrix.h>
+#include <maya/MQuaternion.h>
+#include <maya/MVector.h>
 
 #include <algorithm>
 #include <cmath>
@@ -111,10 +114,6 @@ MQuaternion::MQuaternion(double radians, const MVector& axis) {
     setAxisAngle(axis, radians);
 }
 
-MQuaternion::MQuaternion(double radians, MVector::Axis axis) {
-    setAxisAngle(MVector(axis == MVector::kXaxis, axis == MVector::kYaxis, axis == MVector::kZaxis), radians);
-}
-
 MQuaternion::MQuaternion(const MVector& from, const MVector& to) {
     const MVector a = from.normal(), b = to.normal();
     const double cosine = a * b;
@@ -173,12 +172,12 @@ MQuaternion MQuaternion::operator*(const MQuaternion& other) const {
 
 MQuaternion MQuaternion::normal() const {
     const double size = std::sqrt(x * x + y * y + z * z + w * w);
-    return size > 0.0 ? *this * (1.0 / size) : *this;
+    return size > 0.0 ? (1.0 / size) * *this : *this;
 }
 
 MQuaternion MQuaternion::inverse() const {
     const double square = x * x + y * y + z * z + w * w;
-    return square > 0.0 ? conjugate() * (1.0 / square) : *this;
+    return square > 0.0 ? (1.0 / square) * conjugate() : *this;
 }
 
 bool MQuaternion::isEquivalent(const MQuaternion& other, double tolerance) const {
@@ -198,8 +197,8 @@ MQuaternion slerp(const MQuaternion& p, const MQuaternion& q, double t) {
     const MQuaternion to = cosine < 0.0 ? -q : q;
     cosine = std::min(std::abs(cosine), 1.0);
     const double angle = std::acos(cosine), sine = std::sin(angle);
-    if (sine < 1e-9) return (p * (1.0 - t) + to * t).normal();
-    return p * (std::sin((1.0 - t) * angle) / sine) + to * (std::sin(t * angle) / sine);
+    if (sine < 1e-9) return ((1.0 - t) * p + t * to).normal();
+    return (std::sin((1.0 - t) * angle) / sine) * p + (std::sin(t * angle) / sine) * to;
 }
 
 ostream& operator<<(ostream& out, const MQuaternion& q) {
@@ -212,8 +211,24 @@ MMatrix MEulerRotation::asMatrix() const {
     return headless::matrix(headless::euler_to_matrix({x, y, z}, headless::rotate_order(order)));
 }
 
+MEulerRotation::MEulerRotation(const MVector& v, RotationOrder order_) : x(v.x), y(v.y), z(v.z), order(order_) {}
+
+MVector MEulerRotation::asVector() const {
+    return {x, y, z};
+}
 MQuaternion MEulerRotation::asQuaternion() const {
-    return asMatrix();
+    MQuaternion out;
+    return out = asMatrix();
+}
+
+MEulerRotation& MEulerRotation::operator=(const MMatrix& rotation) {
+    return *this = decompose(rotation, order);
+}
+MEulerRotation& MEulerRotation::operator=(const MQuaternion& rotation) {
+    return *this = decompose(rotation.asMatrix(), order);
+}
+MEulerRotation MEulerRotation::reorder(RotationOrder other) const {
+    return decompose(asMatrix(), other);
 }
 
 MEulerRotation MEulerRotation::decompose(const MMatrix& rotation, RotationOrder order) {

@@ -1,10 +1,23 @@
 // The shape of MFnMesh: points, polygons, normals.
 #include "headless/api/access.h"
+#include "headless/api/held.h"
 #include "headless/geometry/mesh_data.h"
 #include "headless/geometry/mesh_history.h"
 #include "headless/geometry/triangulation.h"
 
+#include <maya/MFloatVectorArray.h>
+#include <maya/MIntArray.h>
+#include <maya/MPointArray.h>
+
 using namespace headless;
+
+/// The mesh that a function set was last asked about, while the scene is what it was then.
+struct headless::MeshInUse {
+    NodeHandle node;
+    std::uint64_t generation = 0;
+    std::shared_ptr<const Mesh> mesh;
+};
+template class headless::Held<headless::MeshInUse>;
 
 namespace {
 
@@ -28,23 +41,20 @@ MPoint moved(const Float3& point, const Matrix& matrix) {
 
 const Mesh* Access::mesh(const MFnMesh& functions) {
     Scene& scene = Access::scene();
-    if (functions.mesh_ && functions.generation_ == scene.generation() && node(functions.object_))
-        return functions.mesh_.get();
-    Node* const shape = node(functions.object_);
-    functions.mesh_ = shape ? mesh_of(scene, *shape) : nullptr;
-    functions.generation_ = scene.generation();
-    if (!functions.mesh_) return nullptr;
+    Node* const shape = node(functions);
+    if (!shape) return nullptr;
+    MeshInUse& held = *functions.mesh_;
+    if (held.mesh && held.generation == scene.generation() && held.node == shape->handle()) return held.mesh.get();
+    held.mesh = mesh_of(scene, *shape);
+    held.node = shape->handle();
+    held.generation = scene.generation();
+    if (!held.mesh) return nullptr;
     std::vector<std::string>& told = MeshData::of(*shape)->evaluated.told;
-    if (told != functions.mesh_->notes) {
-        told = functions.mesh_->notes;
+    if (told != held.mesh->notes) {
+        told = held.mesh->notes;
         for (const std::string& note : told) Session::current().warning("Mesh '" + shape->name() + "': " + note);
     }
-    return functions.mesh_.get();
-}
-
-MStatus MFnMesh::setObject(const MObject& object) {
-    mesh_.reset();
-    return MFnDagNode::setObject(object);
+    return held.mesh.get();
 }
 
 int MFnMesh::numVertices(MStatus* status) const {
@@ -95,7 +105,7 @@ MStatus MFnMesh::getVertices(MIntArray& vertexCount, MIntArray& vertexList) cons
     return MStatus::kSuccess;
 }
 
-MStatus MFnMesh::getEdgeVertices(int edgeId, int vertexList[2]) const {
+MStatus MFnMesh::getEdgeVertices(int edgeId, int2& vertexList) const {
     const Mesh* mesh = Access::mesh(*this);
     if (!mesh) return MStatus::kFailure;
     if (edgeId < 0 || static_cast<std::size_t>(edgeId) >= mesh->edges.size()) return MStatus::kInvalidParameter;

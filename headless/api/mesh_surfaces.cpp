@@ -3,7 +3,9 @@
 #include "headless/geometry/mesh.h"
 #include "headless/geometry/shading.h"
 
+#include <maya/MFloatArray.h>
 #include <maya/MFnLambertShader.h>
+#include <maya/MIntArray.h>
 
 #include <algorithm>
 
@@ -131,7 +133,7 @@ MStatus MFnMesh::getPolygonUVid(int polygonId, int vertexIndex, int& uvId, const
 
 MStatus MFnMesh::getConnectedShaders(unsigned int instanceNumber, MObjectArray& shaders, MIntArray& indices) const {
     const Mesh* mesh = Access::mesh(*this);
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!mesh || !node) return MStatus::kFailure;
     if (instanceNumber >= static_cast<unsigned int>(Access::scene().instance_count(*node)))
         return MStatus::kInvalidParameter;
@@ -164,20 +166,20 @@ float number_of(const MObject& object, const char* attribute, MStatus* status) {
 } // namespace
 
 MColor MFnLambertShader::color(MStatus* status) const {
-    return colour_of(object_, "color", status);
+    return colour_of(Access::object(*this), "color", status);
 }
 MColor MFnLambertShader::transparency(MStatus* status) const {
-    return colour_of(object_, "transparency", status);
+    return colour_of(Access::object(*this), "transparency", status);
 }
 MColor MFnLambertShader::ambientColor(MStatus* status) const {
-    return colour_of(object_, "ambientColor", status);
+    return colour_of(Access::object(*this), "ambientColor", status);
 }
 MColor MFnLambertShader::incandescence(MStatus* status) const {
-    return colour_of(object_, "incandescence", status);
+    return colour_of(Access::object(*this), "incandescence", status);
 }
 float MFnLambertShader::diffuseCoeff(MStatus* status) const {
-    return number_of(object_, "diffuse", status);
+    return number_of(Access::object(*this), "diffuse", status);
 }
 float MFnLambertShader::translucenceCoeff(MStatus* status) const {
-    return number_of(object_, "translucence", status);
+    return number_of(Access::object(*this), "translucence", status);
 }

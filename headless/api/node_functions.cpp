@@ -3,6 +3,7 @@
 
 #include <maya/MDagPathArray.h>
 #include <maya/MFnDagNode.h>
+#include <maya/MMatrix.h>
 
 #include <algorithm>
 
@@ -12,61 +13,62 @@ MObject MFnDependencyNode::create(const MString& type, const MString& name, MSta
     const auto made = Access::scene().create_node(Access::text(type), Access::text(name));
     if (!made) return fail(status, MObject());
     attach(Access::object(*made), status);
-    return object_;
+    return Access::object(*this);
 }
 
 MString MFnDependencyNode::name(MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     return node ? succeed(status, text(node->name())) : fail(status, MString());
 }
 
-MString MFnDependencyNode::uniqueName(MStatus* status) const {
-    const Node* node = Access::node(object_);
-    return node ? succeed(status, text(Access::scene().unique_name_of(*node))) : fail(status, MString());
+bool MFnDependencyNode::hasUniqueName(MStatus* status) const {
+    const Node* node = Access::node(*this);
+    return node ? succeed(status, Access::scene().unique_name_of(*node) == node->name()) : fail(status, false);
 }
 
-bool MFnDependencyNode::hasUniqueName(MStatus* status) const {
-    MStatus there;
-    const bool unique = uniqueName(&there) == name() && there;
-    put(status, there);
-    return unique;
+MObject MFnDependencyNode::create(const MString& type, MStatus* status) {
+    return create(type, MString(), status);
+}
+
+MString MFnDependencyNode::setName(const MString& name, bool, MStatus* status) {
+    return setName(name, status);
 }
 
 MString MFnDependencyNode::setName(const MString& name, MStatus* status) {
-    Node* node = Access::node(object_);
+    Node* node = Access::node(*this);
     if (!node) return fail(status, MString());
     const Result<std::string> given = Access::scene().rename(*node, Access::text(name));
     return given ? succeed(status, text(*given)) : fail(status, text(node->name()), MStatus::kInvalidParameter);
 }
 
 MString MFnDependencyNode::typeName(MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     return node ? succeed(status, text(node->type().name())) : fail(status, MString());
 }
 
 bool MFnDependencyNode::isDefaultNode(MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     return node ? succeed(status, node->default_node()) : fail(status, false);
 }
 
 // References are read into the scene, so its nodes are all its own.
 bool MFnDependencyNode::isFromReferencedFile(MStatus* status) const {
-    return Access::node(object_) ? succeed(status, false) : fail(status, false);
+    return Access::node(*this) ? succeed(status, false) : fail(status, false);
 }
 
 bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!node) return fail(status, false);
     return succeed(status, node->find_attribute(Access::text(name)) != no_attribute);
 }
 
 unsigned int MFnDependencyNode::attributeCount(MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     return node ? succeed(status, node->attribute_count()) : fail(status, 0u);
 }
 
 MPlug MFnDependencyNode::findPlug(const MString& name, MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     const Plug plug = node ? node->find_plug(Access::text(name)) : Plug();
     return plug ? succeed(status, Access::plug(plug)) : fail(status, MPlug(), MStatus::kInvalidParameter);
 }
@@ -84,68 +86,68 @@ MStatus MFnDagNode::setObject(MObject& object) {
 }
 
 MStatus MFnDagNode::setObject(const MObject& object) {
-    path_ = MDagPath();
+    path_.forget();
     return MFnBase::setObject(object);
 }
 
 MStatus MFnDagNode::setObject(const MDagPath& path) {
     const MStatus status = setObject(path.node());
-    if (status) path_ = path;
+    if (status) *path_ = path;
     return status;
 }
 
-MObject MFnDagNode::create(const MString& type, MObject parent, MStatus* status) {
+MObject MFnDagNode::create(const MString& type, MObject& parent, MStatus* status) {
     return create(type, MString(), parent, status);
 }
 
-MObject MFnDagNode::create(const MString& type, const MString& name, MObject parent, MStatus* status) {
+MObject MFnDagNode::create(const MString& type, const MString& name, MObject& parent, MStatus* status) {
     Node* above = Access::node(parent);
     if (!above && parent != MObject::kNullObj) return fail(status, MObject(), MStatus::kInvalidParameter);
     const auto made = Access::scene().create_node(Access::text(type), Access::text(name), above);
     if (!made) return fail(status, MObject());
     attach(Access::object(*made), status);
-    if (object_.isNull()) Access::scene().remove_node(**made); // of a type that isn't of the DAG
-    return object_;
+    if (Access::object(*this).isNull()) Access::scene().remove_node(**made); // of a type that isn't of the DAG
+    return Access::object(*this);
 }
 
 unsigned int MFnDagNode::parentCount(MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!node) return fail(status, 0u);
     return succeed(status, static_cast<unsigned int>(node->parents().size()));
 }
 
 MObject MFnDagNode::parent(unsigned int i, MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!node || i >= node->parents().size()) return fail(status, MObject(), MStatus::kInvalidParameter);
     return succeed(status, Access::object(node->parents()[i]));
 }
 
 unsigned int MFnDagNode::childCount(MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!node) return fail(status, 0u);
     return succeed(status, static_cast<unsigned int>(node->children().size()));
 }
 
 MObject MFnDagNode::child(unsigned int i, MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!node || i >= node->children().size()) return fail(status, MObject(), MStatus::kInvalidParameter);
     return succeed(status, Access::object(node->children()[i]));
 }
 
 bool MFnDagNode::hasParent(const MObject& other, MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!node) return fail(status, false);
     return succeed(status, std::ranges::find(node->parents(), Access::node(other)) != node->parents().end());
 }
 
 bool MFnDagNode::hasChild(const MObject& other, MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!node) return fail(status, false);
     return succeed(status, std::ranges::find(node->children(), Access::node(other)) != node->children().end());
 }
 
 MStatus MFnDagNode::addChild(MObject& object, unsigned int index, bool keepExistingParents) {
-    Node* parent = Access::node(object_);
+    Node* parent = Access::node(*this);
     Node* child = Access::node(object);
     if (!parent || !child) return MStatus::kInvalidParameter;
     const int position = index == kNextPos ? -1 : static_cast<int>(std::min(index, 0x7fffffffu));
@@ -157,7 +159,7 @@ MStatus MFnDagNode::addChild(MObject& object, unsigned int index, bool keepExist
 }
 
 MStatus MFnDagNode::removeChild(MObject& object) {
-    Node* parent = Access::node(object_);
+    Node* parent = Access::node(*this);
     Node* child = Access::node(object);
     if (!parent || !child || !hasChild(object)) return MStatus::kInvalidParameter;
     Scene& scene = Access::scene();
@@ -166,17 +168,17 @@ MStatus MFnDagNode::removeChild(MObject& object) {
     return done ? MStatus::kSuccess : MStatus::kFailure;
 }
 
-MObject MFnDagNode::dagRoot(MStatus* status) const {
+MObject MFnDagNode::dagRoot(MStatus* status) {
     return succeed(status, Access::object(&Access::scene().world()));
 }
 
 MStatus MFnDagNode::getPath(MDagPath& path) const {
-    if (!Access::node(object_)) return MStatus::kFailure;
-    if (Access::leaf(path_) && path_.isValid()) {
-        path = path_;
+    if (!Access::node(*this)) return MStatus::kFailure;
+    if (path_.is_made() && path_->isValid()) {
+        path = *path_;
         return MStatus::kSuccess;
     }
-    return MDagPath::getAPathTo(object_, path);
+    return MDagPath::getAPathTo(Access::object(*this), path);
 }
 
 MDagPath MFnDagNode::dagPath(MStatus* status) const {
@@ -186,7 +188,7 @@ MDagPath MFnDagNode::dagPath(MStatus* status) const {
 }
 
 MStatus MFnDagNode::getAllPaths(MDagPathArray& paths) const {
-    return MDagPath::getAllPathsTo(object_, paths);
+    return MDagPath::getAllPathsTo(Access::object(*this), paths);
 }
 MString MFnDagNode::fullPathName(MStatus* status) const {
     return dagPath().fullPathName(status);
@@ -196,7 +198,7 @@ MString MFnDagNode::partialPathName(MStatus* status) const {
 }
 
 unsigned int MFnDagNode::instanceCount(bool total, MStatus* status) const {
-    const Node* node = Access::node(object_);
+    const Node* node = Access::node(*this);
     if (!node) return fail(status, 0u);
     if (!total) return succeed(status, static_cast<unsigned int>(node->parents().size()));
     return succeed(status, static_cast<unsigned int>(Access::scene().instance_count(*node)));
@@ -207,10 +209,10 @@ bool MFnDagNode::isInstanced(bool indirect, MStatus* status) const {
 }
 
 bool MFnDagNode::isIntermediateObject(MStatus* status) const {
-    return findPlug("intermediateObject").asBool(status);
+    return findPlug("intermediateObject").asBool(MDGContext::fsNormal, status);
 }
 
 MMatrix MFnDagNode::transformationMatrix(MStatus* status) const {
-    Node* node = Access::node(object_);
+    Node* node = Access::node(*this);
     return node ? succeed(status, matrix(Access::scene().local_matrix(*node))) : fail(status, MMatrix());
 }

@@ -1,13 +1,25 @@
 // MObject, MFnBase and MDagPath.
 #include "headless/api/access.h"
 
+#include "headless/api/held.h"
+
 #include <maya/MDagPathArray.h>
 #include <maya/MFnBase.h>
 #include <maya/MObjectHandle.h>
 
+#include <algorithm>
+#include <memory>
+
 using namespace headless;
 
 MObject MObject::kNullObj;
+
+/// The nodes on the way to an instance.
+struct headless::WayOfInstance {
+    std::shared_ptr<const std::vector<NodeHandle>> nodes;
+};
+template class headless::Held<headless::WayOfInstance>;
+template class headless::Held<MDagPath>;
 
 namespace {
 
@@ -41,12 +53,26 @@ bool MObject::isNull() const {
     return Access::handle(*this) != plugin_handle && !Access::node(*this);
 }
 
+MFnBase::MFnBase() = default;
+MFnBase::~MFnBase() = default;
+
+MFn::Type MFnBase::type() const {
+    return MFn::kBase;
+}
+bool MFnBase::hasObj(MFn::Type kind) const {
+    return kind == type();
+}
+bool MFnBase::hasObj(const MObject& object) const {
+    return object.hasFn(type());
+}
+
 void MFnBase::attach(const MObject& object, MStatus* status) {
     put(status, setObject(object));
 }
 
 MObject MFnBase::object(MStatus* status) const {
-    return object_.isNull() ? fail(status, MObject()) : succeed(status, object_);
+    const MObject held = Access::object(*this);
+    return held.isNull() ? fail(status, MObject()) : succeed(status, held);
 }
 
 MStatus MFnBase::setObject(MObject& object) {
@@ -54,24 +80,22 @@ MStatus MFnBase::setObject(MObject& object) {
 }
 
 MStatus MFnBase::setObject(const MObject& object) {
-    if (!object.hasFn(type())) {
-        object_ = MObject();
-        return MStatus::kInvalidParameter;
-    }
-    object_ = object;
-    return MStatus::kSuccess;
+    const bool fits = object.hasFn(type());
+    const NodeHandle handle = Access::handle(fits ? object : MObject());
+    slot_ = handle.slot;
+    serial_ = handle.serial;
+    return fits ? MStatus::kSuccess : MStatus::kInvalidParameter;
 }
 
 DagPath Access::path(const MDagPath& path) {
-    if (!path.way_) return DagPath(leaf(path));
-    return DagPath(leaf(path), std::static_pointer_cast<const std::vector<NodeHandle>>(path.way_));
+    return path.way_.is_made() ? DagPath(leaf(path), path.way_->nodes) : DagPath(leaf(path));
 }
 
 MDagPath Access::path(const DagPath& path) {
     MDagPath out;
     out.slot_ = path.leaf().slot;
     out.serial_ = path.leaf().serial;
-    out.way_ = path.shared_way();
+    if (path.shared_way()) out.way_->nodes = path.shared_way();
     return out;
 }
 
@@ -80,6 +104,12 @@ MStatus MDagPath::getAPathTo(const MObject& object, MDagPath& path) {
     if (!node || !node->type().is_dag()) return MStatus::kInvalidParameter;
     path = Access::path(Access::scene().path_to(*node));
     return MStatus::kSuccess;
+}
+
+MDagPath MDagPath::getAPathTo(const MObject& object, MStatus* status) {
+    MDagPath out;
+    put(status, getAPathTo(object, out));
+    return out;
 }
 
 MStatus MDagPath::getAllPathsTo(const MObject& object, MDagPathArray& paths) {
@@ -93,7 +123,7 @@ MStatus MDagPath::getAllPathsTo(const MObject& object, MDagPathArray& paths) {
 bool MDagPath::isValid(MStatus* status) const {
     put(status, MStatus::kSuccess);
     const Node* leaf = Access::node(*this);
-    return leaf && (!way_ || !Access::scene().nodes_on(Access::path(*this)).empty());
+    return leaf && (!way_.is_made() || !Access::scene().nodes_on(Access::path(*this)).empty());
 }
 
 MObject MDagPath::node(MStatus* status) const {
@@ -169,7 +199,7 @@ MStatus MDagPath::pop(unsigned int count) {
     const std::size_t left = nodes.size() - count;
     if (left == 0) {
         *this = Access::path(DagPath(Access::scene().world().handle()));
-    } else if (way_) {
+    } else if (way_.is_made()) {
         const DagPath path = Access::path(*this);
         *this = Access::path(DagPath(std::vector<NodeHandle>(path.way().begin(), path.way().begin() + left)));
     } else {
@@ -222,6 +252,13 @@ MMatrix MDagPath::exclusiveMatrix(MStatus* status) const {
     return succeed(status, matrix(context.parent_matrix(Access::path(*this))));
 }
 
+MMatrix MDagPath::inclusiveMatrixInverse(MStatus* status) const {
+    return inclusiveMatrix(status).inverse();
+}
+MMatrix MDagPath::exclusiveMatrixInverse(MStatus* status) const {
+    return exclusiveMatrix(status).inverse();
+}
+
 MString MDagPath::fullPathName(MStatus* status) const {
     put(status, isValid() ? MStatus::kSuccess : MStatus::kFailure);
     return text(Access::scene().full_name(Access::path(*this)));
@@ -239,5 +276,5 @@ MStatus MDagPath::set(const MDagPath& other) {
 
 bool MDagPath::operator==(const MDagPath& other) const {
     if (slot_ != other.slot_ || serial_ != other.serial_) return false;
-    return way_ == other.way_ || Access::path(*this) == Access::path(other);
+    return Access::path(*this) == Access::path(other);
 }

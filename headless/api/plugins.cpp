@@ -1,5 +1,6 @@
 // MFnPlugin and MPxCommand, and how the session runs them.
 #include "headless/api/arguments.h"
+#include "headless/api/held.h"
 
 #include <maya/MDoubleArray.h>
 #include <maya/MIntArray.h>
@@ -10,6 +11,10 @@
 #include <maya/MFnPlugin.h>
 
 using namespace headless;
+
+template class headless::Held<MSyntax>;
+
+const MString MFnPlugin::kDefaultDataLocation("");
 
 MFnPlugin::MFnPlugin(MObject& plugin, const char* vendor, const char* version, const char* requiredApiVersion,
                      MStatus* status)
@@ -55,7 +60,7 @@ MStatus remove(std::map<std::string, Entry, std::less<>>& registry, const MStrin
 } // namespace
 
 MStatus MFnPlugin::registerFileTranslator(const MString& name, const char*, MCreatorFunction creator, const char*,
-                                          const char*, bool, DataStorageLocation) {
+                                          const char*, bool, MString) {
     Session& session = Session::current();
     return add(session.translators, name, Session::Translator{session.registering_plugin, creator});
 }
@@ -158,9 +163,8 @@ Result<CommandResult> Session::run_command(const std::string& name, const std::v
 
 namespace {
 
-MStatus give(CommandResult result) {
+void give(CommandResult result) {
     Session::current().command_result = std::move(result);
-    return MStatus::kSuccess;
 }
 
 CommandResult integers(CommandResult::Kind kind, std::vector<std::int64_t> values) {
@@ -186,79 +190,86 @@ CommandResult texts(CommandResult::Kind kind, std::vector<std::string> values) {
 
 } // namespace
 
+MPxCommand::MPxCommand() = default;
+MPxCommand::~MPxCommand() = default;
+
+bool MPxCommand::isUndoable() const {
+    return false;
+}
+bool MPxCommand::hasSyntax() const {
+    return syntax_.is_made();
+}
+MSyntax MPxCommand::syntax() const {
+    return *syntax_;
+}
+
 MStatus MPxCommand::undoIt() {
     return MStatus::kFailure;
 }
 MStatus MPxCommand::redoIt() {
     return MStatus::kFailure;
 }
-MStatus MPxCommand::setResult(bool value) {
-    return give(integers(CommandResult::Kind::integer, {value ? 1 : 0}));
+void MPxCommand::setResult(bool value) {
+    give(integers(CommandResult::Kind::integer, {value ? 1 : 0}));
 }
-MStatus MPxCommand::setResult(int value) {
-    return give(integers(CommandResult::Kind::integer, {value}));
+void MPxCommand::setResult(int value) {
+    give(integers(CommandResult::Kind::integer, {value}));
 }
-MStatus MPxCommand::setResult(unsigned int value) {
-    return give(integers(CommandResult::Kind::integer, {value}));
+void MPxCommand::setResult(unsigned int value) {
+    give(integers(CommandResult::Kind::integer, {value}));
 }
-MStatus MPxCommand::setResult(double value) {
-    return give(numbers(CommandResult::Kind::number, {value}));
+void MPxCommand::setResult(double value) {
+    give(numbers(CommandResult::Kind::number, {value}));
 }
-MStatus MPxCommand::setResult(const MString& value) {
-    return give(texts(CommandResult::Kind::text, {Access::text(value)}));
+void MPxCommand::setResult(const MString& value) {
+    give(texts(CommandResult::Kind::text, {Access::text(value)}));
 }
 
-MStatus MPxCommand::setResult(const MIntArray& values) {
+void MPxCommand::setResult(const MIntArray& values) {
     clearResult();
     for (unsigned int i = 0; i < values.length(); ++i) appendToResult(values[i]);
-    return MStatus::kSuccess;
 }
 
-MStatus MPxCommand::setResult(const MDoubleArray& values) {
+void MPxCommand::setResult(const MDoubleArray& values) {
     clearResult();
     for (unsigned int i = 0; i < values.length(); ++i) appendToResult(values[i]);
-    return MStatus::kSuccess;
 }
 
-MStatus MPxCommand::setResult(const MStringArray& values) {
+void MPxCommand::setResult(const MStringArray& values) {
     clearResult();
     for (unsigned int i = 0; i < values.length(); ++i) appendToResult(values[i]);
-    return MStatus::kSuccess;
 }
 
-MStatus MPxCommand::appendToResult(const MString& value) {
+void MPxCommand::appendToResult(const MString& value) {
     CommandResult& result = Session::current().command_result;
-    if (result.kind != CommandResult::Kind::none && result.texts.empty()) return MStatus::kFailure;
+    if (result.kind != CommandResult::Kind::none && result.texts.empty()) return;
     result.kind = CommandResult::Kind::texts;
     result.texts.push_back(Access::text(value));
-    return MStatus::kSuccess;
 }
 
-MStatus MPxCommand::appendToResult(int value) {
+void MPxCommand::appendToResult(int value) {
     CommandResult& result = Session::current().command_result;
-    if (result.kind != CommandResult::Kind::none && result.integers.empty()) return MStatus::kFailure;
+    if (result.kind != CommandResult::Kind::none && result.integers.empty()) return;
     result.kind = CommandResult::Kind::integers;
     result.integers.push_back(value);
-    return MStatus::kSuccess;
 }
 
-MStatus MPxCommand::appendToResult(double value) {
+void MPxCommand::appendToResult(double value) {
     CommandResult& result = Session::current().command_result;
-    if (result.kind != CommandResult::Kind::none && result.numbers.empty()) return MStatus::kFailure;
+    if (result.kind != CommandResult::Kind::none && result.numbers.empty()) return;
     result.kind = CommandResult::Kind::numbers;
     result.numbers.push_back(value);
-    return MStatus::kSuccess;
 }
 
-MStatus MPxCommand::clearResult() {
-    return give({});
+void MPxCommand::clearResult() {
+    give({});
 }
 void MPxCommand::displayInfo(const MString& text) {
     Session::current().info(Access::text(text));
 }
-void MPxCommand::displayWarning(const MString& text) {
+void MPxCommand::displayWarning(const MString& text, bool) {
     Session::current().warning(Access::text(text));
 }
-void MPxCommand::displayError(const MString& text) {
+void MPxCommand::displayError(const MString& text, bool) {
     Session::current().error(Access::text(text));
 }

@@ -1,7 +1,10 @@
 // MPlug.
 #include "headless/api/access.h"
 
+#include <maya/MAngle.h>
+#include <maya/MDistance.h>
 #include <maya/MPlugArray.h>
+#include <maya/MTime.h>
 
 #include <algorithm>
 
@@ -63,6 +66,10 @@ bool MPlug::isNull(MStatus* status) const {
 MString MPlug::name(MStatus* status) const {
     return ask(*this, status,
                [](const Plug& plug) { return text(Access::scene().unique_name_of(*plug.node) + plug.path()); });
+}
+
+MString MPlug::info(MStatus* status) const {
+    return name(status);
 }
 
 MString MPlug::partialName(bool with_node, bool, bool, bool, bool full_path, bool long_names, MStatus* status) const {
@@ -207,13 +214,13 @@ MStatus MPlug::setValue(short value) {
 MStatus MPlug::setValue(bool value) {
     return set(*this, value);
 }
-MStatus MPlug::setValue(const MTime& value) {
+MStatus MPlug::setValue(MTime& value) {
     return set(*this, value.as(MTime::kSeconds));
 }
-MStatus MPlug::setValue(const MAngle& value) {
+MStatus MPlug::setValue(MAngle& value) {
     return set(*this, value.asRadians());
 }
-MStatus MPlug::setValue(const MDistance& value) {
+MStatus MPlug::setValue(MDistance& value) {
     return set(*this, value.asCentimeters());
 }
 MStatus MPlug::setValue(const MString& value) {
@@ -223,80 +230,76 @@ MStatus MPlug::setValue(const char* value) {
     return setValue(MString(value));
 }
 
-double MPlug::asDouble(MStatus* status) const {
+double MPlug::asDouble(MDGContext&, MStatus* status) const {
     return ask(*this, status, [](const Plug& plug) {
         const double value = value_of(plug).number();
         const bool time = plug.attribute().kind == AttributeKind::time;
         return time ? Access::scene().time_unit.from_seconds(value) : value;
     });
 }
-float MPlug::asFloat(MStatus* status) const {
-    return static_cast<float>(asDouble(status));
+float MPlug::asFloat(MDGContext& context, MStatus* status) const {
+    return static_cast<float>(asDouble(context, status));
 }
-int MPlug::asInt(MStatus* status) const {
-    const std::int64_t value = Value(asDouble(status)).integer();
+int MPlug::asInt(MDGContext& context, MStatus* status) const {
+    const std::int64_t value = Value(asDouble(context, status)).integer();
     return static_cast<int>(std::clamp<std::int64_t>(value, -0x80000000LL, 0x7fffffffLL));
 }
-short MPlug::asShort(MStatus* status) const {
-    return static_cast<short>(std::clamp(asInt(status), -0x8000, 0x7fff));
+short MPlug::asShort(MDGContext& context, MStatus* status) const {
+    return static_cast<short>(std::clamp(asInt(context, status), -0x8000, 0x7fff));
 }
-bool MPlug::asBool(MStatus* status) const {
-    return asDouble(status) != 0.0;
+bool MPlug::asBool(MDGContext& context, MStatus* status) const {
+    return asDouble(context, status) != 0.0;
 }
 
-MTime MPlug::asMTime(MStatus* status) const {
+MTime MPlug::asMTime(MDGContext&, MStatus* status) const {
     const double seconds = ask(*this, status, [](const Plug& plug) { return value_of(plug).number(); });
     const MTime::Unit unit = MTime::uiUnit();
     return MTime(MTime(seconds, MTime::kSeconds).as(unit), unit);
 }
 
-MAngle MPlug::asMAngle(MStatus* status) const {
-    return MAngle(asDouble(status), MAngle::kRadians);
+MAngle MPlug::asMAngle(MDGContext& context, MStatus* status) const {
+    return MAngle(asDouble(context, status), MAngle::kRadians);
 }
-MDistance MPlug::asMDistance(MStatus* status) const {
-    return MDistance(asDouble(status), MDistance::kCentimeters);
+MDistance MPlug::asMDistance(MDGContext& context, MStatus* status) const {
+    return MDistance(asDouble(context, status), MDistance::kCentimeters);
 }
 
-MString MPlug::asString(MStatus* status) const {
+MString MPlug::asString(MDGContext&, MStatus* status) const {
     return ask(*this, status, [](const Plug& plug) { return text(value_of(plug).text()); });
 }
 
-MStatus MPlug::getValue(bool& value) const {
+MStatus MPlug::getValue(bool& value, MDGContext& context) const {
     MStatus status;
-    value = asBool(&status);
+    value = asBool(context, &status);
     return status;
 }
-MStatus MPlug::getValue(int& value) const {
+MStatus MPlug::getValue(int& value, MDGContext& context) const {
     MStatus status;
-    value = asInt(&status);
+    value = asInt(context, &status);
     return status;
 }
-MStatus MPlug::getValue(float& value) const {
+MStatus MPlug::getValue(float& value, MDGContext& context) const {
     MStatus status;
-    value = asFloat(&status);
+    value = asFloat(context, &status);
     return status;
 }
-MStatus MPlug::getValue(double& value) const {
+MStatus MPlug::getValue(double& value, MDGContext& context) const {
     MStatus status;
-    value = asDouble(&status);
+    value = asDouble(context, &status);
     return status;
 }
-MStatus MPlug::getValue(MTime& value) const {
+MStatus MPlug::getValue(MTime& value, MDGContext& context) const {
     MStatus status;
-    value = asMTime(&status);
+    value = asMTime(context, &status);
     return status;
 }
-MStatus MPlug::getValue(MString& value) const {
+MStatus MPlug::getValue(MString& value, MDGContext& context) const {
     MStatus status;
-    value = asString(&status);
+    value = asString(context, &status);
     return status;
 }
 
 bool MPlug::operator==(const MPlug& other) const {
     return node_ == other.node_ && attribute_ == other.attribute_ && depth_ == other.depth_ &&
            std::equal(index_, index_ + 4, other.index_);
-}
-
-ostream& operator<<(ostream& out, const MPlug& plug) {
-    return out << plug.name();
 }

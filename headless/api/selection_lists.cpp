@@ -1,19 +1,13 @@
 // MSelectionList and MItSelectionList.
 #include "headless/api/access.h"
+#include "headless/api/held.h"
 
 #include <maya/MItSelectionList.h>
 #include <maya/MStringArray.h>
 
 using namespace headless;
 
-MSelectionList::MSelectionList() : list_(std::make_unique<SelectionList>()) {}
-MSelectionList::MSelectionList(const MSelectionList& other) : list_(std::make_unique<SelectionList>(*other.list_)) {}
-MSelectionList::~MSelectionList() = default;
-
-MSelectionList& MSelectionList::operator=(const MSelectionList& other) {
-    if (this != &other) *list_ = *other.list_;
-    return *this;
-}
+template class headless::Held<SelectionList>;
 
 namespace {
 
@@ -158,7 +152,7 @@ void MItSelectionList::skip_others() {
     }
 }
 
-bool MItSelectionList::isDone(MStatus* status) const {
+bool MItSelectionList::isDone(MStatus* status) {
     put(status, MStatus::kSuccess);
     return at_ >= list_.length();
 }
@@ -182,7 +176,7 @@ MStatus MItSelectionList::setFilter(MFn::Type filter) {
     return MStatus::kSuccess;
 }
 
-MItSelectionList::selectionItemType MItSelectionList::itemType(MStatus* status) const {
+MItSelectionList::selItemType MItSelectionList::itemType(MStatus* status) {
     MDagPath path;
     MPlug plug;
     if (isDone()) return fail(status, kUnknownItem);
@@ -190,18 +184,18 @@ MItSelectionList::selectionItemType MItSelectionList::itemType(MStatus* status) 
     return succeed(status, list_.getDagPath(at_, path) ? kDagSelectionItem : kDNselectionItem);
 }
 
-MStatus MItSelectionList::getDependNode(MObject& node) const {
+MStatus MItSelectionList::getDependNode(MObject& node) {
     return list_.getDependNode(at_, node);
 }
-MStatus MItSelectionList::getDagPath(MDagPath& path) const {
+MStatus MItSelectionList::getDagPath(MDagPath& path) {
     return list_.getDagPath(at_, path);
 }
-MStatus MItSelectionList::getDagPath(MDagPath& path, MObject& component) const {
+MStatus MItSelectionList::getDagPath(MDagPath& path, MObject& component) {
     return list_.getDagPath(at_, path, component);
 }
 MStatus MItSelectionList::getPlug(MPlug& plug) {
     return list_.getPlug(at_, plug);
 }
-MStatus MItSelectionList::getStrings(MStringArray& names) const {
+MStatus MItSelectionList::getStrings(MStringArray& names) {
     return list_.getSelectionStrings(at_, names);
 }

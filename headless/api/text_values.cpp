@@ -43,7 +43,7 @@ void MStatus::perror(const MString& message) const {
     perror(message.asChar());
 }
 
-ostream& operator<<(ostream& out, const MStatus& status) {
+ostream& operator<<(ostream& out, MStatus& status) {
     return out << status.errorString();
 }
 

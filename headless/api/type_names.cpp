@@ -24,11 +24,10 @@ VOR2_KINDS(kInvalid, kBase, kNamedObject, kModel, kDependencyNode, kAddDoubleLin
            kScaleConstraint, kTangentConstraint, kUnknown, kWorld, kShape, kCamera, kCluster, kCurve, kNurbsCurve,
            kNurbsSurface, kMesh, kLattice, kLocator, kLight, kAmbientLight, kNonAmbientLight, kAreaLight, kLinearLight,
            kNonExtendedLight, kDirectionalLight, kPointLight, kSpotLight, kVolumeLight, kSkinClusterFilter, kBlendShape,
-           kDisplayLayer, kExpression, kFileTexture, kGroupId, kGroupParts, kLightLinker, kPairBlend, kLambert,
-           kReflect, kPhong, kPartition, kPlace2dTexture, kRenderLayer, kScript, kSet, kShadingEngine, kTime,
-           kUnitConversion, kUnitToTimeConversion, kDagPose, kClip, kClipScheduler, kClipLibrary, kCharacterMap,
-           kAttribute, kPlugin, kMultDoubleLinear, kMultiplyDivide, kPlusMinusAverage, kReverse, kCondition,
-           kPolyCreator, kPolyModifier, kDependencyNodeUnknown)
+           kDisplayLayer, kExpression, kFileTexture, kGroupId, kGroupParts, kLightLink, kPairBlend, kLambert, kReflect,
+           kPhong, kPartition, kPlace2dTexture, kRenderLayer, kScript, kSet, kShadingEngine, kTime, kUnitConversion,
+           kUnitToTimeConversion, kDagPose, kClip, kClipScheduler, kClipLibrary, kCharacterMap, kAttribute, kPlugin,
+           kMultDoubleLinear, kMultiplyDivide, kPlusMinusAverage, kReverse, kCondition, kPolyCreator, kMidModifier)
 
 std::vector<std::string> split_names() {
     std::vector<std::string> out;

@@ -1,6 +1,10 @@
 // MTime, MAngle and MDistance.
 #include "headless/api/access.h"
 
+#include <maya/MAngle.h>
+#include <maya/MDistance.h>
+#include <maya/MTime.h>
+
 #include <iterator>
 
 using headless::Access;
@@ -93,8 +97,10 @@ MStatus MAngle::setValue(double value) {
     return MStatus::kSuccess;
 }
 
-double MAngle::as(Unit other) const {
-    if (other == unit_ || other <= kInvalid || other >= kLast) return value_;
+double MAngle::as(Unit other, MStatus* status) const {
+    const bool known = other > kInvalid && other < kLast;
+    headless::put(status, known ? MStatus::kSuccess : MStatus::kInvalidParameter);
+    if (other == unit_ || !known) return value_;
     return value_ * angles[unit_].size / angles[other].size;
 }
 
@@ -120,8 +126,10 @@ MStatus MDistance::setValue(double value) {
     return MStatus::kSuccess;
 }
 
-double MDistance::as(Unit other) const {
-    if (other == unit_ || other <= kInvalid || other >= kLast) return value_;
+double MDistance::as(Unit other, MStatus* status) const {
+    const bool known = other > kInvalid && other < kLast;
+    headless::put(status, known ? MStatus::kSuccess : MStatus::kInvalidParameter);
+    if (other == unit_ || !known) return value_;
     return value_ * lengths[unit_].size / lengths[other].size;
 }
 

@@ -1,7 +1,9 @@
 // MVector, MPoint and their single-precision kin.
 #include "headless/api/access.h"
 
+#include <maya/MColor.h>
 #include <maya/MEulerRotation.h>
+#include <maya/MMatrix.h>
 #include <maya/MPoint.h>
 #include <maya/MQuaternion.h>
 #include <maya/MVector.h>
@@ -12,10 +14,15 @@
 MFloatVector::MFloatVector(const MVector& v)
     : x(static_cast<float>(v.x)), y(static_cast<float>(v.y)), z(static_cast<float>(v.z)) {}
 
+const MColor MColor::kOpaqueBlack(0, 0, 0, 1);
+
+const MFloatVector MFloatVector::zero(0, 0, 0);
+
 const MVector MVector::zero(0, 0, 0), MVector::one(1, 1, 1);
 const MVector MVector::xAxis(1, 0, 0), MVector::yAxis(0, 1, 0), MVector::zAxis(0, 0, 1);
 const MVector MVector::xNegAxis(-1, 0, 0), MVector::yNegAxis(0, -1, 0), MVector::zNegAxis(0, 0, -1);
 
+MVector::MVector(const MFloatVector& v) : x(v.x), y(v.y), z(v.z) {}
 MVector::MVector(const MPoint& p) : x(p.x), y(p.y), z(p.z) {}
 
 MVector MVector::operator*(const MMatrix& m) const {
@@ -69,6 +76,21 @@ ostream& operator<<(ostream& out, const MVector& v) {
 }
 
 const MPoint MPoint::origin(0, 0, 0, 1);
+
+MPoint::MPoint(const MVector& v) : x(v.x), y(v.y), z(v.z) {}
+
+MPoint MPoint::operator+(const MVector& v) const {
+    return {x + v.x, y + v.y, z + v.z, w};
+}
+MPoint MPoint::operator-(const MVector& v) const {
+    return {x - v.x, y - v.y, z - v.z, w};
+}
+MVector MPoint::operator-(const MPoint& p) const {
+    return {x - p.x, y - p.y, z - p.z};
+}
+double MPoint::distanceTo(const MPoint& other) const {
+    return (*this - other).length();
+}
 
 MPoint MPoint::operator*(const MMatrix& m) const {
     MPoint out(0, 0, 0, 0);

@@ -170,7 +170,7 @@ NodeType& NodeTypes::find_or_add_unknown(std::string_view name, bool dag) {
     const std::string key = dag ? std::string(name) + " (DAG)" : std::string(name);
     if (const auto at = by_name_.find(key); at != by_name_.end() && at->second->is_dag() == dag) return *at->second;
     const NodeType* base = find(dag ? "dagNode" : "node");
-    NodeType& made = types_.emplace_back(std::string(name), base, MFn::kDependencyNodeUnknown);
+    NodeType& made = types_.emplace_back(std::string(name), base, MFn::kUnknown);
     by_name_[key] = &made;
     return made;
 }

@@ -97,7 +97,7 @@ public:
     const std::string& name() const { return name_; }
     const NodeType* base() const { return base_; }
     MFn::Type api_type() const { return api_type_; }
-    bool known() const { return api_type_ != MFn::kDependencyNodeUnknown; }
+    bool known() const { return api_type_ != MFn::kUnknown; }
     bool has_fn(MFn::Type type) const;
     bool derives_from(std::string_view type_name) const;
     bool is_dag() const { return is_dag_; }

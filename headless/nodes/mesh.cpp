@@ -83,14 +83,14 @@ void add_creators(NodeTypes& types) {
 
 void add_modifiers(NodeTypes& types) {
     // clang-format off
-    NodeKind(types, "polyModifier", "node", MFn::kPolyModifier)
+    NodeKind(types, "polyModifier", "node", MFn::kMidModifier)
         .untyped("inputPolymesh", "ip")
         .untyped("output", "out").output()
         .untyped("inputComponents", "ics");
-    NodeKind(types, "polySubdFace", "polyModifier", MFn::kPolyModifier)
+    NodeKind(types, "polySubdFace", "polyModifier", MFn::kMidModifier)
         .integer("divisions", "dv", 1)
         .enumeration("mode", "m");
-    NodeKind(types, "polyColorPerVertex", "polyModifier", MFn::kPolyModifier).text("colorSetName", "cn");
+    NodeKind(types, "polyColorPerVertex", "polyModifier", MFn::kMidModifier).text("colorSetName", "cn");
     NodeKind(types, "transformGeometry", "node", MFn::kDependencyNode)
         .untyped("inputGeometry", "ig")
         .matrix("transform", "txf")

@@ -19,7 +19,7 @@ void add_shading_kinds(NodeTypes& types) {
     NodeKind(types, "shadingEngine", "objectSet", MFn::kShadingEngine).untyped("surfaceShader", "ss");
     NodeKind(types, "file", "node", MFn::kFileTexture);
     NodeKind(types, "place2dTexture", "node", MFn::kPlace2dTexture);
-    NodeKind(types, "lightLinker", "node", MFn::kLightLinker);
+    NodeKind(types, "lightLinker", "node", MFn::kLightLink);
     // clang-format on
 }
 

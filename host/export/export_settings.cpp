@@ -1,6 +1,7 @@
 #include "host/export/export_settings.h"
 
 #include <maya/MAnimControl.h>
+#include <maya/MTime.h>
 
 namespace VOR2_EXPORTER_MAYA {
 

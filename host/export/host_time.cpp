@@ -2,7 +2,9 @@
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MGlobal.h>
+#include <maya/MObject.h>
 #include <maya/MSelectionList.h>
+#include <maya/MString.h>
 
 #include <cmath>
 #include <string_view>
@@ -45,7 +47,7 @@ TIME_NODE_CLOCK::TIME_NODE_CLOCK() {
     my_out_time = MFnDependencyNode(time_node).findPlug("outTime");
 }
 
-void TIME_NODE_CLOCK::move_to(const MTime& time) {
+void TIME_NODE_CLOCK::move_to(MTime time) {
     my_out_time.setValue(time);
 }
 

@@ -15,7 +15,7 @@ namespace VOR2_EXPORTER_MAYA {
 class TIME_NODE_CLOCK {
 public:
     TIME_NODE_CLOCK();
-    void move_to(const MTime& time);
+    void move_to(MTime time);
 
 private:
     MPlug my_out_time;

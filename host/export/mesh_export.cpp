@@ -8,8 +8,17 @@
 #include "host/export/mesh_translation.h"
 #include "host/export/transform_conversion.h"
 
+#include <maya/MDagPath.h>
+#include <maya/MDagPathArray.h>
+#include <maya/MFn.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnMesh.h>
 #include <maya/MGlobal.h>
+#include <maya/MIntArray.h>
+#include <maya/MObject.h>
+#include <maya/MObjectArray.h>
 #include <maya/MPlugArray.h>
+#include <maya/MString.h>
 
 #include <algorithm>
 #include <map>

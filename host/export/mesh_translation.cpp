@@ -4,10 +4,20 @@
 #include "host/export/host_text.h"
 #include "support/platform/platform.h"
 
+#include <maya/MColorArray.h>
+#include <maya/MFloatVectorArray.h>
+#include <maya/MFn.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MFnDependencyNode.h>
 #include <maya/MGlobal.h>
+#include <maya/MIntArray.h>
+#include <maya/MObjectArray.h>
+#include <maya/MPointArray.h>
 
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace VOR2_EXPORTER_MAYA {
 namespace {

@@ -7,9 +7,14 @@
 
 #include "format/scene/root.h"
 
+#include <maya/MColor.h>
 #include <maya/MDagPath.h>
+#include <maya/MFloatVector.h>
 #include <maya/MFnLambertShader.h>
 #include <maya/MFnMesh.h>
+#include <maya/MObject.h>
+#include <maya/MPoint.h>
+#include <maya/MString.h>
 
 namespace VOR2_EXPORTER_MAYA {
 

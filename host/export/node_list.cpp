@@ -1,10 +1,13 @@
 #include "host/export/node_list.h"
 
+#include <maya/MDagPath.h>
 #include <maya/MFn.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MGlobal.h>
 #include <maya/MItDag.h>
 #include <maya/MItSelectionList.h>
+#include <maya/MObject.h>
+#include <maya/MString.h>
 #include <maya/MStringArray.h>
 
 #include <algorithm>

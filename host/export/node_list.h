@@ -2,6 +2,7 @@
 
 #include <maya/MDagPathArray.h>
 #include <maya/MSelectionList.h>
+#include <maya/MStringArray.h>
 
 #include <set>
 

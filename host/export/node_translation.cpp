@@ -4,11 +4,15 @@
 #include "host/export/transform_conversion.h"
 
 #include <maya/MFnDagNode.h>
+#include <maya/MFnDependencyNode.h>
 #include <maya/MGlobal.h>
+#include <maya/MObject.h>
+#include <maya/MString.h>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -103,7 +107,8 @@ NODE_SAMPLER::NODE_SAMPLER(VOR2& root, const MDagPathArray& nodes) {
         const auto host_node = last_of_name.find(node.name.view());
         if (host_node == last_of_name.end()) continue;
         HOST_NODE& followed = host_node->second;
-        if (followed.transform == nullptr) followed.transform = &my_transforms.emplace_back(nodes[followed.index]);
+        if (followed.transform == nullptr)
+            followed.transform = std::addressof(my_transforms.emplace_back(nodes[followed.index]));
         my_nodes[i] = {followed.transform, node.position_track.get(), node.rotation_track.get()};
     }
 }

@@ -3,8 +3,10 @@
 #include "format/scene/root.h"
 #include "format/tracks/tracks.h"
 
+#include <maya/MDagPath.h>
 #include <maya/MDagPathArray.h>
 #include <maya/MFnTransform.h>
+#include <maya/MMatrix.h>
 
 #include <deque>
 #include <unordered_map>

@@ -1,6 +1,7 @@
 #include "host/export/sample_range.h"
 
 #include <maya/MGlobal.h>
+#include <maya/MString.h>
 
 #include <algorithm>
 #include <cmath>

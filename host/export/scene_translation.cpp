@@ -11,7 +11,10 @@
 #include "host/export/transform_conversion.h"
 
 #include <maya/MAnimControl.h>
+#include <maya/MDagPath.h>
 #include <maya/MGlobal.h>
+#include <maya/MSelectionList.h>
+#include <maya/MTime.h>
 
 #include <cmath>
 

@@ -6,9 +6,13 @@
 #include "support/platform/platform.h"
 
 #include <maya/MAnimControl.h>
+#include <maya/MDagPath.h>
 #include <maya/MFnDagNode.h>
+#include <maya/MFnDependencyNode.h>
 #include <maya/MFnIkJoint.h>
 #include <maya/MGlobal.h>
+#include <maya/MObject.h>
+#include <maya/MTime.h>
 
 #include <algorithm>
 #include <cmath>

@@ -5,8 +5,11 @@
 
 #include <maya/MAnimControl.h>
 #include <maya/MGlobal.h>
+#include <maya/MMatrix.h>
 #include <maya/MQuaternion.h>
+#include <maya/MString.h>
 #include <maya/MTransformationMatrix.h>
+#include <maya/MVector.h>
 
 #include <algorithm>
 #include <cmath>

@@ -4,6 +4,8 @@
 
 #include "host/import/import_driver.h"
 
+#include <maya/MDagPath.h>
+#include <maya/MDagPathArray.h>
 #include <maya/MFnIkJoint.h>
 
 #include <vector>

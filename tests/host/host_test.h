@@ -11,10 +11,16 @@
 #include "support/platform/hooks.h"
 #include "tests/temporary.h"
 
+#include <maya/MDagPath.h>
+#include <maya/MDagPathArray.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnTransform.h>
 #include <maya/MGlobal.h>
+#include <maya/MPlug.h>
 #include <maya/MSelectionList.h>
+#include <maya/MStringArray.h>
+#include <maya/MTime.h>
+#include <maya/MVector.h>
 
 #include <gtest/gtest.h>
 
@@ -46,7 +52,8 @@ protected:
 
     static MDagPath make(const char* type, const char* name, const MDagPath& parent = {}) {
         MFnDagNode node;
-        node.create(type, name, parent.length() > 0 ? parent.node() : MObject::kNullObj);
+        MObject above = parent.length() > 0 ? parent.node() : MObject();
+        node.create(type, name, above);
         MDagPath path;
         node.getPath(path);
         return path;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MStatus.h>
+#include <maya/MTypes.h>
 
 /// An angle in one of the units that the host shows.
 class MAngle {
@@ -13,7 +14,7 @@ public:
     double value() const { return value_; }
     MStatus setUnit(Unit unit);
     MStatus setValue(double value);
-    double as(Unit other) const;
+    double as(Unit other, MStatus* status = nullptr) const;
     double asRadians() const { return as(kRadians); }
     double asDegrees() const { return as(kDegrees); }
     static Unit uiUnit();

@@ -1,6 +1,13 @@
 #pragma once
 
+#include <maya/MAngle.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MIntArray.h>
+#include <maya/MStatus.h>
 #include <maya/MTime.h>
+#include <maya/MTimeArray.h>
+#include <maya/MTypes.h>
 
 /// The clock and the playback range.
 class MAnimControl {

@@ -1,6 +1,12 @@
 #pragma once
 
 #include <maya/MArgParser.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+
+class MArgList;
+class MSelectionList;
+class MSyntax;
 
 /// A parser that also looks up the scene's objects.
 class MArgDatabase : public MArgParser {

@@ -1,17 +1,20 @@
 #pragma once
 
-#include <maya/MAngle.h>
-#include <maya/MDistance.h>
+#include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MTime.h>
+#include <maya/MTypes.h>
+#include <maya/detail/held.h>
 
-#include <vector>
+class MAngle;
+class MDistance;
+class MTime;
+namespace headless {
+struct Words;
+}
 
 /// The words that a command was called with. A word that isn't of the kind asked for is a failure.
 class MArgList {
 public:
-    enum { kInvalidArgIndex = 0xFFFFFFFFu };
-
     unsigned int length(MStatus* status = nullptr) const;
     bool asBool(unsigned int i, MStatus* status = nullptr) const;
     int asInt(unsigned int i, MStatus* status = nullptr) const;
@@ -30,9 +33,10 @@ public:
     MStatus addArg(int value);
     MStatus addArg(double value);
     MStatus addArg(const MString& value);
-    MStatus removeArg(unsigned int i);
+
+    static const unsigned int kInvalidArgIndex;
 
 private:
     friend struct headless::Access;
-    std::vector<MString> words_;
+    headless::Held<headless::Words> words_;
 };

@@ -1,10 +1,17 @@
 #pragma once
 
-#include <maya/MArgList.h>
-#include <maya/MSyntax.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+#include <maya/detail/held.h>
 
+class MAngle;
+class MArgList;
+class MDistance;
 class MSelectionList;
+class MString;
 class MStringArray;
+class MSyntax;
+class MTime;
 namespace headless {
 struct ParsedArguments;
 }
@@ -13,9 +20,6 @@ struct ParsedArguments;
 class MArgParser {
 public:
     MArgParser(const MSyntax& syntax, const MArgList& words, MStatus* status = nullptr);
-    MArgParser(const MArgParser& other);
-    MArgParser& operator=(const MArgParser& other);
-    ~MArgParser();
 
     bool isFlagSet(const char* flag, MStatus* status = nullptr) const;
     bool isEdit(MStatus* status = nullptr) const;
@@ -52,7 +56,7 @@ public:
     MString commandArgumentString(unsigned int i, MStatus* status = nullptr) const;
     MStatus getObjects(MStringArray& names) const;
 
-protected:
+private:
     friend struct headless::Access;
-    std::unique_ptr<headless::ParsedArguments> parsed_;
+    headless::Held<headless::ParsedArguments> parsed_;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <maya/MStatus.h>
+#include <maya/MIOStreamFwd.h>
+#include <maya/MTypes.h>
 
 /// A colour with its opacity. The host's value for "no colour" is -1 in all four.
 class MColor {
@@ -8,8 +9,8 @@ public:
     enum MColorType { kRGB, kHSV, kCMY, kCMYK };
 
     MColor() = default;
-    MColor(float r_, float g_, float b_, float a_ = 1.0f) : r(r_), g(g_), b(b_), a(a_) {}
-    explicit MColor(const float v[4]) : r(v[0]), g(v[1]), b(v[2]), a(v[3]) {}
+    MColor(float r_, float g_, float b_ = 0.0f, float a_ = 1.0f) : r(r_), g(g_), b(b_), a(a_) {}
+    MColor(const float v[4]) : r(v[0]), g(v[1]), b(v[2]), a(v[3]) {}
 
     float operator()(unsigned int i) const { return i == 0 ? r : i == 1 ? g : i == 2 ? b : a; }
     float operator[](unsigned int i) const { return (*this)(i); }
@@ -18,6 +19,8 @@ public:
     MColor operator+(const MColor& o) const { return {r + o.r, g + o.g, b + o.b, a + o.a}; }
     bool operator==(const MColor& o) const { return r == o.r && g == o.g && b == o.b && a == o.a; }
     bool operator!=(const MColor& o) const { return !(*this == o); }
+
+    static const MColor kOpaqueBlack;
 
     float r = 0.0f, g = 0.0f, b = 0.0f, a = 1.0f;
 };

@@ -1,20 +1,24 @@
 #pragma once
 
-#include <maya/MFn.h>
-#include <maya/MMatrix.h>
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
-#include <maya/MString.h>
-
-#include <memory>
+#include <maya/MTypes.h>
+#include <maya/detail/held.h>
 
 class MDagPathArray;
+class MMatrix;
+class MString;
+
+namespace headless {
+struct WayOfInstance;
+}
 
 /// One way from the world to a DAG node. It follows its node when that is moved under another parent.
 class MDagPath {
 public:
     MDagPath() = default;
     static MStatus getAPathTo(const MObject& node, MDagPath& path);
+    static MDagPath getAPathTo(const MObject& node, MStatus* status = nullptr);
     static MStatus getAllPathsTo(const MObject& node, MDagPathArray& paths);
 
     bool isValid(MStatus* status = nullptr) const;
@@ -37,18 +41,16 @@ public:
 
     MMatrix inclusiveMatrix(MStatus* status = nullptr) const;
     MMatrix exclusiveMatrix(MStatus* status = nullptr) const;
-    MMatrix inclusiveMatrixInverse(MStatus* status = nullptr) const { return inclusiveMatrix(status).inverse(); }
-    MMatrix exclusiveMatrixInverse(MStatus* status = nullptr) const { return exclusiveMatrix(status).inverse(); }
+    MMatrix inclusiveMatrixInverse(MStatus* status = nullptr) const;
+    MMatrix exclusiveMatrixInverse(MStatus* status = nullptr) const;
 
     MString fullPathName(MStatus* status = nullptr) const;    ///< "|a|b"
     MString partialPathName(MStatus* status = nullptr) const; ///< as much of it as is unique
     MStatus set(const MDagPath& other);
     bool operator==(const MDagPath& other) const;
-    bool operator!=(const MDagPath& other) const { return !(*this == other); }
 
 private:
     friend struct headless::Access;
-    std::uint32_t slot_ = 0;
-    std::uint32_t serial_ = 0;
-    std::shared_ptr<const void> way_; // of an instance: the nodes on the way
+    unsigned int slot_ = 0, serial_ = 0;
+    headless::Held<headless::WayOfInstance> way_; // made for an instance alone
 };

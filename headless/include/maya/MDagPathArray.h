@@ -1,10 +1,18 @@
 #pragma once
 
-#include <maya/MDagPath.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
 #include <maya/detail/array_of.h>
 
+class MDagPath;
+
 /// A list of paths.
-class MDagPathArray : public headless::ArrayOf<MDagPath> {
+class MDagPathArray : public headless::ArrayOf<MDagPathArray, MDagPath> {
 public:
-    using ArrayOf::ArrayOf;
+    MDagPathArray() = default;
+    MDagPathArray(unsigned int length, const MDagPath& value) : ArrayOf(length, value) {}
+    MStatus copy(const MDagPathArray& source) {
+        *this = source;
+        return MStatus::kSuccess;
+    }
 };

@@ -1,8 +1,12 @@
 #pragma once
 
-#include <maya/MMatrix.h>
-#include <maya/MQuaternion.h>
-#include <maya/MVector.h>
+#include <maya/MIOStreamFwd.h>
+#include <maya/MTransformationMatrix.h>
+#include <maya/MTypes.h>
+
+class MMatrix;
+class MQuaternion;
+class MVector;
 
 /// A rotation by three angles in radians, in one of six orders; the axis named first acts first.
 class MEulerRotation {
@@ -11,16 +15,15 @@ public:
 
     MEulerRotation() = default;
     MEulerRotation(double x_, double y_, double z_, RotationOrder order_ = kXYZ) : x(x_), y(y_), z(z_), order(order_) {}
-    MEulerRotation(const double v[3], RotationOrder order_ = kXYZ) : x(v[0]), y(v[1]), z(v[2]), order(order_) {}
-    MEulerRotation(const MVector& v, RotationOrder order_ = kXYZ) : x(v.x), y(v.y), z(v.z), order(order_) {}
+    MEulerRotation(const MVector& v, RotationOrder order_ = kXYZ);
 
     MMatrix asMatrix() const;
     MQuaternion asQuaternion() const;
-    MVector asVector() const { return {x, y, z}; }
+    MVector asVector() const;
     static MEulerRotation decompose(const MMatrix& rotation, RotationOrder order);
-    MEulerRotation& operator=(const MMatrix& rotation) { return *this = decompose(rotation, order); }
-    MEulerRotation& operator=(const MQuaternion& rotation) { return *this = decompose(rotation.asMatrix(), order); }
-    MEulerRotation reorder(RotationOrder other) const { return decompose(asMatrix(), other); }
+    MEulerRotation& operator=(const MMatrix& rotation);
+    MEulerRotation& operator=(const MQuaternion& rotation);
+    MEulerRotation reorder(RotationOrder other) const;
     MEulerRotation& reorderIt(RotationOrder other) { return *this = reorder(other); }
 
     double operator[](unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
@@ -29,10 +32,10 @@ public:
     bool operator!=(const MEulerRotation& o) const { return !(*this == o); }
     bool isEquivalent(const MEulerRotation& other, double tolerance = 1e-10) const;
 
+    friend ostream& operator<<(ostream& out, const MEulerRotation& r);
+
     static const MEulerRotation identity;
 
     double x = 0.0, y = 0.0, z = 0.0;
     RotationOrder order = kXYZ;
 };
-
-ostream& operator<<(ostream& out, const MEulerRotation& r);

@@ -1,7 +1,12 @@
 #pragma once
 
+#include <maya/MObject.h>
+#include <maya/MPlugArray.h>
+#include <maya/MSelectionList.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
+#include <maya/MStringArray.h>
+#include <maya/MTypes.h>
 
 /// Opening, saving, importing and exporting of whole files.
 class MFileIO {

@@ -1,7 +1,12 @@
 #pragma once
 
-#include <cmath>
+#include <maya/MIOStreamFwd.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
 
+#include <math.h>
+
+class MPoint;
 class MVector;
 
 /// A direction or displacement in single precision.
@@ -9,7 +14,7 @@ class MFloatVector {
 public:
     MFloatVector() = default;
     MFloatVector(float x_, float y_, float z_ = 0.0f) : x(x_), y(y_), z(z_) {}
-    explicit MFloatVector(const float v[3]) : x(v[0]), y(v[1]), z(v[2]) {}
+    MFloatVector(const float v[3]) : x(v[0]), y(v[1]), z(v[2]) {}
     MFloatVector(const MVector& v);
 
     float operator()(unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
@@ -22,7 +27,12 @@ public:
     float operator*(const MFloatVector& o) const { return x * o.x + y * o.y + z * o.z; }
     bool operator==(const MFloatVector& o) const { return x == o.x && y == o.y && z == o.z; }
     bool operator!=(const MFloatVector& o) const { return !(*this == o); }
-    float length() const { return std::sqrt(*this * *this); }
+    static const MFloatVector zero;
+
+    float length() const { return sqrtf(*this * *this); }
 
     float x = 0.0f, y = 0.0f, z = 0.0f;
 };
+
+#include <maya/MPoint.h>
+#include <maya/MVector.h>

@@ -1,10 +1,18 @@
 #pragma once
 
 #include <maya/MFloatVector.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
 #include <maya/detail/array_of.h>
 
-/// A list of single-precision vectors.
-class MFloatVectorArray : public headless::ArrayOf<MFloatVector> {
+/// A list of vectors in single precision.
+class MFloatVectorArray : public headless::ArrayOf<MFloatVectorArray, MFloatVector> {
 public:
-    using ArrayOf::ArrayOf;
+    MFloatVectorArray() = default;
+    MFloatVectorArray(const MFloatVector source[], unsigned int count) : ArrayOf(source, count) {}
+    MFloatVectorArray(unsigned int length, const MFloatVector& value = MFloatVector::zero) : ArrayOf(length, value) {}
+    MStatus copy(const MFloatVectorArray& source) {
+        *this = source;
+        return MStatus::kSuccess;
+    }
 };

@@ -1,16 +1,21 @@
 #pragma once
 
-#include <maya/MDagPath.h>
 #include <maya/MFnDependencyNode.h>
+#include <maya/MObject.h>
+#include <maya/detail/held.h>
 
+#include <stdlib.h>
+
+class MDagPath;
 class MDagPathArray;
+class MMatrix;
 
 /// Operations on a node of the DAG. One made from a path stands for that path, where an instance has several.
 class MFnDagNode : public MFnDependencyNode {
 public:
     enum { kNextPos = 0xff };
 
-    MFnDagNode() = default;
+    MFnDagNode() {}
     MFnDagNode(MObject& object, MStatus* status = nullptr) { attach(object, status); }
     MFnDagNode(const MObject& object, MStatus* status = nullptr) { attach(object, status); }
     MFnDagNode(const MDagPath& path, MStatus* status = nullptr) { attach(path, status); }
@@ -20,8 +25,8 @@ public:
     virtual MStatus setObject(const MDagPath& path);
 
     /// Makes a node under a parent, or under the world; nothing of a type that isn't of the DAG.
-    MObject create(const MString& type, MObject parent = MObject::kNullObj, MStatus* status = nullptr);
-    MObject create(const MString& type, const MString& name, MObject parent = MObject::kNullObj,
+    MObject create(const MString& type, MObject& parent = MObject::kNullObj, MStatus* status = nullptr);
+    MObject create(const MString& type, const MString& name, MObject& parent = MObject::kNullObj,
                    MStatus* status = nullptr);
 
     /// The world counts: a top-level node has one parent.
@@ -35,7 +40,7 @@ public:
     /// stay as they are, so it moves with its new parent. A name that is taken here gets a number.
     MStatus addChild(MObject& child, unsigned int index = kNextPos, bool keepExistingParents = false);
     MStatus removeChild(MObject& child); ///< of its last parent: it goes under the world
-    MObject dagRoot(MStatus* status = nullptr) const;
+    MObject dagRoot(MStatus* status = nullptr);
 
     MStatus getPath(MDagPath& path) const;
     MDagPath dagPath(MStatus* status = nullptr) const;
@@ -50,5 +55,11 @@ public:
 protected:
     using MFnBase::attach;
     void attach(const MDagPath& path, MStatus* status);
-    MDagPath path_;
+
+private:
+    MFnDagNode(const MFnDagNode&);
+    MFnDagNode& operator=(const MFnDagNode&);
+    MFnDagNode* operator&() const;
+
+    headless::Held<MDagPath> path_; // made where the set stands for one
 };

@@ -1,32 +1,35 @@
 #pragma once
 
+#include <maya/MColor.h>
 #include <maya/MColorArray.h>
-#include <maya/MFloatArray.h>
-#include <maya/MFloatVectorArray.h>
 #include <maya/MFnDagNode.h>
-#include <maya/MIntArray.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MObject.h>
 #include <maya/MObjectArray.h>
-#include <maya/MPointArray.h>
-#include <maya/MSpace.h>
+#include <maya/MPoint.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
 #include <maya/MStringArray.h>
+#include <maya/MVector.h>
+#include <maya/MVectorArray.h>
 
-#include <memory>
-
+class MFloatArray;
+class MFloatVectorArray;
+class MIntArray;
+class MPointArray;
 namespace headless {
-struct Mesh;
+struct MeshInUse;
 }
 
 /// Operations on a mesh as its history makes it; a skinned one stands in its bind pose. World space needs a mesh that
 /// is given by its path. A set by no name is the current one.
 class MFnMesh : public MFnDagNode {
 public:
-    MFnMesh() = default;
+    MFnMesh() {}
     MFnMesh(MObject& object, MStatus* status = nullptr) { attach(object, status); }
     MFnMesh(const MObject& object, MStatus* status = nullptr) { attach(object, status); }
-    MFnMesh(const MDagPath& path, MStatus* status = nullptr) { MFnDagNode::attach(path, status); }
+    MFnMesh(const MDagPath& path, MStatus* status = nullptr) { attach(path, status); }
     MFn::Type type() const override { return MFn::kMesh; }
-    using MFnDagNode::setObject;
-    MStatus setObject(const MObject& object) override;
 
     int numVertices(MStatus* status = nullptr) const;
     int numEdges(MStatus* status = nullptr) const;
@@ -35,7 +38,7 @@ public:
     int polygonVertexCount(int polygonId, MStatus* status = nullptr) const;
     MStatus getPolygonVertices(int polygonId, MIntArray& vertexList) const;
     MStatus getVertices(MIntArray& vertexCount, MIntArray& vertexList) const;
-    MStatus getEdgeVertices(int edgeId, int vertexList[2]) const;
+    MStatus getEdgeVertices(int edgeId, int2& vertexList) const;
     bool isEdgeSmooth(int edgeId, MStatus* status = nullptr) const;
     /// How many triangles each polygon gives, and three vertices for each of them.
     MStatus getTriangles(MIntArray& triangleCounts, MIntArray& triangleVertices) const;
@@ -62,8 +65,10 @@ public:
     MStatus getConnectedShaders(unsigned int instanceNumber, MObjectArray& shaders, MIntArray& indices) const;
 
 private:
+    MFnMesh(const MFnMesh&);
+    MFnMesh& operator=(const MFnMesh&);
+    MFnMesh* operator&() const;
+
     friend struct headless::Access;
-    // As last asked for, while the scene is what it was then: calls come by the corner.
-    mutable std::shared_ptr<const headless::Mesh> mesh_;
-    mutable std::uint64_t generation_ = 0;
+    mutable headless::Held<headless::MeshInUse> mesh_; // as last asked for: calls come by the corner
 };

@@ -1,7 +1,13 @@
 #pragma once
 
 #include <maya/MFnDagNode.h>
+#include <maya/MObject.h>
 #include <maya/MTransformationMatrix.h>
+
+class MEulerRotation;
+class MPoint;
+class MQuaternion;
+class MVector;
 
 /// Operations on a transform's own values, as they are at the current time. A value set on an attribute that a
 /// curve drives holds until the clock moves; on one that is locked or driven otherwise, setting fails. Of the
@@ -9,10 +15,10 @@
 /// node's own values.
 class MFnTransform : public MFnDagNode {
 public:
-    MFnTransform() = default;
+    MFnTransform() {}
     MFnTransform(MObject& object, MStatus* status = nullptr) { attach(object, status); }
     MFnTransform(const MObject& object, MStatus* status = nullptr) { attach(object, status); }
-    MFnTransform(const MDagPath& path, MStatus* status = nullptr) { MFnDagNode::attach(path, status); }
+    MFnTransform(const MDagPath& path, MStatus* status = nullptr) { attach(path, status); }
     MFn::Type type() const override { return MFn::kTransform; }
 
     MObject create(MObject parent = MObject::kNullObj, MStatus* status = nullptr);
@@ -24,7 +30,7 @@ public:
     MStatus set(const MTransformationMatrix& transformation);
 
     MVector getTranslation(MSpace::Space space, MStatus* status = nullptr) const;
-    MVector translation(MSpace::Space space, MStatus* status = nullptr) const { return getTranslation(space, status); }
+    MVector translation(MSpace::Space space, MStatus* status = nullptr) const;
     MStatus setTranslation(const MVector& translation, MSpace::Space space);
     MStatus translateBy(const MVector& translation, MSpace::Space space);
 
@@ -43,4 +49,9 @@ public:
     MStatus setShear(const double shear[3]);
     MPoint rotatePivot(MSpace::Space space, MStatus* status = nullptr) const;
     MPoint scalePivot(MSpace::Space space, MStatus* status = nullptr) const;
+
+private:
+    MFnTransform(const MFnTransform&);
+    MFnTransform& operator=(const MFnTransform&);
+    MFnTransform* operator&() const;
 };

@@ -1,15 +1,16 @@
 #pragma once
 
+#include <maya/MDoubleArray.h>
+#include <maya/MIntArray.h>
 #include <maya/MObject.h>
-#include <maya/MSelectionList.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MTime.h>
+#include <maya/MStringArray.h>
+#include <maya/MTransformationMatrix.h>
 
-class MDoubleArray;
-class MIntArray;
-class MStringArray;
-class MVector;
+class MDagPath;
+class MSelectionList;
+class MTime;
 
 /// The selection, scripts and messages.
 class MGlobal {
@@ -17,14 +18,14 @@ public:
     enum ListAdjustment { kReplaceList, kXORWithList, kAddToList, kRemoveFromList, kAddToHeadOfList };
     enum MMayaState { kInteractive, kBatch, kLibraryApp, kBaseUIMode };
 
-    static MStatus getActiveSelectionList(MSelectionList& list);
+    static MStatus getActiveSelectionList(MSelectionList& list, bool orderedSelectionIfAvailable = false);
     static MStatus setActiveSelectionList(const MSelectionList& list, ListAdjustment how = kReplaceList);
     static MStatus getSelectionListByName(const MString& name, MSelectionList& list);
     /// An unknown or ambiguous name is a failure and changes nothing.
     static MStatus selectByName(const MString& name, ListAdjustment how = kAddToList);
-    static MStatus select(const MObject& node, ListAdjustment how = kAddToList);
+    static MStatus select(MObject& node, ListAdjustment how = kAddToList);
     static MStatus select(const MDagPath& path, const MObject& component, ListAdjustment how = kAddToList);
-    static MStatus unselect(const MObject& node);
+    static MStatus unselect(MObject& node);
     static MStatus unselectByName(const MString& name);
     static MStatus clearSelectionList();
 
@@ -61,4 +62,7 @@ public:
     static MMayaState mayaState(MStatus* status = nullptr);
     static bool isYAxisUp(MStatus* status = nullptr);
     static bool isZAxisUp(MStatus* status = nullptr);
+
+private:
+    ~MGlobal();
 };

@@ -1,10 +1,17 @@
 #pragma once
 
-#include <maya/MDagPath.h>
-#include <maya/MDagPathArray.h>
+#include <maya/MIntArray.h>
 #include <maya/MObject.h>
+#include <maya/MStatus.h>
+#include <maya/detail/held.h>
 
-#include <memory>
+class MDagPath;
+class MDagPathArray;
+class MString;
+
+namespace headless {
+struct DagWalk;
+}
 
 /// Walks the DAG from the world, or from a given node, over every way to every node: the default cameras and
 /// the shapes too. A whole walk takes time in proportion to the nodes it visits. Nodes that come or go during
@@ -14,9 +21,6 @@ public:
     enum TraversalType { kInvalidType, kDepthFirst, kBreadthFirst };
 
     MItDag(TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid, MStatus* status = nullptr);
-    ~MItDag();
-    MItDag(const MItDag&) = delete;
-    MItDag& operator=(const MItDag&) = delete;
 
     MStatus reset();
     MStatus reset(const MObject& root, TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid);
@@ -24,8 +28,8 @@ public:
     bool isDone(MStatus* status = nullptr) const;
     MStatus next();
     MStatus prune(); ///< leaves out what stands under the current node
-    MObject currentItem(MStatus* status = nullptr) const;
-    MObject item(MStatus* status = nullptr) const { return currentItem(status); }
+    MObject currentItem(MStatus* status = nullptr);
+    MObject item(MStatus* status = nullptr);
     MStatus getPath(MDagPath& path) const;
     MStatus getAllPaths(MDagPathArray& paths) const;
     MString fullPathName(MStatus* status = nullptr) const;
@@ -35,6 +39,5 @@ public:
     bool isInstanced(bool indirect = true, MStatus* status = nullptr) const;
 
 private:
-    struct Walk;
-    std::unique_ptr<Walk> walk_;
+    headless::Held<headless::DagWalk> walk_;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MStatus.h>
+#include <maya/MTypes.h>
 
 /// Four by four numbers. A point is a row to its left: translation stands in row 3, and in a product the left
 /// matrix acts first.
@@ -37,12 +38,10 @@ public:
     bool isEquivalent(const MMatrix& other, double tolerance = 1e-10) const;
     bool isSingular() const;
 
+    friend MMatrix operator*(double k, const MMatrix& m) { return m * k; }
+    friend ostream& operator<<(ostream& out, const MMatrix& m);
+
     static const MMatrix identity;
 
     double matrix[4][4];
 };
-
-inline MMatrix operator*(double k, const MMatrix& m) {
-    return m * k;
-}
-ostream& operator<<(ostream& out, const MMatrix& m);

@@ -3,7 +3,7 @@
 #include <maya/MFn.h>
 #include <maya/MTypes.h>
 
-#include <cstdint>
+#include <stdio.h>
 
 /// A small handle to something in the host, as a rule a node. It keeps nothing alive: once the node is gone the
 /// handle is null in every answer, and it never comes to mean another node.
@@ -22,6 +22,5 @@ public:
 
 private:
     friend struct headless::Access;
-    std::uint32_t slot_ = 0;
-    std::uint32_t serial_ = 0;
+    unsigned int slot_ = 0, serial_ = 0;
 };

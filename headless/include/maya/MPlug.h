@@ -1,13 +1,16 @@
 #pragma once
 
-#include <maya/MAngle.h>
-#include <maya/MDistance.h>
+#include <maya/MDGContext.h>
+#include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
-#include <maya/MString.h>
-#include <maya/MTime.h>
+#include <maya/MTypes.h>
 
+class MAngle;
+class MDistance;
 class MPlugArray;
+class MString;
+class MTime;
 
 /// An attribute of a node, or an element or child of one. Numbers are in the host's own units: centimetres,
 /// radians; a plain number set on a time attribute counts in the scene's unit.
@@ -17,7 +20,7 @@ public:
 
     bool isNull(MStatus* status = nullptr) const;
     MString name(MStatus* status = nullptr) const; ///< "node.attribute"
-    MString info(MStatus* status = nullptr) const { return name(status); }
+    MString info(MStatus* status = nullptr) const;
     MString partialName(bool includeNodeName = false, bool includeNonMandatoryIndices = false,
                         bool includeInstancedIndices = false, bool useAlias = false, bool useFullAttributePath = false,
                         bool useLongNames = false, MStatus* status = nullptr) const;
@@ -51,9 +54,9 @@ public:
     MStatus setValue(int value);
     MStatus setValue(float value);
     MStatus setValue(double value);
-    MStatus setValue(const MTime& value);
-    MStatus setValue(const MAngle& value);
-    MStatus setValue(const MDistance& value);
+    MStatus setValue(MTime& value);
+    MStatus setValue(MAngle& value);
+    MStatus setValue(MDistance& value);
     MStatus setValue(const MString& value);
     MStatus setValue(const char* value);
     MStatus setBool(bool value) { return setValue(value); }
@@ -61,22 +64,22 @@ public:
     MStatus setDouble(double value) { return setValue(value); }
     MStatus setFloat(float value) { return setValue(value); }
     MStatus setString(const MString& value) { return setValue(value); }
-    MStatus setMTime(const MTime& value) { return setValue(value); }
-    bool asBool(MStatus* status = nullptr) const;
-    short asShort(MStatus* status = nullptr) const;
-    int asInt(MStatus* status = nullptr) const;
-    float asFloat(MStatus* status = nullptr) const;
-    double asDouble(MStatus* status = nullptr) const;
-    MTime asMTime(MStatus* status = nullptr) const;
-    MAngle asMAngle(MStatus* status = nullptr) const;
-    MDistance asMDistance(MStatus* status = nullptr) const;
-    MString asString(MStatus* status = nullptr) const;
-    MStatus getValue(bool& value) const;
-    MStatus getValue(int& value) const;
-    MStatus getValue(float& value) const;
-    MStatus getValue(double& value) const;
-    MStatus getValue(MTime& value) const;
-    MStatus getValue(MString& value) const;
+    MStatus setMTime(MTime& value) { return setValue(value); }
+    bool asBool(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    short asShort(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    int asInt(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    float asFloat(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    double asDouble(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    MTime asMTime(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    MAngle asMAngle(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    MDistance asMDistance(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    MString asString(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    MStatus getValue(bool& value, MDGContext& context = MDGContext::fsNormal) const;
+    MStatus getValue(int& value, MDGContext& context = MDGContext::fsNormal) const;
+    MStatus getValue(float& value, MDGContext& context = MDGContext::fsNormal) const;
+    MStatus getValue(double& value, MDGContext& context = MDGContext::fsNormal) const;
+    MStatus getValue(MTime& value, MDGContext& context = MDGContext::fsNormal) const;
+    MStatus getValue(MString& value, MDGContext& context = MDGContext::fsNormal) const;
 
     bool operator==(const MPlug& other) const;
     bool operator!=(const MPlug& other) const { return !(*this == other); }
@@ -84,9 +87,6 @@ public:
 private:
     friend struct headless::Access;
     MObject node_;
-    std::uint32_t attribute_ = 0;
-    std::uint32_t depth_ = 0;
-    std::int32_t index_[4] = {0, 0, 0, 0};
+    unsigned int attribute_ = 0, depth_ = 0;
+    int index_[4] = {0, 0, 0, 0};
 };
-
-ostream& operator<<(ostream& out, const MPlug& plug);

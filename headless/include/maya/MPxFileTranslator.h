@@ -3,6 +3,7 @@
 #include <maya/MFileObject.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
+#include <maya/MTypes.h>
 
 /// The base of a plug-in's file types. The host makes one by the creator when it reads or writes a file.
 class MPxFileTranslator {
@@ -26,7 +27,7 @@ public:
     virtual bool haveWriteMethod() const { return false; }
     virtual bool haveNamespaceSupport() const { return false; }
     virtual bool haveReferenceMethod() const { return false; }
-    virtual bool allowMultipleFileOptimization() { return false; }
+    virtual bool allowMultipleFileOptimization() const { return false; }
     virtual MString defaultExtension() const { return MString(); }
     virtual MString filter() const { return "*.*"; }
     virtual bool canBeOpened() const { return true; }

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <maya/MDagPath.h>
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
-#include <maya/MString.h>
-#include <maya/MTypes.h>
+#include <maya/detail/held.h>
 
-#include <memory>
-
+class MDagPath;
 class MPlug;
+class MString;
 class MStringArray;
 namespace headless {
 class SelectionList;
@@ -18,11 +16,6 @@ class SelectionList;
 class MSelectionList {
 public:
     enum MergeStrategy { kMergeNormal = 0, kXORWithList, kRemoveFromList };
-
-    MSelectionList();
-    MSelectionList(const MSelectionList& other);
-    MSelectionList& operator=(const MSelectionList& other);
-    ~MSelectionList();
 
     unsigned int length(MStatus* status = nullptr) const;
     bool isEmpty(MStatus* status = nullptr) const { return length(status) == 0; }
@@ -48,5 +41,5 @@ public:
 
 private:
     friend struct headless::Access;
-    std::unique_ptr<headless::SelectionList> list_;
+    headless::Held<headless::SelectionList> list_;
 };

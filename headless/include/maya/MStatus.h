@@ -24,9 +24,9 @@ public:
     MStatus(MStatusCode code) : code_(code) {}
 
     bool operator==(const MStatus& other) const { return code_ == other.code_; }
-    bool operator==(MStatusCode code) const { return code_ == code; }
+    bool operator==(const MStatusCode code) const { return code_ == code; }
     bool operator!=(const MStatus& other) const { return code_ != other.code_; }
-    bool operator!=(MStatusCode code) const { return code_ != code; }
+    bool operator!=(const MStatusCode code) const { return code_ != code; }
     operator bool() const { return code_ == kSuccess; }
     bool error() const { return code_ != kSuccess; }
     void clear() { code_ = kSuccess; }
@@ -36,13 +36,15 @@ public:
     void perror(const char* message) const;
     void perror(const MString& message) const;
 
+    friend bool operator==(const MStatusCode code, const MStatus& status) { return status == code; }
+    friend bool operator!=(const MStatusCode code, const MStatus& status) { return status != code; }
+    friend ostream& operator<<(ostream& out, MStatus& status);
+
 private:
     MStatusCode code_ = kSuccess;
 };
 
-#define MS MStatus
-
-ostream& operator<<(ostream& out, const MStatus& status);
+typedef MStatus MS;
 
 #define CHECK_MSTATUS(status)                                                                                          \
     {                                                                                                                  \

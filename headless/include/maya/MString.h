@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MStatus.h>
+#include <maya/MTypes.h>
 
 #include <string>
 
@@ -23,9 +24,6 @@ public:
     MString operator+(const MString& other) const { return MString(*this) += other; }
     MString operator+(const char* other) const { return MString(*this) += other; }
     MString operator+(double value) const { return MString(*this) += value; }
-    MString operator+(int value) const { return MString(*this) += value; }
-    MString operator+(unsigned int value) const { return MString(*this) += value; }
-    MString operator+(float value) const { return MString(*this) += value; }
     bool operator==(const MString& other) const { return text_ == other.text_; }
     bool operator==(const char* other) const { return text_ == (other ? other : ""); }
     bool operator!=(const MString& other) const { return !(*this == other); }
@@ -62,18 +60,10 @@ public:
     MStatus setUTF8(const char* text) { return set(text); }
     void clear() { text_.clear(); }
 
+    friend MString operator+(const char* left, const MString& right) { return MString(left) += right; }
+    friend ostream& operator<<(ostream& out, const MString& text);
+
 private:
     friend struct headless::Access;
     std::string text_;
 };
-
-inline MString operator+(const char* left, const MString& right) {
-    return MString(left) += right;
-}
-inline bool operator==(const char* left, const MString& right) {
-    return right == left;
-}
-inline bool operator!=(const char* left, const MString& right) {
-    return right != left;
-}
-ostream& operator<<(ostream& out, const MString& text);

@@ -2,8 +2,7 @@
 
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
-
-#include <memory>
+#include <maya/detail/held.h>
 
 namespace headless {
 struct SyntaxTable;
@@ -28,11 +27,6 @@ public:
     };
     enum MObjectFormat { kInvalidObjectFormat, kNone, kStringObjects, kSelectionList, kLastObjectFormat };
 
-    MSyntax();
-    MSyntax(const MSyntax& other);
-    MSyntax& operator=(const MSyntax& other);
-    ~MSyntax();
-
     /// A flag with up to six arguments. Names may come with or without their "-"; a name that is taken is refused.
     MStatus addFlag(const char* shortName, const char* longName, MArgType argType1 = kNoArg, MArgType argType2 = kNoArg,
                     MArgType argType3 = kNoArg, MArgType argType4 = kNoArg, MArgType argType5 = kNoArg,
@@ -45,15 +39,13 @@ public:
     MStatus setObjectType(MObjectFormat format, unsigned int minimum, unsigned int maximum);
     void setMinObjects(unsigned int minimum);
     void setMaxObjects(unsigned int maximum);
-    void useSelectionAsDefault(bool use);
-    void enableQuery(bool enable);
-    void enableEdit(bool enable);
+    void useSelectionAsDefault(bool use = false);
+    void enableQuery(bool enable = true);
+    void enableEdit(bool enable = true);
     bool canQuery() const;
     bool canEdit() const;
 
 private:
     friend struct headless::Access;
-    std::unique_ptr<headless::SyntaxTable> table_;
+    headless::Held<headless::SyntaxTable> table_;
 };
-
-typedef MSyntax (*MCreateSyntaxFunction)();

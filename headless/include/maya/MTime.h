@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MStatus.h>
+#include <maya/MTypes.h>
 
 /// A time as a number of some unit. A fraction of the host's tick is kept.
 class MTime {
@@ -82,10 +83,10 @@ public:
     MTime& operator++() { return *this += 1.0; }
     MTime& operator--() { return *this -= 1.0; }
 
+    friend ostream& operator<<(ostream& out, const MTime& time);
+
 private:
     double seconds() const { return as(kSeconds); }
     double value_ = 0.0;
     Unit unit_;
 };
-
-ostream& operator<<(ostream& out, const MTime& time);

@@ -1,9 +1,14 @@
 #pragma once
 
-#include <maya/MFloatVector.h>
+#include <maya/MIOStreamFwd.h>
 #include <maya/MStatus.h>
+#include <maya/MTransformationMatrix.h>
+#include <maya/MTypes.h>
+
+#include <math.h>
 
 class MEulerRotation;
+class MFloatVector;
 class MMatrix;
 class MPoint;
 class MQuaternion;
@@ -15,9 +20,9 @@ public:
 
     MVector() = default;
     MVector(double x_, double y_, double z_ = 0.0) : x(x_), y(y_), z(z_) {}
-    explicit MVector(const double v[3]) : x(v[0]), y(v[1]), z(v[2]) {}
-    explicit MVector(const float v[3]) : x(v[0]), y(v[1]), z(v[2]) {}
-    MVector(const MFloatVector& v) : x(v.x), y(v.y), z(v.z) {}
+    MVector(const double v[3]) : x(v[0]), y(v[1]), z(v[2]) {}
+    MVector(const float v[3]) : x(v[0]), y(v[1]), z(v[2]) {}
+    MVector(const MFloatVector& v);
     MVector(const MPoint& p);
 
     double operator()(unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
@@ -41,7 +46,7 @@ public:
     bool operator==(const MVector& o) const { return x == o.x && y == o.y && z == o.z; }
     bool operator!=(const MVector& o) const { return !(*this == o); }
 
-    double length() const { return std::sqrt(*this * *this); }
+    double length() const { return sqrt(*this * *this); }
     MStatus normalize(); ///< a vector of no length stays
     MVector normal() const;
     double angle(const MVector& other) const; ///< radians; 0 when either has no length
@@ -51,12 +56,13 @@ public:
     MVector rotateBy(const MEulerRotation& rotation) const;
     MStatus get(double out[3]) const;
 
+    friend MVector operator*(double k, const MVector& v) { return v * k; }
+    friend ostream& operator<<(ostream& out, const MVector& v);
+
     static const MVector zero, one, xAxis, yAxis, zAxis, xNegAxis, yNegAxis, zNegAxis;
 
     double x = 0.0, y = 0.0, z = 0.0;
 };
 
-inline MVector operator*(double k, const MVector& v) {
-    return v * k;
-}
-ostream& operator<<(ostream& out, const MVector& v);
+#include <maya/MFloatVector.h>
+#include <maya/MPoint.h>

@@ -2,9 +2,15 @@
 
 #include "headless/session.h"
 
+#include <maya/MDagPath.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnIkJoint.h>
 #include <maya/MGlobal.h>
+#include <maya/MObject.h>
+#include <maya/MPlug.h>
+#include <maya/MSelectionList.h>
+#include <maya/MString.h>
+#include <maya/MTime.h>
 
 #include <gtest/gtest.h>
 
@@ -35,7 +41,7 @@ protected:
         if (list.add(name)) list.getDagPath(0, out);
         return out;
     }
-    MObject make(const char* type, const char* name, const MObject& parent = MObject::kNullObj) {
+    MObject make(const char* type, const char* name, MObject parent = MObject::kNullObj) {
         return MFnDagNode().create(type, name, parent);
     }
     static std::vector<std::string> names(const MSelectionList& list);

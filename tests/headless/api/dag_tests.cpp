@@ -1,8 +1,13 @@
 #include "tests/headless/api/api_test.h"
 
 #include <maya/MDagPathArray.h>
+#include <maya/MFn.h>
+#include <maya/MFnTransform.h>
 #include <maya/MItDag.h>
 #include <maya/MItSelectionList.h>
+#include <maya/MMatrix.h>
+#include <maya/MTransformationMatrix.h>
+#include <maya/MVector.h>
 
 namespace {
 
@@ -72,7 +77,7 @@ TEST_F(Dag, a_handle_is_null_once_its_node_or_scene_is_gone) {
     EXPECT_EQ(path.fullPathName(), "");
     EXPECT_TRUE(plug.isNull());
     MStatus status;
-    EXPECT_EQ(plug.asDouble(&status), 0.0);
+    EXPECT_EQ(plug.asDouble(MDGContext::fsNormal, &status), 0.0);
     EXPECT_FALSE(status);
     EXPECT_EQ(joint.name(&status), "");
     EXPECT_FALSE(status);

@@ -93,7 +93,7 @@ TEST_F(Globals, lines_go_to_the_interpreters_and_errors_become_messages) {
 
 TEST_F(Globals, what_is_there_only_to_be_asked_answers) {
     EXPECT_EQ(MGlobal::mayaVersion().asFloat(), 2016.0f);
-    EXPECT_EQ(M3dView::applicationShell(), nullptr);
+    EXPECT_EQ(M3dView::applicationShell(), MNativeWindowHdl());
     EXPECT_EQ(MFileIO::currentFile(), "");
     EXPECT_FALSE(MFileIO::save());
     EXPECT_FALSE(MFileIO::open("/nowhere/at.all"));

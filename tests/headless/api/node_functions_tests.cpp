@@ -1,7 +1,10 @@
 #include "tests/headless/api/api_test.h"
 
 #include <maya/MDagPathArray.h>
+#include <maya/MFn.h>
+#include <maya/MFnDependencyNode.h>
 #include <maya/MItDag.h>
+#include <maya/MMatrix.h>
 
 namespace {
 
@@ -43,7 +46,7 @@ TEST_F(NodeFunctions, make_nodes_and_tell_what_they_are) {
     EXPECT_STREQ(made.apiTypeStr(), "kLambert");
     EXPECT_STREQ(node("time1").apiTypeStr(), "kTime");
     EXPECT_STREQ(MFnDependencyNode().create("animCurveTA", "c").apiTypeStr(), "kAnimCurveTimeToAngular");
-    EXPECT_TRUE(MFnDagNode().create("animCurveTA", "stray", MObject(), &status).isNull());
+    EXPECT_TRUE(MFnDagNode().create("animCurveTA", "stray", MObject::kNullObj, &status).isNull());
     EXPECT_EQ(status, MStatus::kInvalidParameter);
     EXPECT_TRUE(node("stray").isNull()); // and nothing is left behind
     EXPECT_STREQ(MObject().apiTypeStr(), "kInvalid");
@@ -51,9 +54,7 @@ TEST_F(NodeFunctions, make_nodes_and_tell_what_they_are) {
 
     const MObject whole = make("joint", "whole"), one = make("joint", "same", whole);
     make("joint", "same");
-    EXPECT_EQ(MFnDependencyNode(one).uniqueName(), "whole|same");
     EXPECT_FALSE(MFnDependencyNode(one).hasUniqueName());
-    EXPECT_EQ(MFnDependencyNode(whole).uniqueName(), "whole");
     EXPECT_TRUE(MFnDependencyNode(whole).hasUniqueName());
     headless::Attribute extra;
     extra.long_name = extra.short_name = "extra";
@@ -84,10 +85,11 @@ TEST_F(NodeFunctions, walk_and_change_the_families_of_nodes) {
     EXPECT_TRUE(MFnDagNode(b).removeChild(s));
     EXPECT_EQ(MFnDagNode(s).fullPathName(), "|s");
     EXPECT_EQ(MFnDagNode(leaf).fullPathName(), "|s|leaf");
-    EXPECT_TRUE(MFnDagNode().create("joint", "lost", node("time1"), &status).isNull()); // no DAG node
+    MObject no_dag_node = node("time1");
+    EXPECT_TRUE(MFnDagNode().create("joint", "lost", no_dag_node, &status).isNull());
     EXPECT_FALSE(status);
     MFnDagNode gone(make("joint", "gone"));
-    const MObject lost = gone.object();
+    MObject lost = gone.object();
     scene().remove_node(**scene().find_node("gone"));
     EXPECT_TRUE(MFnDagNode().create("joint", "x", lost, &status).isNull());
     EXPECT_EQ(status, MStatus::kInvalidParameter);
@@ -184,7 +186,6 @@ TEST_F(NodeFunctions, fail_on_a_node_that_is_gone) {
         return !status;
     };
     EXPECT_TRUE(fails([&](MStatus* status) { EXPECT_EQ(fn.typeName(status), ""); }));
-    EXPECT_TRUE(fails([&](MStatus* status) { EXPECT_EQ(fn.uniqueName(status), ""); }));
     EXPECT_TRUE(fails([&](MStatus* status) { EXPECT_FALSE(fn.hasUniqueName(status)); }));
     EXPECT_TRUE(fails([&](MStatus* status) { EXPECT_FALSE(fn.isDefaultNode(status)); }));
     EXPECT_TRUE(fails([&](MStatus* status) { EXPECT_FALSE(fn.isFromReferencedFile(status)); }));

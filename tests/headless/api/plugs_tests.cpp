@@ -1,6 +1,9 @@
 #include "tests/headless/api/api_test.h"
 
+#include <maya/MAngle.h>
 #include <maya/MAnimControl.h>
+#include <maya/MDistance.h>
+#include <maya/MFnDependencyNode.h>
 #include <maya/MPlugArray.h>
 
 #include <limits>
@@ -13,9 +16,11 @@ class Plugs : public ApiTest {};
 TEST_F(Plugs, give_and_take_values_in_the_hosts_own_units) {
     MFnDependencyNode fn(make("joint", "j"));
     MPlug tx = fn.findPlug("translateX"), rx = fn.findPlug("rx");
-    EXPECT_TRUE(tx.setValue(MDistance(2, MDistance::kMeters)));
+    MDistance two_metres(2, MDistance::kMeters);
+    MAngle half_turn(180, MAngle::kDegrees);
+    EXPECT_TRUE(tx.setValue(two_metres));
     EXPECT_EQ(tx.asDouble(), 200.0);
-    EXPECT_TRUE(rx.setValue(MAngle(180, MAngle::kDegrees)));
+    EXPECT_TRUE(rx.setValue(half_turn));
     EXPECT_NEAR(rx.asMAngle().asDegrees(), 180, 1e-12);
     EXPECT_TRUE(fn.findPlug("ssc").setValue(false));
     EXPECT_FALSE(fn.findPlug("ssc").asBool());
@@ -137,9 +142,7 @@ TEST_F(Plugs, tell_wholes_from_parts_and_what_may_be_changed) {
     MStatus status;
     EXPECT_FALSE(MPlug().isLocked(&status));
     EXPECT_FALSE(status);
-    std::ostringstream out;
-    out << part;
-    EXPECT_EQ(out.str(), "j.translate.translateY");
+    EXPECT_EQ(part.info(), "j.translate.translateY");
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tests/headless/api/api_test.h"
 
+#include <maya/MFn.h>
+#include <maya/MFnDependencyNode.h>
 #include <maya/MItSelectionList.h>
 #include <maya/MPlug.h>
 #include <maya/MStringArray.h>
@@ -122,12 +124,12 @@ TEST_F(Selection, of_the_scene_takes_objects_paths_and_lists) {
         MGlobal::getActiveSelectionList(list);
         return names(list);
     };
-    const MObject a = make("joint", "a");
+    MObject a = make("joint", "a"), none;
     make("joint", "b");
     EXPECT_TRUE(MGlobal::select(a, MGlobal::kReplaceList));
     EXPECT_TRUE(MGlobal::select(path("b"), MObject::kNullObj));
     EXPECT_EQ(selected(), (Names{"|a", "|b"}));
-    EXPECT_EQ(MGlobal::select(MObject()), MStatus::kInvalidParameter);
+    EXPECT_EQ(MGlobal::select(none), MStatus::kInvalidParameter);
     EXPECT_EQ(MGlobal::select(MDagPath(), MObject::kNullObj), MStatus::kInvalidParameter);
     EXPECT_TRUE(MGlobal::unselect(a));
     EXPECT_EQ(selected(), Names{"|b"});

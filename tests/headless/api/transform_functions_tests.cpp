@@ -1,6 +1,15 @@
 #include "tests/headless/api/api_test.h"
 
+#include <maya/MEulerRotation.h>
+#include <maya/MFn.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnTransform.h>
+#include <maya/MMatrix.h>
 #include <maya/MPlug.h>
+#include <maya/MPoint.h>
+#include <maya/MQuaternion.h>
+#include <maya/MTransformationMatrix.h>
+#include <maya/MVector.h>
 
 #include <cmath>
 #include <numbers>
@@ -39,7 +48,7 @@ TEST_F(TransformFunctions, set_rotation_writes_angles_in_the_nodes_rotate_order)
     MFnTransform node(make("joint", "j"));
     set(node.object(), "ro", 2);
     const MQuaternion q = MEulerRotation(0.3, 0.5, -0.8, MEulerRotation::kZXY).asQuaternion();
-    ASSERT_TRUE(node.setRotation(q * 2.0, MSpace::kTransform)); // its length doesn't matter
+    ASSERT_TRUE(node.setRotation(2.0 * q, MSpace::kTransform)); // its length doesn't matter
     EXPECT_NEAR(node.findPlug("rx").asDouble(), 0.3, 1e-14);
     EXPECT_NEAR(node.findPlug("ry").asDouble(), 0.5, 1e-14);
     EXPECT_NEAR(node.findPlug("rz").asDouble(), -0.8, 1e-14);
@@ -163,7 +172,7 @@ TEST_F(TransformFunctions, joints_have_an_orientation_and_make_up_for_their_pare
     EXPECT_TRUE(joint.setOrientation(zyx));
     EXPECT_TRUE(joint.getOrientation(q));
     EXPECT_TRUE(q.asMatrix().isEquivalent(zyx.asMatrix(), 1e-14));
-    EXPECT_TRUE(joint.setOrientation(MEulerRotation(0.1, 0.2, 0.3).asQuaternion() * 2.0)); // of any length
+    EXPECT_TRUE(joint.setOrientation(2.0 * MEulerRotation(0.1, 0.2, 0.3).asQuaternion())); // of any length
     EXPECT_TRUE(joint.getOrientation(e));
     EXPECT_TRUE(e.isEquivalent({0.1, 0.2, 0.3}, 1e-14));
     EXPECT_NEAR(joint.findPlug("joz").asDouble(), 0.3, 1e-14);

@@ -60,13 +60,14 @@ TEST(Strings, take_numbers_and_letters_of_any_width) {
     EXPECT_EQ(text.toUpperCase(), "AZ-\xc3\xa9"); // the letters of ASCII alone
     text.set(static_cast<const char*>(nullptr));
     EXPECT_EQ(text, "");
-    EXPECT_EQ(MString("a") + 0.1f, "a0.1"); // no digits beyond those of single precision
+    EXPECT_EQ(MString("a") += 0.1f, "a0.1"); // no digits beyond those of single precision
     int length = 0;
     EXPECT_EQ(MString("a\0b", 3).asChar(length)[2], 'b');
     EXPECT_EQ(length, 3);
     EXPECT_EQ(MString(L"\U0001F600"), "\xF0\x9F\x98\x80"); // whether wide letters are of two bytes or of four
     std::ostringstream out;
-    out << MString("x y") << MStatus(MStatus::kNotFound);
+    MStatus missing(MStatus::kNotFound);
+    out << MString("x y") << missing;
     EXPECT_EQ(out.str(), "x y(kNotFound): Item not found");
 }
 

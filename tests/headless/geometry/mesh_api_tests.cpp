@@ -2,8 +2,17 @@
 
 #include "headless/files/ma_reader.h"
 
+#include <maya/MColor.h>
+#include <maya/MColorArray.h>
+#include <maya/MFloatArray.h>
+#include <maya/MFloatVectorArray.h>
+#include <maya/MFn.h>
 #include <maya/MFnLambertShader.h>
 #include <maya/MFnMesh.h>
+#include <maya/MIntArray.h>
+#include <maya/MObjectArray.h>
+#include <maya/MPoint.h>
+#include <maya/MPointArray.h>
 #include <maya/MStringArray.h>
 
 #include <cmath>

@@ -6,7 +6,11 @@
 #include "headless/geometry/modifiers.h"
 #include "headless/geometry/primitives.h"
 
+#include <maya/MColor.h>
+#include <maya/MColorArray.h>
 #include <maya/MFnMesh.h>
+#include <maya/MIntArray.h>
+#include <maya/MObjectArray.h>
 
 #include <cmath>
 #include <filesystem>

@@ -3,10 +3,15 @@
 #define MNoVersionString
 #define MNoPluginEntry
 #include <maya/MArgDatabase.h>
+#include <maya/MArgList.h>
+#include <maya/MFileObject.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MGlobal.h>
+#include <maya/MObject.h>
 #include <maya/MPxCommand.h>
 #include <maya/MPxFileTranslator.h>
+#include <maya/MString.h>
+#include <maya/MSyntax.h>
 
 namespace headless {
 namespace {

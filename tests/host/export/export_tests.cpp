@@ -1,6 +1,8 @@
 #include "tests/host/host_test.h"
 
 #include <maya/MAnimControl.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MObject.h>
 
 #include <cmath>
 

@@ -4,6 +4,9 @@
 #include "host/export/mesh_placement.h"
 #include "host/export/mesh_translation.h"
 
+#include <maya/MIntArray.h>
+#include <maya/MPointArray.h>
+
 #include <cmath>
 #include <filesystem>
 

@@ -3,6 +3,7 @@
 #include "host/import/import_driver.h"
 
 #include <maya/MAnimControl.h>
+#include <maya/MMatrix.h>
 
 #include <cmath>
 #include <fstream>

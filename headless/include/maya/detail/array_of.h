@@ -2,67 +2,42 @@
 
 #include <maya/MStatus.h>
 
-#include <algorithm>
-#include <initializer_list>
-#include <vector>
-
 namespace headless {
 
-/// What the host's arrays have in common. An index past the end reads, and writes to, a spare element.
-template<typename T>
+/// What the host's arrays have in common: `Argument` is how an element is handed in, `Answer` how one that can't be
+/// changed comes out. An index past the end reads, and writes to, a spare element. Some of the headers only name
+/// their element's class, so what needs its size stands in `headless/api/arrays.cpp`.
+template<typename Array, typename Element, typename Argument = const Element&, typename Answer = const Element&>
 class ArrayOf {
 public:
-    ArrayOf() = default;
-    ArrayOf(const T source[], unsigned int count) : items_(source, source + count) {}
-    explicit ArrayOf(unsigned int size) : items_(size) {}
-    ArrayOf(unsigned int size, const T& value) : items_(size, value) {}
-
-    T& operator[](unsigned int i) { return i < items_.size() ? items_[i] : (spare_ = T()); }
-    const T& operator[](unsigned int i) const { return i < items_.size() ? items_[i] : (spare_ = T()); }
-    unsigned int length() const { return static_cast<unsigned int>(items_.size()); }
-    MStatus setLength(unsigned int size) {
-        items_.resize(size);
-        return MStatus::kSuccess;
-    }
-    MStatus set(const T& value, unsigned int i) {
-        if (i >= items_.size()) return MStatus::kInvalidParameter;
-        items_[i] = value;
-        return MStatus::kSuccess;
-    }
-    MStatus append(const T& value) {
-        items_.push_back(value);
-        return MStatus::kSuccess;
-    }
-    /// Puts a value before the `i`-th; `i` may be the length.
-    MStatus insert(const T& value, unsigned int i) {
-        if (i > items_.size()) return MStatus::kInvalidParameter;
-        items_.insert(items_.begin() + i, value);
-        return MStatus::kSuccess;
-    }
-    MStatus remove(unsigned int i) {
-        if (i >= items_.size()) return MStatus::kInvalidParameter;
-        items_.erase(items_.begin() + i);
-        return MStatus::kSuccess;
-    }
-    MStatus copy(const ArrayOf& other) {
-        items_ = other.items_;
-        return MStatus::kSuccess;
-    }
-    MStatus clear() {
-        items_.clear();
-        return MStatus::kSuccess;
-    }
-    MStatus get(T out[]) const {
-        std::copy(items_.begin(), items_.end(), out);
-        return MStatus::kSuccess;
-    }
+    Element& operator[](unsigned int index) { return index < length_ ? items_[index] : spare(); }
+    Answer operator[](unsigned int index) const { return index < length_ ? items_[index] : spare(); }
+    unsigned int length() const { return length_; }
+    MStatus setLength(unsigned int length);
+    MStatus set(Argument element, unsigned int index);
+    MStatus append(Argument element);
+    /// Puts an element before the one at the index, which may be the length.
+    MStatus insert(Argument element, unsigned int index);
+    MStatus remove(unsigned int index);
+    MStatus clear();
     void setSizeIncrement(unsigned int) {}
     unsigned int sizeIncrement() const { return 1; }
 
+protected:
+    ArrayOf() = default;
+    ArrayOf(const ArrayOf& other);
+    ArrayOf(const Element source[], unsigned int count);
+    ArrayOf(unsigned int length, Argument value);
+    ArrayOf& operator=(const ArrayOf& other);
+    ~ArrayOf();
+    void copy_to(Element out[]) const;
+
 private:
-    friend struct Access;
-    std::vector<T> items_;
-    mutable T spare_{};
+    static Element& spare();
+    void reserve(unsigned int room);
+
+    Element* items_ = nullptr;
+    unsigned int length_ = 0, room_ = 0;
 };
 
 } // namespace headless
