@@ -7,10 +7,15 @@
 namespace headless {
 namespace {
 
-double fixed_slope(const TangentVector& vector) {
+// An upright vector of a weighted curve has no slope to go on along.
+double fixed_slope(const TangentVector& vector, bool weighted) {
     if (!std::isfinite(vector.y) || vector.y == 0.0) return 0.0;
-    if (!(vector.x > 0.0)) return std::copysign(AnimCurve::max_slope, vector.y);
+    if (!(vector.x > 0.0)) return weighted ? 0.0 : std::copysign(AnimCurve::max_slope, vector.y);
     return std::clamp(vector.y / vector.x, -AnimCurve::max_slope, AnimCurve::max_slope);
+}
+
+bool cycles(Infinity how) {
+    return how == Infinity::cycle || how == Infinity::cycle_with_offset || how == Infinity::oscillate;
 }
 
 } // namespace
@@ -161,61 +166,88 @@ double AnimCurve::out_slope(std::size_t i) const {
     return slope(i, Side::out);
 }
 
-// For a key in between: that of the line from neighbour to neighbour, if wanted so bounded that neither stretch
-// leaves the range of its keys. A cubic whose end slopes are within 3 times its mean slope doesn't.
-double AnimCurve::smooth_slope(std::size_t i, bool within_neighbours) const {
+// For a key in between: that of the line from neighbour to neighbour. `plateau` and `automatic` keep each stretch
+// within the range of its keys, which a cubic does whose end slopes are within 3 times its mean slope.
+double AnimCurve::smooth_slope(std::size_t i, Tangent type) const {
     const double run0 = times_[i] - times_[i - 1], run1 = times_[i + 1] - times_[i];
     const double rise0 = values_[i] - values_[i - 1], rise1 = values_[i + 1] - values_[i];
-    const double slope = (rise0 + rise1) / (run0 + run1);
-    if (!within_neighbours) return slope;
+    const double slope = run0 + run1 < shortest_run ? max_slope : (rise0 + rise1) / (run0 + run1);
+    if (type != Tangent::plateau && type != Tangent::automatic) return slope;
     if (!((rise0 > 0.0 && rise1 > 0.0) || (rise0 < 0.0 && rise1 < 0.0))) return 0.0;
     const double bound = 3.0 * std::min(std::abs(rise0 / run0), std::abs(rise1 / run1));
-    return std::clamp(slope, -bound, bound);
+    if (std::abs(slope) <= bound) return slope;
+    return type == Tangent::plateau ? 0.0 : std::copysign(bound, slope);
+}
+
+bool AnimCurve::is_near_a_neighbour(std::size_t i) const {
+    const auto near = [&](std::size_t other) { return std::abs(values_[other] - values_[i]) <= near_values; };
+    return (i > 0 && near(i - 1)) || (i + 1 < size() && near(i + 1));
 }
 
 double AnimCurve::slope(std::size_t i, Side side) const {
     const Tangent type = side == Side::in ? in_type(i) : out_type(i);
-    if (type == Tangent::fixed) return fixed_slope(side == Side::in ? in_vectors_[i] : out_vectors_[i]);
+    if (type == Tangent::fixed) return fixed_slope(side == Side::in ? in_vectors_[i] : out_vectors_[i], weighted_);
+    if (type == Tangent::step_next) return 1.0;
     if (size() < 2) return 0.0;
     const bool end = i == 0 || i + 1 == size();
+    const bool outward = side == Side::in ? i == 0 : i + 1 == size(); // there is no key on that side
     const bool behind_key = i == 0 || (side == Side::out && i + 1 < size());
     const std::size_t from = behind_key ? i : i - 1;
-    const double rise = values_[from + 1] - values_[from];
-    const double mean = rise / (times_[from + 1] - times_[from]);
+    const double mean = (values_[from + 1] - values_[from]) / (times_[from + 1] - times_[from]);
     switch (type) {
     case Tangent::linear:
-        return mean;
+        return outward ? 0.0 : mean;
     case Tangent::fast:
         return 2.0 * mean;
     case Tangent::flat:
     case Tangent::slow:
     case Tangent::step:
-    case Tangent::step_next:
         return 0.0;
     case Tangent::clamped:
-        if (std::abs(rise) <= equal_values) return 0.0;
+        if (!outward && is_near_a_neighbour(i)) return 0.0;
         break;
     case Tangent::plateau:
     case Tangent::automatic:
-        return end ? 0.0 : smooth_slope(i, true);
+        if (end) return 0.0;
+        break;
     default:
         break;
     }
-    return end ? mean : smooth_slope(i, false);
+    return end ? mean : smooth_slope(i, type);
 }
 
 TangentVector AnimCurve::weighted_vector(std::size_t i, Side side, double span) const {
     const bool in = side == Side::in;
-    if ((in ? in_type(i) : out_type(i)) != Tangent::fixed) return {span, slope(i, side) * span};
+    const Tangent type = in ? in_type(i) : out_type(i);
+    if (type == Tangent::step) return {0.0, 0.0};
+    if (type == Tangent::step_next) return {endless, endless};
+    if (type != Tangent::fixed) return {span, slope(i, side) * span};
     const TangentVector vector = in ? in_vectors_[i] : out_vectors_[i];
     return std::isfinite(vector.x) && std::isfinite(vector.y) ? vector : TangentVector{span, 0.0};
 }
 
-CurveSegment AnimCurve::segment(std::size_t i) const {
+// A stretch that jumps holds where the last played before it that doesn't jump holds.
+bool AnimCurve::holds(std::size_t i, Round round) const {
+    if (out_type(i) != Tangent::step_next) return out_type(i) == Tangent::step;
+    const auto stretches = static_cast<std::ptrdiff_t>(size()) - 1;
+    std::ptrdiff_t at = static_cast<std::ptrdiff_t>(i), back = round.backward ? 1 : -1;
+    for (bool earlier_round = false;; at += back) {
+        if (at < 0 || at >= stretches) {
+            if (earlier_round || !round.follows) return false;
+            earlier_round = true;
+            if (round.turned) back = -back;
+            at = back < 0 ? stretches - 1 : 0;
+        }
+        const auto played = static_cast<std::size_t>(at);
+        if (out_type(played) != Tangent::step_next) return out_type(played) == Tangent::step;
+        if (played == segment_at_ && played != i && round == segment_round_) return segment_.is_hold();
+    }
+}
+
+CurveSegment AnimCurve::segment(std::size_t i, Round round) const {
     const double t0 = times_[i], t1 = times_[i + 1], v0 = values_[i], v1 = values_[i + 1];
-    const Tangent out = out_type(i);
-    if (out == Tangent::step) return CurveSegment::hold(t0, t1, v0, v1);
-    if (out == Tangent::step_next) return CurveSegment::jump(t0, t1, v0, v1);
+    if (holds(i, round)) return CurveSegment::hold(t0, t1, v0, v1);
+    if (out_type(i) == Tangent::step_next) return CurveSegment::jump(t0, t1, v0, v1);
     if (!weighted_) return CurveSegment::hermite(t0, t1, v0, v1, out_slope(i), in_slope(i + 1));
     const TangentVector first = weighted_vector(i, Side::out, t1 - t0);
     const TangentVector second = weighted_vector(i + 1, Side::in, t1 - t0);
@@ -223,20 +255,21 @@ CurveSegment AnimCurve::segment(std::size_t i) const {
 }
 
 // At a time from the first key's to the last's.
-double AnimCurve::within(double time) const {
+double AnimCurve::within(double time, Round round) const {
     if (size() == 1) return values_[0];
     std::size_t at = segment_at_;
-    const auto holds = [&](std::size_t i) { return i + 1 < size() && times_[i] <= time && time <= times_[i + 1]; };
-    if (at == none || !holds(at)) {
-        if (at != none && holds(at + 1)) {
+    const auto spans = [&](std::size_t i) { return i + 1 < size() && times_[i] <= time && time <= times_[i + 1]; };
+    if (at == none || !spans(at) || round != segment_round_) {
+        if (at != none && spans(at + 1)) {
             ++at;
         } else {
             const std::span<const double> all = times_.view();
             const auto behind_time = std::upper_bound(all.begin(), all.end() - 1, time);
             at = static_cast<std::size_t>(std::max<std::ptrdiff_t>(behind_time - all.begin(), 1)) - 1;
         }
+        segment_ = segment(at, round);
         segment_at_ = at;
-        segment_ = segment(at);
+        segment_round_ = round;
     }
     if (time == times_[at]) return values_[at];
     return segment_.evaluate(time);
@@ -247,17 +280,18 @@ double AnimCurve::beyond(double time, bool is_before) const {
     const std::size_t end = is_before ? 0 : size() - 1;
     const double away = is_before ? first - time : time - last;
     const Infinity how = is_before ? before : behind;
+    if (size() == 1) return values_[end];
     if (how == Infinity::linear) return values_[end] + (is_before ? -in_slope(0) : out_slope(end)) * away;
-    const bool cycles = how == Infinity::cycle || how == Infinity::cycle_with_offset || how == Infinity::oscillate;
-    if (!cycles || !(range > 0.0) || !std::isfinite(range)) return values_[end];
+    if (!cycles(how) || !(range > 0.0) || !std::isfinite(range)) return values_[end];
 
-    // How far into its round, from above 0 to the whole; a rounding short of a whole round is that round's end.
+    // How far into its round, from 0 up; what falls short of a whole round by a rounding has begun the next.
     double rest = std::fmod(away, range);
-    if (!(rest > 1e-10 * range)) rest = range;
+    if (rest >= range * (1.0 - 1e-10)) rest = 0.0;
     const double rounds = std::round((away - rest) / range) + 1.0;
     const bool backward = how == Infinity::oscillate && std::fmod(rounds, 2.0) == 1.0;
     const bool from_first = is_before == backward;
-    const double value = within(std::clamp(from_first ? first + rest : last - rest, first, last));
+    const Round round{backward, true, how == Infinity::oscillate};
+    const double value = within(std::clamp(from_first ? first + rest : last - rest, first, last), round);
     if (how != Infinity::cycle_with_offset) return value;
     return value + (is_before ? -rounds : rounds) * (values_.back() - values_.front());
 }
@@ -265,7 +299,8 @@ double AnimCurve::beyond(double time, bool is_before) const {
 double AnimCurve::evaluate(double time) const {
     if (times_.empty()) return 0.0;
     const bool is_before = !(time >= times_.front());
-    if (!is_before && time <= times_.back()) return within(time);
+    if (!is_before && time <= times_.back())
+        return within(time, {false, cycles(before), before == Infinity::oscillate});
     const double end = is_before ? values_.front() : values_.back();
     if (std::isnan(time)) return end;
     const double value = beyond(time, is_before);

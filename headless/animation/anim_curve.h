@@ -52,19 +52,25 @@ struct CurveKey {
 /// `in_order` gives them so.
 ///
 /// Slopes, where d is the rise over the run of a stretch between keys, on a key's side toward the stretch:
-/// - linear d; flat, step and stepnext 0; slow 0; fast 2d; fixed y/x, at most `max_slope` where x isn't positive;
-/// - spline: (next - previous value) / (next - previous time); at an end key the d of its one stretch;
-/// - clamped: as spline, but 0 toward a neighbour whose value is within `equal_values`;
+/// - linear d; flat and step 0; stepnext 1; slow 0; fast 2d; fixed y/x, `max_slope` where x isn't positive, or 0 there
+///   if weighted;
+/// - spline: (next - previous value) / (next - previous time), and `max_slope` where these times are less than
+///   `shortest_run` apart; at an end key the d of its one stretch;
+/// - clamped: as spline, but 0 where a neighbour's value, on either side, is within `near_values` of the key's;
 /// - plateau and auto: as spline, but 0 at an end key and where the values on both sides aren't on opposite sides of
-///   the key's, and at most 3 times the smaller d, which keeps each stretch within its keys' values.
-/// A side without a neighbour has the slope that its type gives toward the one neighbour there is, 0 where none is.
+///   the key's; where it exceeds 3 times the smaller d, which keeps each stretch within its keys' values, auto is
+///   that and plateau 0.
+/// A side without a neighbour is level if linear; a spline or clamped one goes on as on the side with a neighbour.
 ///
-/// Between keys: by the first key's out type it holds (step) or jumps (stepnext); else not weighted the cubic with
-/// both slopes, weighted the Bezier with both vectors. A weighted tangent that isn't fixed is as long as the stretch.
+/// Between keys: by the first key's out type it holds (step) or jumps (stepnext, but it holds when a stretch that holds
+/// was played right before); else not weighted the cubic with both slopes, weighted the Bezier with both vectors. A
+/// weighted tangent that isn't fixed is as long as the stretch, a stepped one has no length, and a stepnext one on the
+/// way in is endless. All this is what the real host's published evaluation does.
 class AnimCurve {
 public:
     static constexpr double max_slope = 5729577.95;
-    static constexpr double equal_values = 1e-5;
+    static constexpr double near_values = 0.05;
+    static constexpr double shortest_run = 1e-4;
 
     std::size_t size() const { return times_.size(); }
     const KeyTimes& times() const { return times_; }
@@ -106,20 +112,27 @@ public:
     double in_slope(std::size_t i) const;
     double out_slope(std::size_t i) const;
     /// The value at a time. A curve without keys is 0. A time that is no number reads as the first key's; beyond the
-    /// ends the infinities go on from the end keys, where rounds of a cycle meet a time belongs to the round nearer to
-    /// the keys, and where that gives no finite number, the end key's value. Steps on from the stretch last asked for,
-    /// so that times that rise by less than a stretch cost no search.
+    /// ends the infinities go on from the end keys, where rounds of a cycle meet a time belongs to the round farther
+    /// from the keys, and where that gives no finite number, the end key's value. Steps on from the stretch last asked
+    /// for, so that times that rise by less than a stretch cost no search.
     double evaluate(double time) const;
 
 private:
     enum class Side { in, out };
+    /// A time that the keys are played: which way, and whether a round went before it, that way or the other.
+    struct Round {
+        bool backward = false, follows = false, turned = false;
+        bool operator==(const Round&) const = default;
+    };
 
     Tangent resolved(Tangent type) const { return type == Tangent::by_default ? tangent_ : type; }
     double slope(std::size_t i, Side side) const;
-    double smooth_slope(std::size_t i, bool within_neighbours) const;
+    double smooth_slope(std::size_t i, Tangent type) const;
+    bool is_near_a_neighbour(std::size_t i) const;
     TangentVector weighted_vector(std::size_t i, Side side, double span) const;
-    CurveSegment segment(std::size_t i) const;
-    double within(double time) const;
+    bool holds(std::size_t i, Round round) const;
+    CurveSegment segment(std::size_t i, Round round) const;
+    double within(double time, Round round) const;
     double beyond(double time, bool is_before) const;
     void changed() const { segment_at_ = none; }
 
@@ -131,8 +144,10 @@ private:
     KeyColumn<TangentVector> in_vectors_{TangentVector{}}, out_vectors_{TangentVector{}};
     KeyColumn<char> tangents_locked_{1}, weights_locked_{1}, breakdowns_{0};
 
+    static constexpr double endless = 3.4028234663852886e38;
     static constexpr std::size_t none = ~std::size_t{0};
     mutable std::size_t segment_at_ = none;
+    mutable Round segment_round_;
     mutable CurveSegment segment_ = CurveSegment::hold(0, 1, 0, 0);
 };
 

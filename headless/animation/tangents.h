@@ -20,7 +20,7 @@ enum class Tangent : std::uint8_t {
     clamped = 10,   ///< as spline, but level toward a neighbour of nearly the same value
     plateau = 16,   ///< as spline, level at extremes and at the ends, never beyond the neighbours' values
     step_next = 17, ///< jumps to the next key's value at once
-    automatic = 18, ///< as plateau
+    automatic = 18, ///< as plateau, but as steep as it may be instead of level
 };
 
 /// What a curve does before its first and behind its last key. Numbers outside the list act as `constant`.
