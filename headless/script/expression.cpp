@@ -3,6 +3,7 @@
 #include "headless/script/mel_functions.h"
 #include "headless/script/mel_values.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <set>

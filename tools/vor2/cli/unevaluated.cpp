@@ -5,6 +5,7 @@
 
 #include <maya/MDagPath.h>
 #include <maya/MSelectionList.h>
+#include <maya/MString.h>
 #include <maya/MStringArray.h>
 
 namespace tool {
