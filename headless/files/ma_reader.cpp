@@ -175,7 +175,8 @@ private:
             return {};
         }
         if (!flags.has("-r", "-reference")) return {};
-        MaReference& reference = reading_.references.emplace_back(MaReference{stated(words)});
+        reading_.references.push_back({stated(words)});
+        MaReference& reference = reading_.references.back();
         SceneReference& statement = reference.statement;
         std::vector<std::string> paths{statement.file};
         // The outermost file decides what is loaded and from where.

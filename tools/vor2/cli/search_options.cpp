@@ -22,7 +22,7 @@ void SearchOptions::describe_missing(Syntax& syntax) {
 
 std::string SearchOptions::check() const {
     for (const std::string& map : maps_) {
-        if (map.find('=') == 0 || map.find('=') == std::string::npos) return "--map: '" + map + "' is no FROM=TO";
+        if (map.starts_with('=') || map.find('=') == std::string::npos) return "--map: '" + map + "' is no FROM=TO";
     }
     std::error_code ignored;
     if (!project_.empty() && !std::filesystem::is_directory(VOR2_LOADER::platform::native_path(project_), ignored))
