@@ -41,12 +41,18 @@ double weighted_sum(const Elements& inputs, const Elements& weights) {
     return out;
 }
 
+// Of a number, or of a triple as a whole.
+Value converted(const Value& value, double factor) {
+    const Vector3* triple = value.get_if<Vector3>();
+    return triple ? Value(*triple * factor) : Value(value.number() * factor);
+}
+
 void add_conversions(NodeTypes& types) {
     // clang-format off
     NodeKind(types, "unitConversion", "node", MFn::kUnitConversion)
         .number("input", "i")
         .number("conversionFactor", "cf", 1.0)
-        .number("output", "o").from({"i", "cf"}, [](double value, double factor) { return value * factor; });
+        .number("output", "o").from({"i", "cf"}, converted);
     NodeKind(types, "unitToTimeConversion", "node", MFn::kUnitToTimeConversion)
         .number("input", "i")
         .number("conversionFactor", "cf", 1.0)

@@ -2,7 +2,8 @@
 //
 // Row vectors, leftmost acts first. For each target i (an element of `target`, `tg` in short):
 // - its pivot in the world: (tt + trp + trt) through tpm;
-// - its orientation in the world: the rotation part of R(tr by tro) JO(tjo) tpm.
+// - its orientation in the world: the rotation part of R(tr by tro) JO(tjo) IS tpm, where IS is the inverse of
+//   `targetInverseScale` when `targetScaleCompensate` is on.
 // Inputs that nothing is connected to count as stored. A weight that isn't positive and finite counts as 0.
 //
 // - pointConstraint: the weighted mean of the pivots, plus `offset` along the world's axes (minus, where
@@ -10,9 +11,9 @@
 // - poleVectorConstraint: the same mean, seen from crp + crt through `pivotSpace`, as a direction in the space of cpim.
 // - orientConstraint: the mean of the orientations as `interpType` says (see `RotationBlend`), with `offset` (by cro)
 //   acting before it, brought into the parent's space; then freed of the joint orient cjo and told by cro.
-// - parentConstraint: both, where a target's orientation has its `targetOffsetRotate` (by tro) acting before it, and
-//   its point is `targetOffsetTranslate` in the space around its pivot: S(ts) R JO IS, where IS is the inverse of
-//   `targetInverseScale` when `targetScaleCompensate` is on.
+// - parentConstraint: both, where a target's orientation has its `targetOffsetRotate` (always xyz) acting before it,
+// and
+//   its point is `targetOffsetTranslate` in the space around its pivot: S(ts) R JO IS.
 // - aimConstraint: turns `aimVector` from the constrained node's pivot toward the mean of the targets' pivots, and
 //   `upVector` as near as can be to the world's y (`worldUpType` 0), the place of `worldUpMatrix` (1), its turn of
 //   `worldUpVector` (2), or `worldUpVector` (3); with 4 by the shortest turn. Then `offset`, cjo and cro as for the
@@ -96,6 +97,7 @@ private:
     Vector3 vector(AttributeId id, int target) { return context_.vector(at(id, target)); }
     Matrix rotation(AttributeId id, int target);
     void add_target(int target, double weight);
+    Vector3 compensation(int target);
     Vector3 carried_offset(int target, const Matrix& turned);
     void set_translate(const Matrix& parent_inverse);
     void set_rotate(const Matrix& parent_inverse);
@@ -135,11 +137,9 @@ void ConstraintSolver::add_target(int target, double weight) {
     Matrix turned;
     if (ids_.rotate != no_attribute) {
         turned = rotation(ids_.rotate, target);
-        Matrix world = turned * upper_block(parent);
-        if (ids_.offset_rotate != no_attribute) {
-            const RotateOrder order = order_of(context_, at(ids_.rotate_order, target));
-            world = euler_to_matrix(vector(ids_.offset_rotate, target), order) * rotation_part(world);
-        }
+        Matrix world = turned * Matrix::scale(compensation(target)) * upper_block(parent);
+        if (ids_.offset_rotate != no_attribute)
+            world = euler_to_matrix(vector(ids_.offset_rotate, target), RotateOrder::xyz) * rotation_part(world);
         rotations_.push_back({to_quaternion(rotation_part(world)), weight});
     }
     if (ids_.out_scale != no_attribute) {
@@ -153,16 +153,22 @@ void ConstraintSolver::add_target(int target, double weight) {
     point_ = point_ + transform_point(pivot + offset, parent) * weight;
 }
 
+// What a joint that compensates takes out of the scale above it.
+Vector3 ConstraintSolver::compensation(int target) {
+    Vector3 out{1, 1, 1};
+    if (ids_.scale_compensate == no_attribute || !context_.evaluate(at(ids_.scale_compensate, target)).boolean())
+        return out;
+    const Vector3 above = vector(ids_.inverse_scale, target);
+    for (int i = 0; i < 3; ++i) out[i] = above[i] != 0.0 ? 1.0 / above[i] : 1.0;
+    return out;
+}
+
 // What the target's scale and turn make of the offset, seen from its pivot in its parent's space.
 Vector3 ConstraintSolver::carried_offset(int target, const Matrix& turned) {
     Vector3 out = vector(ids_.offset_translate, target);
     const Vector3 scale = vector(ids_.scale, target);
     for (int i = 0; i < 3; ++i) out[i] *= scale[i];
-    out = transform_direction(out, turned);
-    if (!context_.evaluate(at(ids_.scale_compensate, target)).boolean()) return out;
-    const Vector3 above = vector(ids_.inverse_scale, target);
-    for (int i = 0; i < 3; ++i) out[i] /= above[i] != 0.0 ? above[i] : 1.0;
-    return out;
+    return transform_direction(transform_direction(out, turned), Matrix::scale(compensation(target)));
 }
 
 void ConstraintSolver::set_translate(const Matrix& parent_inverse) {

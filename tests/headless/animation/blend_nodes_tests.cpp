@@ -92,6 +92,25 @@ TEST_F(BlendNodes, joints_follow_through_chained_blends) {
     EXPECT_NEAR(number("j2.rz"), .4, 1e-12) << "a rotation connected on one side alone passes";
 }
 
+TEST_F(BlendNodes, a_conversion_takes_a_triple_as_a_whole) {
+    make("blendColors", "mix");
+    make("unitConversion", "degrees");
+    make("joint", "turned");
+    make("transform", "follower");
+    set("mix.c1", Vector3{10, 20, 30});
+    set("mix.c2", Vector3{30, 60, 90});
+    set("mix.b", .5);
+    set("degrees.cf", degree);
+    connect("mix.op", "degrees.i");
+    connect("degrees.o", "turned.r");
+    connect("turned.ry", "follower.tx");
+    const Vector3 expected = Vector3{20, 40, 60} * degree;
+    expect_near(vector("turned.r"), expected);
+    EXPECT_NEAR(number("turned.rz"), expected.z, 1e-12);
+    EXPECT_NEAR(number("follower.tx"), expected.y, 1e-12);
+    expect_same_rotation(world("turned"), euler_to_matrix(expected, RotateOrder::xyz));
+}
+
 TEST_F(BlendNodes, conversions_scale_and_count_time_in_ticks) {
     make("unitConversion", "u");
     set("u.i", 3.0);
