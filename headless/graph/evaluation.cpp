@@ -10,7 +10,8 @@ namespace {
 // Plain connections that one question follows; more can only be a ring.
 constexpr int max_connection_hops = 4096;
 
-// What is connected to the plug, or to the compound that holds it, at the same place within.
+// What is connected to the plug, or to the compound that holds it, at the same place within; the whole of a source that
+// is told in one and has no parts.
 Plug source_feeding(const Plug& plug) {
     const Node& node = *plug.node;
     if (node.inputs().empty()) return {};
@@ -21,9 +22,22 @@ Plug source_feeding(const Plug& plug) {
     if (!source) return {};
     const auto& children = around.attribute().children;
     for (std::size_t i = 0; i < children.size(); ++i) {
-        if (children[i] == plug.key.attribute) return source.child(static_cast<int>(i));
+        if (children[i] != plug.key.attribute) continue;
+        const Plug part = source.child(static_cast<int>(i));
+        return part || source.is_array() ? part : source;
     }
     return {};
+}
+
+// Of a triple that came whole to a part of another, that part.
+Value part_for(const Plug& plug, Value value) {
+    const auto* triple = value.get_if<Vector3>();
+    if (!triple || !plug.attribute().children.empty()) return value;
+    const Plug around = plug.parent();
+    for (int i = 0; around && i < 3; ++i) {
+        if (around.child(i) == plug) return (*triple)[i];
+    }
+    return value;
 }
 
 // One for the whole array of worldMatrix means its first element.
@@ -62,9 +76,9 @@ Value EvaluationContext::evaluate(const Plug& plug) {
     const Plug from = follow(plug, [this](const Plug& at) { return is_turned(at); });
     if (is_turned(from)) return turned_value(from);
     const Attribute& attribute = from.attribute();
-    if (attribute.output) return compute(from);
+    if (attribute.output) return part_for(plug, compute(from));
     const bool triple = attribute.children.size() == 3 && !from.is_array() && !from.node->inputs().empty();
-    if (!triple) return from.node->get(from.key);
+    if (!triple) return part_for(plug, from.node->get(from.key));
     Vector3 out;
     for (int i = 0; i < 3; ++i) {
         const Plug child = from.child(i);

@@ -58,7 +58,7 @@ private:
     void refresh_values(Node& transform, TransformState& state);
     bool turn(Node& joint, TransformState& state);
     void hold_to_limits(TransformState& state);
-    double driven_value(Node& node, const Plug& source, const PlugKey& destination);
+    double driven_value(Node& node, const Plug& source, const PlugKey& destination, int part);
     Vector3 scale_of(Node& parent);
     bool inherits(Node& node);
     void report(const Plug& plug, std::string_view what);

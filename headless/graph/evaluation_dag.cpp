@@ -90,7 +90,8 @@ private:
         Plug source = node_.source_of(plug.key);
         if (const Plug around = plug.parent(); !source && around) {
             const Plug whole = node_.source_of(around.key);
-            if (whole) source = whole.child(field % 3);
+            const Plug part = whole ? whole.child(field % 3) : Plug();
+            source = part ? part : whole;
         }
         if (source) state_.inputs.push_back({field, source, plug.key});
     }
@@ -133,9 +134,12 @@ TransformState& EvaluationContext::state_of(Node& node) {
     return state;
 }
 
-double EvaluationContext::driven_value(Node& node, const Plug& source, const PlugKey& destination) {
+double EvaluationContext::driven_value(Node& node, const Plug& source, const PlugKey& destination, int part) {
     const bool held = !node.overrides_.empty() && scene_.is_overridden({&node, destination});
-    return held ? node.get(destination).number() : evaluate(source).number();
+    if (held) return node.get(destination).number();
+    const Value value = evaluate(source);
+    const auto* triple = value.get_if<Vector3>();
+    return triple ? (*triple)[part] : value.number();
 }
 
 // Only the scale is asked for: working out all of the parent's values would climb a long chain of joints one
@@ -147,7 +151,7 @@ Vector3 EvaluationContext::scale_of(Node& parent) {
     Vector3 out = state.stored.scale;
     for (const TransformState::Input& input : state.inputs) {
         if (input.field >= scale_field && input.field < scale_field + 3)
-            out[input.field - scale_field] = driven_value(parent, input.source, input.destination);
+            out[input.field - scale_field] = driven_value(parent, input.source, input.destination, input.field % 3);
     }
     for (const TransformLimit& limit : state.limits) {
         if (limit.field >= scale_field)
@@ -175,7 +179,7 @@ bool EvaluationContext::refresh_inputs(Node& node, TransformState& state) {
         state.busy = true;
         ++scene_.evaluation_depth_;
         for (const TransformState::Input& input : state.inputs)
-            set_field(state, input.field, driven_value(node, input.source, input.destination));
+            set_field(state, input.field, driven_value(node, input.source, input.destination, input.field % 3));
         --scene_.evaluation_depth_;
         state.busy = false;
     }
