@@ -59,7 +59,7 @@ void add_conversions(NodeTypes& types) {
         .time("output", "o").from({"i", "cf"}, [](double value, double factor) {
             return value * factor / ticks_per_second;
         });
-    NodeKind(types, "timeToUnitConversion", "node", MFn::kUnitConversion)
+    NodeKind(types, "timeToUnitConversion", "node", MFn::kTimeToUnitConversion)
         .time("input", "i")
         .number("conversionFactor", "cf", 1.0)
         .number("output", "o").from({"i", "cf"}, [](double value, double factor) {
@@ -74,13 +74,13 @@ void add_arithmetic_kinds(NodeTypes& types) {
     add_conversions(types);
     // clang-format off
     NodeKind(types, "addDoubleLinear", "node", MFn::kAddDoubleLinear)
-        .number("input1", "i1")
-        .number("input2", "i2")
-        .number("output", "o").from({"i1", "i2"}, [](double a, double b) { return a + b; });
+        .distance("input1", "i1")
+        .distance("input2", "i2")
+        .distance("output", "o").from({"i1", "i2"}, [](double a, double b) { return a + b; });
     NodeKind(types, "multDoubleLinear", "node", MFn::kMultDoubleLinear)
-        .number("input1", "i1")
-        .number("input2", "i2")
-        .number("output", "o").from({"i1", "i2"}, [](double a, double b) { return a * b; });
+        .distance("input1", "i1")
+        .distance("input2", "i2")
+        .distance("output", "o").from({"i1", "i2"}, [](double a, double b) { return a * b; });
     NodeKind(types, "multiplyDivide", "node", MFn::kMultiplyDivide)
         .enumeration("operation", "op", 1)
         .vector("input1", "i1")
@@ -99,7 +99,8 @@ void add_arithmetic_kinds(NodeTypes& types) {
         .compound("output3D", "o3")
             .number("output3Dx", "o3x").number("output3Dy", "o3y").number("output3Dz", "o3z")
         .end().from({"op", "i3"}, gathered);
-    NodeKind(types, "blendWeighted", "node", MFn::kDependencyNode)
+    NodeKind(types, "blend", "node", MFn::kBlend);
+    NodeKind(types, "blendWeighted", "blend", MFn::kBlendWeighted)
         .number("input", "i").array()
         .number("weight", "w", 1.0).array()
         .integer("current", "c")
@@ -107,14 +108,14 @@ void add_arithmetic_kinds(NodeTypes& types) {
     NodeKind(types, "reverse", "node", MFn::kReverse)
         .vector("input", "i")
         .vector("output", "o").from({"i"}, [](double value) { return 1.0 - value; });
-    NodeKind(types, "clamp", "node", MFn::kDependencyNode)
+    NodeKind(types, "clamp", "node", MFn::kClampColor)
         .colour("min", "mn")
         .colour("max", "mx")
         .colour("input", "ip")
         .colour("output", "op").from({"mn", "mx", "ip"}, [](double low, double high, double value) {
             return std::max(low, std::min(high, value));
         });
-    NodeKind(types, "setRange", "node", MFn::kDependencyNode)
+    NodeKind(types, "setRange", "node", MFn::kSetRange)
         .vector("value", "v")
         .vector("min", "n")
         .vector("max", "m")

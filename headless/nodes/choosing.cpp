@@ -10,7 +10,9 @@ namespace {
 
 using enum AttributeKind;
 
-bool holds(std::int64_t operation, double first, double second) {
+// In single precision, as both terms are kept: sums that come to the same by two ways are equal.
+bool holds(std::int64_t operation, double first_term, double second_term) {
+    const auto first = static_cast<float>(first_term), second = static_cast<float>(second_term);
     switch (operation) {
     case 1:
         return first != second;
@@ -120,21 +122,21 @@ void add_choosing_kinds(NodeTypes& types) {
             const bool there = std::ranges::find(indices, selector) != indices.end();
             return there ? inputs.value(static_cast<int>(selector)) : Value();
         });
-    NodeKind(types, "blendColors", "node", MFn::kDependencyNode)
+    NodeKind(types, "blendColors", "node", MFn::kBlendColors)
         .number("blender", "b", 0.5)
         .parts("color1", "c1", number, {"Rr", "Gg", "Bb"}, {1, 0, 0})
         .parts("color2", "c2", number, {"Rr", "Gg", "Bb"}, {0, 0, 1})
         .colour("output", "op").from({"b", "c1", "c2"}, [](double blender, double first, double second) {
             return first * blender + second * (1.0 - blender);
         });
-    NodeKind(types, "blendTwoAttr", "node", MFn::kDependencyNode)
+    NodeKind(types, "blendTwoAttr", "blend", MFn::kBlendTwoAttr)
         .number("attributesBlender", "ab")
         .number("input", "i").array()
-        .enumeration("current", "c")
+        .integer("current", "c")
         .number("output", "o").from({"ab", "i"}, [](double blender, const Elements& inputs) {
             return inputs.number(0) * (1.0 - blender) + inputs.number(1) * blender;
         });
-    NodeKind(types, "remapValue", "node", MFn::kDependencyNode)
+    NodeKind(types, "remapValue", "node", MFn::kRemapValue)
         .number("inputValue", "i")
         .number("inputMin", "imn")
         .number("inputMax", "imx", 1.0)

@@ -71,7 +71,7 @@ Value four_by_four(EvaluationContext& context, Node& node, const Plug&) {
 
 void add_matrix_kinds(NodeTypes& types) {
     // clang-format off
-    NodeKind(types, "decomposeMatrix", "node", MFn::kDependencyNode)
+    NodeKind(types, "decomposeMatrix", "node", MFn::kPluginDependNode)
         .matrix("inputMatrix", "imat")
         .enumeration("inputRotateOrder", "ro")
         .vector("outputTranslate", "ot", distance).from({"imat"}, [](const Matrix& m) { return m.translation(); })
@@ -87,43 +87,43 @@ void add_matrix_kinds(NodeTypes& types) {
         .quaternion("outputQuat", "oq").from({"imat"}, [](const Matrix& m) {
             return to_quaternion(euler_to_matrix(decomposed(m, RotateOrder::xyz).rotate, RotateOrder::xyz));
         });
-    NodeKind(types, "composeMatrix", "node", MFn::kDependencyNode)
+    NodeKind(types, "composeMatrix", "node", MFn::kPluginDependNode)
         .vector("inputTranslate", "it", distance)
         .vector("inputRotate", "ir", angle)
-        .enumeration("inputRotateOrder", "iro")
+        .enumeration("inputRotateOrder", "ro")
         .vector("inputScale", "is", number, 1.0)
         .vector("inputShear", "ish")
         .quaternion("inputQuat", "iq")
         .boolean("useEulerRotation", "uer", true)
-        .matrix("outputMatrix", "omat").from({"it", "ir", "iro", "is", "ish", "iq", "uer"}, composed);
-    NodeKind(types, "multMatrix", "node", MFn::kDependencyNode)
+        .matrix("outputMatrix", "omat").from({"it", "ir", "ro", "is", "ish", "iq", "uer"}, composed);
+    NodeKind(types, "multMatrix", "node", MFn::kMatrixMult)
         .matrix("matrixIn", "i").array()
         .matrix("matrixSum", "o").from({"i"}, product);
-    NodeKind(types, "addMatrix", "node", MFn::kDependencyNode)
+    NodeKind(types, "addMatrix", "node", MFn::kMatrixAdd)
         .matrix("matrixIn", "i").array()
         .matrix("matrixSum", "o").from({"i"}, sum);
-    NodeKind(types, "wtAddMatrix", "node", MFn::kDependencyNode)
+    NodeKind(types, "wtAddMatrix", "node", MFn::kMatrixWtAdd)
         .array_of_compounds("wtMatrix", "i").matrix("matrixIn", "m").number("weightIn", "w").end()
         .matrix("matrixSum", "o").from({"i"}, weighted_sum);
-    NodeKind(types, "inverseMatrix", "node", MFn::kDependencyNode)
+    NodeKind(types, "inverseMatrix", "node", MFn::kPluginDependNode)
         .matrix("inputMatrix", "imat")
         .matrix("outputMatrix", "omat").from({"imat"}, [](const Matrix& m) { return inverse(m); });
-    NodeKind(types, "transposeMatrix", "node", MFn::kDependencyNode)
+    NodeKind(types, "transposeMatrix", "node", MFn::kPluginDependNode)
         .matrix("inputMatrix", "imat")
         .matrix("outputMatrix", "omat").from({"imat"}, [](const Matrix& m) { return transposed(m); });
-    NodeKind(types, "holdMatrix", "node", MFn::kDependencyNode)
+    NodeKind(types, "holdMatrix", "node", MFn::kMatrixHold)
         .matrix("inMatrix", "i")
         .matrix("outMatrix", "o").from({"i"}, [](const Matrix& m) { return m; });
-    NodeKind(types, "passMatrix", "node", MFn::kDependencyNode)
+    NodeKind(types, "passMatrix", "node", MFn::kMatrixPass)
         .matrix("inMatrix", "i")
-        .number("inScale", "s", 1.0)
+        .number("inScale", "s", 2.0)
         .matrix("outMatrix", "o").from({"i", "s"}, [](const Matrix& m, double scale) {
             Matrix out = zero_matrix();
             add_scaled(out, m, scale);
             return out;
         });
 
-    NodeKind four(types, "fourByFourMatrix", "node", MFn::kDependencyNode);
+    NodeKind four(types, "fourByFourMatrix", "node", MFn::kFourByFourMatrix);
     for (int i = 0; i < 16; ++i) {
         const std::string place{static_cast<char>('0' + i / 4), static_cast<char>('0' + i % 4)};
         four.number("in" + place, "i" + place, i % 5 == 0 ? 1.0 : 0.0);

@@ -45,13 +45,13 @@ Vector3 axis_of(const Quaternion& q) {
 }
 
 NodeKind of_one(NodeTypes& types, const char* name, Quaternion (*formula)(const Quaternion&)) {
-    NodeKind kind(types, name, "node", MFn::kDependencyNode);
+    NodeKind kind(types, name, "node", MFn::kPluginDependNode);
     kind.quaternion("inputQuat", "iq").quaternion("outputQuat", "oq").from({"iq"}, formula);
     return kind;
 }
 
 void of_two(NodeTypes& types, const char* name, Quaternion (*formula)(const Quaternion&, const Quaternion&)) {
-    NodeKind(types, name, "node", MFn::kDependencyNode)
+    NodeKind(types, name, "node", MFn::kPluginDependNode)
         .quaternion("input1Quat", "iq1")
         .quaternion("input2Quat", "iq2")
         .quaternion("outputQuat", "oq")
@@ -69,32 +69,38 @@ void add_quaternion_kinds(NodeTypes& types) {
     of_two(types, "quatSub", [](const Quaternion& a, const Quaternion& b) { return sum(a, scaled(b, -1.0)); });
     of_two(types, "quatProd", [](const Quaternion& a, const Quaternion& b) { return a * b; });
     // clang-format off
-    NodeKind(types, "quatSlerp", "node", MFn::kDependencyNode)
+    NodeKind(types, "quatSlerp", "node", MFn::kPluginDependNode)
         .quaternion("input1Quat", "iq1")
         .quaternion("input2Quat", "iq2")
         .number("inputT", "t")
         .enumeration("angleInterpolation", "ai")
         .quaternion("outputQuat", "oq").from({"iq1", "iq2", "t", "ai"},
-            [](const Quaternion& a, const Quaternion& b, double part, std::int64_t arc) {
-                return slerp(a, b, part, arc == 1 ? ArcChoice::longest : ArcChoice::shortest);
-            });
-    NodeKind(types, "eulerToQuat", "node", MFn::kDependencyNode)
-        .vector("inputRotate", "irt", angle)
-        .enumeration("inputRotateOrder", "iro")
-        .quaternion("outputQuat", "oq").from({"irt", "iro"}, [](const Vector3& angles, RotateOrder order) {
+            [](const Quaternion& a, const Quaternion& b, double part, std::int64_t) { return slerp(a, b, part); })
+        .falls_short([](const Node& node) {
+            const bool shortest = node.get(PlugKey{node.find_attribute("ai"), 0, {}}).integer() == 0;
+            return std::string(shortest ? "" : "an arc that isn't the shortest isn't followed");
+        });
+    NodeKind(types, "eulerToQuat", "node", MFn::kPluginDependNode)
+        .compound("inputRotate", "irt")
+            .angle("inputRotateX", "irx").angle("inputRotateY", "iry").angle("inputRotateZ", "irz")
+        .end()
+        .enumeration("inputRotateOrder", "ro")
+        .quaternion("outputQuat", "oq").from({"irt", "ro"}, [](const Vector3& angles, RotateOrder order) {
             return to_quaternion(euler_to_matrix(angles, order));
         });
-    NodeKind(types, "quatToEuler", "node", MFn::kDependencyNode)
+    NodeKind(types, "quatToEuler", "node", MFn::kPluginDependNode)
         .quaternion("inputQuat", "iq")
         .enumeration("inputRotateOrder", "iro")
-        .vector("outputRotate", "ort", angle).from({"iq", "iro"}, [](const Quaternion& q, RotateOrder order) {
+        .compound("outputRotate", "ort")
+            .angle("outputRotateX", "orx").angle("outputRotateY", "ory").angle("outputRotateZ", "orz")
+        .end().from({"iq", "iro"}, [](const Quaternion& q, RotateOrder order) {
             return matrix_to_euler(to_matrix(normalized(q)), order);
         });
-    NodeKind(types, "axisAngleToQuat", "node", MFn::kDependencyNode)
-        .parts("inputAxis", "ia", number, {"Xx", "Yy", "Zz"}, {1, 0, 0})
+    NodeKind(types, "axisAngleToQuat", "node", MFn::kPluginDependNode)
+        .vector("inputAxis", "ia")
         .angle("inputAngle", "iang")
         .quaternion("outputQuat", "oq").from({"ia", "iang"}, from_axis);
-    NodeKind(types, "quatToAxisAngle", "node", MFn::kDependencyNode)
+    NodeKind(types, "quatToAxisAngle", "node", MFn::kPluginDependNode)
         .quaternion("inputQuat", "iq")
         .vector("outputAxis", "oa").from({"iq"}, axis_of)
         .angle("outputAngle", "oang").from({"iq"}, angle_of);

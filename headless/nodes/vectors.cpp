@@ -46,7 +46,7 @@ Vector3 product(std::int64_t operation, const Vector3& a, const Vector3& b, cons
 
 void add_vector_kinds(NodeTypes& types) {
     // clang-format off
-    NodeKind(types, "distanceBetween", "node", MFn::kDependencyNode)
+    NodeKind(types, "distanceBetween", "node", MFn::kDistanceBetween)
         .vector("point1", "p1", distance)
         .matrix("inMatrix1", "im1")
         .vector("point2", "p2", distance)
@@ -55,33 +55,34 @@ void add_vector_kinds(NodeTypes& types) {
             [](const Vector3& a, const Matrix& of_a, const Vector3& b, const Matrix& of_b) {
                 return length(transform_point(a, of_a) - transform_point(b, of_b));
             });
-    NodeKind(types, "dimensionShape", "shape", MFn::kShape);
-    NodeKind(types, "distanceDimShape", "dimensionShape", MFn::kShape)
+    NodeKind(types, "dimensionShape", "shape", MFn::kDimension);
+    NodeKind(types, "distanceDimShape", "dimensionShape", MFn::kDistance)
         .vector("startPoint", "sp", distance)
         .vector("endPoint", "ep", distance)
-        .distance("distance", "dist").from({"sp", "ep"}, [](const Vector3& a, const Vector3& b) {
+        .integer("precision", "prec", 6)
+        .number("distance", "dist").from({"sp", "ep"}, [](const Vector3& a, const Vector3& b) {
             return length(a - b);
         });
-    NodeKind(types, "angleBetween", "node", MFn::kDependencyNode)
-        .parts("vector1", "v1", distance, {"Xx", "Yy", "Zz"}, {1, 0, 0})
-        .parts("vector2", "v2", distance, {"Xx", "Yy", "Zz"}, {1, 0, 0})
+    NodeKind(types, "angleBetween", "node", MFn::kAngleBetween)
+        .parts("vector1", "v1", distance, {"Xx", "Yy", "Zz"}, {0, 1, 0})
+        .parts("vector2", "v2", distance, {"Xx", "Yy", "Zz"}, {0, 0, 1})
         .compound("axisAngle", "axa")
             .vector("axis", "ax").from({"v1", "v2"}, axis_between)
             .angle("angle", "a").from({"v1", "v2"}, angle_between)
         .end()
         .vector("euler", "eu", angle).from({"v1", "v2"}, turn_between);
-    NodeKind(types, "vectorProduct", "node", MFn::kDependencyNode)
+    NodeKind(types, "vectorProduct", "node", MFn::kVectorProduct)
         .enumeration("operation", "op", 1)
         .vector("input1", "i1")
         .vector("input2", "i2")
         .matrix("matrix", "m")
         .boolean("normalizeOutput", "no")
         .vector("output", "o").from({"op", "i1", "i2", "m", "no"}, product);
-    NodeKind(types, "pointMatrixMult", "node", MFn::kDependencyNode)
-        .vector("inPoint", "ip")
+    NodeKind(types, "pointMatrixMult", "node", MFn::kPointMatrixMult)
+        .vector("inPoint", "ip", distance)
         .matrix("inMatrix", "im")
         .boolean("vectorMultiply", "vm")
-        .vector("output", "o").from({"ip", "im", "vm"}, [](const Vector3& in, const Matrix& by, bool direction) {
+        .vector("output", "o", distance).from({"ip", "im", "vm"}, [](const Vector3& in, const Matrix& by, bool direction) {
             return direction ? transform_direction(in, by) : transform_point(in, by);
         });
     // clang-format on
