@@ -67,6 +67,7 @@ class Page {
         this.header();
         this.hover();
         this.clock.time.watch((time) => this.stage.setTime(time));
+        this.clock.playing.watch((on) => (this.stage.playing = on));
         this.selection.nodes.watch((nodes) => this.announce(nodes));
         this.stage.drawn = () => this.label();
         byId("frame-all").addEventListener("click", () => this.stage.frameAll());

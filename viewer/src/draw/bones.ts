@@ -94,7 +94,8 @@ export class Bones {
     private readonly balls: Mesh;
     private readonly lines: LineSegments;
 
-    constructor(private readonly scene: Scene, private size: number) {
+    /** `plain` spares the processor where it draws by itself. */
+    constructor(private readonly scene: Scene, private size: number, plain: boolean) {
         for (let child = 0; child < scene.nodeCount; ++child) {
             const parent = scene.parents[child];
             if (parent < 0) continue;
@@ -103,7 +104,7 @@ export class Bones {
             (isAnchor ? this.faint : this.links).push([parent, child]);
         }
         this.bones = instanced(boneShape, octahedron(), { head: 3, tail: 3, tint: 3, radius: 1 }, this.links.length);
-        const ball = new IcosahedronBufferGeometry(1, 1).getAttribute("position").array as Float32Array;
+        const ball = new IcosahedronBufferGeometry(1, plain ? 0 : 1).getAttribute("position").array as Float32Array;
         this.balls = instanced(ballShape, ball, { head: 3, tint: 3, radius: 1 }, scene.nodeCount);
         const lineGeometry = new BufferGeometry();
         lineGeometry.setAttribute("position", new Float32BufferAttribute(new Float32Array(this.faint.length * 6), 3));

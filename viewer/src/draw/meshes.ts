@@ -62,8 +62,8 @@ class Surface {
     constructor(scene: Scene, readonly index: number, readonly document: MeshDocument, look: MeshLook) {
         this.deformer = new Deformer(scene, document);
         this.node = document.node < scene.nodeCount ? document.node : -1;
-        const influences = document.kind === "weighted" ? influencesOf(scene, document) : null;
-        this.onCard = influences !== null && influences.most <= mostOnCard && look.palette !== null;
+        const influences = document.kind === "weighted" && look.palette ? influencesOf(scene, document) : null;
+        this.onCard = influences !== null && influences.most <= mostOnCard;
         const skin = this.onCard ? { palette: look.palette!, many: influences!.most > 4, scaled: look.scaled } : null;
         this.build(scene, influences);
         const materials = document.groups.map((group) => look.materialOf(group.material, document, skin));
@@ -149,13 +149,13 @@ export class Meshes {
     private readonly wireColour = new Color(0);
 
     constructor(private readonly scene: Scene, private readonly tint: Color | null, private readonly opacity: number,
-        redraw: () => void) {
+        onCard: boolean, redraw: () => void) {
         this.pictures = scene.document.pictures.map(({ bytes, type }) => {
             if (!bytes || tint) return null;
             return pictureOf(new Blob([scene.words.bytesOf(bytes) as never], { type }), redraw);
         });
-        if (scene.document.meshes.some(({ kind }) => kind === "weighted")) {
-            this.palette = new Palette(scene, toldStart(scene));
+        if (scene.document.meshes.some(({ kind }) => kind === "weighted")) this.palette = new Palette(scene, toldStart(scene));
+        if (this.palette && onCard) {
             const rows = Math.ceil(scene.nodeCount / nodesARow) || 1;
             const numbers = new Float32Array(nodesARow * rowsANode * rows * 4);
             this.paletteTexture = new DataTexture(numbers as never, nodesARow * rowsANode, rows, RGBAFormat, FloatType);
@@ -191,8 +191,8 @@ export class Meshes {
     }
 
     follow(pose: Pose): void {
+        this.palette?.follow(pose);
         if (this.palette && this.paletteTexture) {
-            this.palette.follow(pose);
             const to = this.paletteTexture.image.data as unknown as Float32Array;
             for (let i = 0; i < this.scene.nodeCount; ++i) {
                 to.set(this.palette.places.subarray(i * 12, i * 12 + 12), i * 24);

@@ -12,6 +12,7 @@ import { threeColour } from "./colours";
 import { Meshes } from "./meshes";
 import { Orbit } from "./orbit";
 import { Ground, Lines, Trails, axesOf, boxesOf, normalsOf } from "./overlays";
+import { drawsBySoftware } from "./software";
 
 export type SwitchName = "skeleton" | "meshes" | "wireframe" | "normals" | "boxes" | "axes" | "ground" | "trails" | "names" | "follow";
 
@@ -38,6 +39,8 @@ export class Stage {
     /** Called after each picture. */
     drawn: () => void = () => undefined;
     private readonly renderer: WebGLRenderer;
+    private readonly isSoftware: boolean;
+    private isStill = true;
     private readonly solid = new DrawnScene();
     private readonly front = new DrawnScene();
     private readonly ground = new Ground();
@@ -55,8 +58,10 @@ export class Stage {
 
     constructor(private readonly canvas: HTMLCanvasElement, scenes: readonly Scene[], private readonly selection: Selection,
         clicked: (event: PointerEvent) => void) {
-        const context = canvas.getContext("webgl2", { antialias: true, alpha: true, premultipliedAlpha: true }) ?? undefined;
-        this.renderer = new WebGLRenderer({ canvas, antialias: true, alpha: true, context: context as never });
+        this.isSoftware = drawsBySoftware();
+        const attributes = { antialias: !this.isSoftware, alpha: true, premultipliedAlpha: true };
+        const context = canvas.getContext("webgl2", attributes) ?? undefined;
+        this.renderer = new WebGLRenderer({ canvas, ...attributes, context: context as never });
         this.renderer.autoClear = false;
         this.renderer.setClearColor(0, 0);
         for (const [name, on] of Object.entries(switchesAtFirst)) this.switches.set(name as SwitchName, new Signal(on));
@@ -64,8 +69,8 @@ export class Stage {
         this.layers = scenes.map((scene, i) => ({
             scene,
             pose: new Pose(scene),
-            bones: new Bones(scene, 1),
-            meshes: new Meshes(scene, i > 0 ? threeColour("ghost") : null, i > 0 ? 0.45 : 1, () => this.redraw()),
+            bones: new Bones(scene, 1, this.isSoftware),
+            meshes: new Meshes(scene, i > 0 ? threeColour("ghost") : null, i > 0 ? 0.45 : 1, !this.isSoftware, () => this.redraw()),
         }));
         this.ways = new Trails(scenes[0]);
         this.anchors = anchorsOf(scenes[0]);
@@ -299,10 +304,16 @@ export class Stage {
         return node;
     }
 
+    /** Without a card edges are smoothed by drawing finer, as long as nothing moves. */
+    set playing(on: boolean) {
+        this.isStill = !on;
+        if (this.isSoftware) this.resize();
+    }
     private resize(): void {
         const { clientWidth, clientHeight } = this.canvas.parentElement!;
         if (clientWidth === 0 || clientHeight === 0) return;
-        this.renderer.setPixelRatio(Math.min(window.devicePixelRatio || 1, 2));
+        const screen = window.devicePixelRatio || 1;
+        this.renderer.setPixelRatio(this.isSoftware && this.isStill ? Math.max(2, screen) : this.isSoftware ? 1 : Math.min(screen, 2));
         this.renderer.setSize(clientWidth, clientHeight, false);
         const before = this.camera.aspect;
         this.camera.aspect = clientWidth / clientHeight;

@@ -48,6 +48,7 @@ export class Curves {
     private dragging = false;
     private scrubbing = false;
     private wanted = true;
+    private drawnAt = 0;
 
     constructor(private readonly scene: Scene, private readonly clock: Clock, private readonly selection: Selection,
         private readonly other: Scene | null, private readonly twinOf: (node: number) => number) {
@@ -165,8 +166,10 @@ export class Curves {
     }
 
     draw(): void {
-        if (!this.wanted) return;
+        const now = performance.now();
+        if (!this.wanted || (this.clock.playing.value && now - this.drawnAt < 60)) return;
         this.wanted = false;
+        this.drawnAt = now;
         const { canvas } = this;
         const width = canvas.clientWidth, height = canvas.clientHeight;
         const ratio = window.devicePixelRatio || 1;

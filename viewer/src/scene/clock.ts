@@ -31,6 +31,7 @@ export class Clock {
     }
     pause(): void {
         this.playing.value = false;
+        this.time.tellAgain();
     }
     toggle(): void {
         if (this.playing.value) this.pause();

@@ -11,6 +11,10 @@ export class Signal<T> {
         this.current = value;
         for (const watcher of this.watchers) watcher(value);
     }
+    /** Tells the value once more to those who passed over some. */
+    tellAgain(): void {
+        for (const watcher of this.watchers) watcher(this.current);
+    }
     /** Called with the present value at once, and with each new one. */
     watch(watcher: (value: T) => void): void {
         this.watchers.push(watcher);
