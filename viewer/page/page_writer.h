@@ -7,7 +7,7 @@
 
 #include "viewer/page/scene_pack.h"
 
-#include <functional>
+#include <string>
 
 namespace vor2::viewer {
 
@@ -20,7 +20,6 @@ struct PageScenes {
     std::string title;
 };
 
-/// Hands the page over piece by piece; ends and gives false once `put` gives false.
-bool write_page(const PageScenes& scenes, const std::function<bool(std::string_view)>& put);
+std::string page_of(const PageScenes& scenes);
 
 } // namespace vor2::viewer

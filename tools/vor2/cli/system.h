@@ -15,6 +15,11 @@ namespace tool {
 void prepare_process();
 bool input_is_terminal();
 bool error_is_terminal();
+struct TerminalSize {
+    int columns = 80, rows = 30; ///< where standard output is none
+    bool takes_utf8 = true;
+};
+TerminalSize terminal_size();
 unsigned processor_count();
 /// What an `errno` value means, in lower case.
 std::string error_text(int error);

@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -109,6 +110,25 @@ void keep_if_interrupted(const std::string& path) {
         std::free(name); // NOLINT(cppcoreguidelines-no-malloc)
         return;
     }
+}
+
+TerminalSize terminal_size() {
+    TerminalSize size;
+    winsize window{};
+    if (isatty(STDOUT_FILENO) != 0 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &window) == 0 && window.ws_col > 0) {
+        size.columns = window.ws_col;
+        size.rows = window.ws_row;
+    }
+    // The first of the three that is set rules; the plain "C" locale and one of another character set take ASCII.
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char* value = std::getenv(name);
+        if (value == nullptr || *value == '\0') continue;
+        std::string locale(value);
+        std::erase(locale, '-');
+        size.takes_utf8 = strcasestr(locale.c_str(), "utf8") != nullptr;
+        return size;
+    }
+    return size;
 }
 
 void show_document(const std::string& path) {

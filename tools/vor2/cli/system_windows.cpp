@@ -92,6 +92,16 @@ void keep_if_interrupted(const std::string& path) {
     watched_files().paths.erase(path);
 }
 
+TerminalSize terminal_size() {
+    TerminalSize size;
+    CONSOLE_SCREEN_BUFFER_INFO screen;
+    if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &screen) != 0) {
+        size.columns = screen.srWindow.Right - screen.srWindow.Left + 1;
+        size.rows = screen.srWindow.Bottom - screen.srWindow.Top + 1;
+    }
+    return size;
+}
+
 void show_document(const std::string& path) {
     VOR2_LOADER::platform::start_program("explorer", path.c_str());
 }

@@ -3,6 +3,7 @@
 #include "format/core/files.h"
 #include "support/platform/native_path.h"
 #include "tools/vor2/cli/messages.h"
+#include "tools/vor2/cli/output_set.h"
 #include "tools/vor2/cli/scene_file.h"
 #include "tools/vor2/cli/system.h"
 
@@ -43,6 +44,16 @@ bool write_whole(const std::string& name, std::string_view bytes) {
     good = file.close() && good;
     if (!good) problem(name, file.last_error() > 0 ? error_text(file.last_error()) : "can't be written");
     return good;
+}
+
+bool write_result(const std::string& name, std::string_view bytes) {
+    if (name.empty()) {
+        vor2::inspect::TextOut out(stdout);
+        out.put(bytes);
+        return finish(out);
+    }
+    OutputSet output(name);
+    return output.ready() && write_whole(name, bytes) && output.commit();
 }
 
 } // namespace tool

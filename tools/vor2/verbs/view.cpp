@@ -1,13 +1,13 @@
-#include "format/core/files.h"
-#include "support/platform/native_path.h"
-#include "support/platform/platform.h"
 #include "tools/vor2/cli/messages.h"
-#include "tools/vor2/cli/output_set.h"
 #include "tools/vor2/cli/scene_file.h"
 #include "tools/vor2/cli/system.h"
+#include "tools/vor2/cli/whole_file.h"
 #include "tools/vor2/verbs/verb.h"
+#include "viewer/drawings/skeleton_text.h"
 #include "viewer/page/page_writer.h"
 
+#include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <optional>
 
@@ -15,8 +15,8 @@ namespace tool {
 namespace {
 
 using namespace VOR2_LOADER;
-using vor2::viewer::PageScenes;
 using vor2::viewer::ScenePack;
+using vor2::viewer::skeleton_text;
 
 std::string name_without_folder(const std::string& file) {
     return std::filesystem::path(file).filename().string();
@@ -33,23 +33,30 @@ public:
                "Pictures that materials name are put into the page where they lie in the scene's folder; the rest is "
                "told. Nothing that a scene holds can run in the page.\n\n"
                "--compare draws another scene over this one, shows how far apart their joints stand over time, and "
-               "selects the worst joint at its worst frame.";
+               "selects the worst joint at its worst frame.\n\n"
+               "--terminal writes no page: it draws the skeleton at a time in characters, as a first look over ssh.";
     }
     std::vector<std::string> examples() const override {
         return {"vor2 view walk.vr2 --open", "vor2 view walk.vr2 -o /tmp/walk.html",
-                "vor2 view old.vr2 --compare new.vr2 -o change.html"};
+                "vor2 view old.vr2 --compare new.vr2 -o change.html", "vor2 view walk.vr2 --terminal --time 0.5"};
     }
     void describe(Syntax& syntax) override {
         syntax.required_file("FILE", "FILE.vr2", "the scene", file_);
         syntax.file("-o,--output", "PAGE.html", "the page (default: beside the scene)", output_);
         syntax.flag("--open", "show the page in the browser", open_);
         syntax.file("--compare", "OTHER.vr2", "a scene to draw over it", compared_);
+        syntax.flag("--terminal", "draw the skeleton here, in characters", terminal_);
+        syntax.number("-t,--time", "SECONDS", "with --terminal, the time (default: the start of the scene)", time_);
+        syntax.flag("--ascii", "with --terminal, draw with ASCII alone", ascii_);
     }
     std::string check() const override {
+        if (terminal_ && (open_ || !output_.empty() || !compared_.empty())) return "--terminal: makes no page";
+        if (!terminal_ && (time_ || ascii_)) return "--time and --ascii: go with --terminal";
         return output_ == file_ || (!output_.empty() && output_ == compared_) ? "-o: the page would replace the scene"
                                                                               : "";
     }
     int run() override {
+        if (terminal_) return draw();
         const std::optional<ScenePack> first = pack(file_);
         if (!first) return exit_refused;
         std::optional<ScenePack> second;
@@ -57,13 +64,30 @@ public:
         const std::string page = output_.empty() ? name_of_page() : output_;
         std::string title = name_without_folder(file_);
         if (second) title += " / " + name_without_folder(compared_);
-        if (!write({*first, second ? &*second : nullptr, title}, page)) return exit_refused;
+        if (!write_result(page, vor2::viewer::page_of({*first, second ? &*second : nullptr, title})))
+            return exit_refused;
         note("wrote " + page);
         if (open_) show_document(page);
         return exit_done;
     }
 
 private:
+    int draw() const {
+        VOR2 scene;
+        if (!load_scene(scene, file_)) return exit_refused;
+        const f32 start = scene.environment.time_range.start;
+        const f32 time = time_ ? static_cast<f32>(*time_) : std::isfinite(start) ? start : 0.0F;
+        scene.set_time(time);
+        vor2::viewer::TextView view;
+        const TerminalSize size = terminal_size();
+        view.columns = std::clamp(size.columns - 1, 20, 400);
+        view.rows = std::clamp(size.rows - 3, 8, 200);
+        view.dots = !ascii_ && size.takes_utf8;
+        const std::string title = file_ + " at " + vor2::inspect::shortest(time) + " s, " +
+                                  std::to_string(scene.matrix_hierarchy.nodes.size()) + " nodes\n";
+        return write_result("", title + skeleton_text(scene, view)) ? exit_done : exit_refused;
+    }
+
     std::string name_of_page() const {
         std::filesystem::path page(file_);
         return page.replace_extension(".html").string();
@@ -81,22 +105,9 @@ private:
         return {};
     }
 
-    static bool write(const PageScenes& scenes, const std::string& page) {
-        OutputSet output(page);
-        if (!output.ready()) return false;
-        WRITE_FILE file;
-        bool written = file.open(library_name(page), false);
-        written = written && vor2::viewer::write_page(scenes, [&file](std::string_view text) {
-                      return file.write(text.data(), static_cast<u32>(text.size())) == text.size();
-                  });
-        const i32 error = file.last_error();
-        if (file.close() && written) return output.commit();
-        problem(page, "couldn't be written" + (error > 0 ? ": " + error_text(error) : std::string()));
-        return false;
-    }
-
     std::string file_, output_, compared_;
-    bool open_ = false;
+    std::optional<double> time_;
+    bool open_ = false, terminal_ = false, ascii_ = false;
 };
 
 } // namespace
