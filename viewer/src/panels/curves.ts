@@ -210,7 +210,8 @@ export class Curves {
         if (high - low < least) [low, high] = [(low + high) / 2 - least / 2, (low + high) / 2 + least / 2];
         const header = 21, foot = 8;
         const xOf = (t: number) => ((t - this.from) / (this.to - this.from)) * width;
-        const yOf = (v: number) => top + header + (1 - (v - low) / (high - low)) * (height - header - foot);
+        const room = (high - low) * 0.08;
+        const yOf = (v: number) => top + header + (1 - (v - low + room) / (high - low + 2 * room)) * (height - header - foot);
         this.drawRuler(pen, top, height, width, xOf);
         pen.fillStyle = styleColour("quiet-text");
         pen.textAlign = "right";
