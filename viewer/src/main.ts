@@ -33,7 +33,7 @@ const switchRows: { name: SwitchName; key: string; label: string; what: string }
     { name: "ground", key: "g", label: "Ground", what: "ground" },
     { name: "trails", key: "t", label: "Trails", what: "motion trails of the selected nodes" },
     { name: "names", key: "j", label: "Names", what: "names of all joints" },
-    { name: "follow", key: "c", label: "Follow", what: "camera follows the selected node, or the body" },
+    { name: "follow", key: "c", label: "Follow", what: "camera follows the body" },
 ];
 
 class Page {

@@ -236,26 +236,20 @@ export class Stage {
         this.follow();
     }
 
-    /** Keeps what is selected, or the body, where it stands in the view. */
+    /** Keeps the body where it stands in the view. */
     private follow(): void {
         const { scene, pose } = this.layers[0];
         if (!this.is("follow")) {
             this.followed = null;
             return;
         }
-        const node = this.selection.last;
-        const [x, y, z] = node >= 0 ? pose.placeOf(node) : this.middle(scene, pose);
+        const [x, y, z] = this.middle(scene, pose);
         if (!Number.isFinite(x + y + z)) return;
         const now = new Vector3(x, y, turnZ * z);
-        if (this.followed && this.followedNode === node) {
-            this.orbit.target.add(now).sub(this.followed);
-        }
+        if (this.followed) this.orbit.target.add(now).sub(this.followed);
         this.followed = now;
-        this.followedNode = node;
         this.ground.fit(this.size, this.orbit.target);
     }
-    private followedNode = -1;
-
     /** The mean of where the joints stand, without roots that only hold them. */
     private middle(scene: Scene, pose: Pose): [number, number, number] {
         const sum: [number, number, number] = [0, 0, 0];
