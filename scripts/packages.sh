@@ -21,6 +21,13 @@ install_packages() {
         "${missing[@]}" >/dev/null
 }
 
+# What the tests and pictures of the page need: node, with modules from npm, and a browser.
+install_page_tools() {
+    command -v node >/dev/null && command -v npm >/dev/null || install_packages nodejs npm || return 1
+    command -v chromium >/dev/null || install_packages chromium fonts-dejavu-core || return 1
+    (cd tests/viewer && npm ci --no-audit --no-fund --silent)
+}
+
 # What building needs, and what the tests need on top. The reader of FBX and Collada comes along where its package is,
 # which is too large to fetch for a look at the tool.
 BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libtinygltf-dev libstb-dev esbuild libjs-three)
