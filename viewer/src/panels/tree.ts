@@ -33,8 +33,6 @@ export class Tree {
             this.rows[node] = row;
             this.list.append(row);
         }
-        // Rows out of sight cost nothing where there are many.
-        this.list.classList.toggle("long", order.length > 500);
         if (order.length > mostRows) this.list.append(make("p", { class: "note" }, `and ${order.length - mostRows} more`));
         if (order.length === 0) this.list.append(make("p", { class: "note" }, "This scene has no nodes."));
         this.list.addEventListener("click", (e) => this.clicked(e));
