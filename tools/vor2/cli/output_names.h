@@ -17,6 +17,7 @@ public:
     void describe(Syntax& syntax);
     /// What is wrong with the options for these inputs, or nothing.
     std::string check(const std::vector<std::string>& inputs) const;
+    const std::string& folder() const { return folder_; }
     std::string name_for(const std::string& input) const;
 
 private:
