@@ -18,7 +18,7 @@ function scenesIn(place) {
 }
 
 mkdirSync(out, { recursive: true });
-const run = (...words) => execFileSync(tool, ["--quiet", ...words], { stdio: ["ignore", "ignore", "pipe"] });
+const run = (verb, ...words) => execFileSync(tool, [verb, "--quiet", ...words], { stdio: ["ignore", "ignore", "pipe"] });
 let failed = 0, checked = 0;
 for (const scene of places.flatMap(scenesIn)) {
     const ending = extname(scene).toLowerCase(), host = [".ma", ".bvh"].includes(ending);
