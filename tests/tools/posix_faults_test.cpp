@@ -85,6 +85,9 @@ TEST_F(PosixFaultsTest, nothing_that_could_wait_or_never_end_is_read) {
             lines.insert(
                 lines.end(),
                 {{"dump", input}, {"pose", input}, {"diff", "a.vr2", input}, {"check", input}, {"host", input}});
+            ASSERT_EQ(mkfifo(path("pipe.glb").c_str(), 0600), 0);
+            expect_refused({"convert", "pipe.glb", "out.vr2"}, "pipe.glb", words);
+            fs::remove(path("pipe.glb"));
             commands.insert(commands.end(), {"source pipe", "file -import pipe", "file -r -ns x pipe"});
         }
         for (const Names& line : lines) expect_refused(line, input, words);
@@ -123,17 +126,16 @@ TEST_F(PosixFaultsTest, every_verb_that_writes_keeps_what_it_cannot_replace) {
     box.vertices[0].normal.x = std::numeric_limits<float>::infinity();
     save(scene, "a.vr2");
     ASSERT_EQ(run({"import", "a.vr2", "-o", "a.ma"}).exit_code, 0);
-    const std::vector<Names> lines = {{"upgrade", "a.vr2", "out.vr2"},
-                                      {"check", "a.vr2", "--fix", "out.vr2"},
-                                      {"check", "a.vr2", "--report", "out.txt"},
-                                      {"import", "a.vr2", "-o", "out.ma"},
-                                      {"export", "a.ma", "-o", "out.vr2"},
-                                      {"host", "a.ma", "--save", "out.ma"},
-                                      {"host", "a.ma", "-c", "select -r root; VOR2Export -f \"out.vr2\""}};
-    for (const char* output : {"out.vr2", "out.txt", "out.ma"}) write(output, "what was there");
+    const std::vector<Names> lines = {
+        {"upgrade", "a.vr2", "out.vr2"},           {"check", "a.vr2", "--fix", "out.vr2"},
+        {"check", "a.vr2", "--report", "out.txt"}, {"import", "a.vr2", "-o", "out.ma"},
+        {"convert", "a.vr2", "out.glb"},           {"export", "a.ma", "-o", "out.vr2"},
+        {"host", "a.ma", "--save", "out.ma"},      {"host", "a.ma", "-c", "select -r root; VOR2Export -f \"out.vr2\""}};
+    for (const char* output : {"out.vr2", "out.txt", "out.ma", "out.glb"}) write(output, "what was there");
     const Names before = listing();
     const auto expect_kept = [&](const Names& line) {
-        EXPECT_EQ(bytes_of({"out.vr2", "out.txt", "out.ma"}), std::vector<std::string>(3, "what was there")) << line[0];
+        const Names outputs = {"out.vr2", "out.txt", "out.ma", "out.glb"};
+        EXPECT_EQ(bytes_of(outputs), std::vector<std::string>(4, "what was there")) << line[0];
         EXPECT_EQ(listing(), before) << line[0];
     };
     for (const Names& line : lines) {
