@@ -26,7 +26,7 @@ ImportedTrack<VALUE> track_of(const KEY* keys, unsigned count, double rate, auto
 void read_weights(AssimpReading& reading, const aiMeshMorphAnim& source, double rate, ImportedAnimation& out) {
     // Of a mesh in parts, the name goes on with a number for each.
     std::string name = text_of(source.mName);
-    name = name.substr(0, name.find('*'));
+    name.resize(std::min(name.find('*'), name.size()));
     for (std::size_t m = 0; m < reading.out.scene.meshes.size(); ++m) {
         const ImportedMesh& mesh = reading.out.scene.meshes[m];
         const std::string node = reading.out.scene.nodes[static_cast<std::size_t>(mesh.node)].name;

@@ -33,7 +33,7 @@ std::vector<std::string> read_pictures(GltfReading& reading, const std::string& 
         }
         const std::string_view type = picture_type(image.image);
         std::string name = image.name.substr(image.name.find_last_of("/\\") + 1);
-        name = name.substr(0, name.find_last_of('.'));
+        name.resize(std::min(name.find_last_of('.'), name.size()));
         for (char& c : name)
             c = std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-' || c == '_' || c == ' ' ? c : '_';
         name = file + "_" + (name.empty() ? std::to_string(i) : name);
