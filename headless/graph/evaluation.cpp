@@ -10,8 +10,7 @@ namespace {
 // Plain connections that one question follows; more can only be a ring.
 constexpr int max_connection_hops = 4096;
 
-// What is connected to the plug, or to the compound that holds it, at the same place within; the whole of a source that
-// is told in one and has no parts.
+// What is connected to the plug, or to the compound that holds it, at the same place within.
 Plug source_feeding(const Plug& plug) {
     const Node& node = *plug.node;
     if (node.inputs().empty()) return {};
@@ -22,22 +21,9 @@ Plug source_feeding(const Plug& plug) {
     if (!source) return {};
     const auto& children = around.attribute().children;
     for (std::size_t i = 0; i < children.size(); ++i) {
-        if (children[i] != plug.key.attribute) continue;
-        const Plug part = source.child(static_cast<int>(i));
-        return part || source.is_array() ? part : source;
+        if (children[i] == plug.key.attribute) return source.child(static_cast<int>(i));
     }
     return {};
-}
-
-// Of a triple that came whole to a part of another, that part.
-Value part_for(const Plug& plug, Value value) {
-    const auto* triple = value.get_if<Vector3>();
-    if (!triple || !plug.attribute().children.empty()) return value;
-    const Plug around = plug.parent();
-    for (int i = 0; around && i < 3; ++i) {
-        if (around.child(i) == plug) return (*triple)[i];
-    }
-    return value;
 }
 
 // One for the whole array of worldMatrix means its first element.
@@ -75,10 +61,11 @@ Plug EvaluationContext::origin(Plug plug) {
 Value EvaluationContext::evaluate(const Plug& plug) {
     const Plug from = follow(plug, [this](const Plug& at) { return is_turned(at); });
     if (is_turned(from)) return turned_value(from);
+    if (const std::optional<Value> part = part_of_source(from)) return *part;
     const Attribute& attribute = from.attribute();
-    if (attribute.output) return part_for(plug, compute(from));
+    if (attribute.output) return compute(from);
     const bool triple = attribute.children.size() == 3 && !from.is_array() && !from.node->inputs().empty();
-    if (!triple) return part_for(plug, from.node->get(from.key));
+    if (!triple) return from.node->get(from.key);
     Vector3 out;
     for (int i = 0; i < 3; ++i) {
         const Plug child = from.child(i);
@@ -87,6 +74,24 @@ Value EvaluationContext::evaluate(const Plug& plug) {
         out[i] = at.is_compound() ? 0.0 : at.attribute().output ? compute(at).number() : at.node->get(at.key).number();
     }
     return out;
+}
+
+// Of a child of a compound that a source without parts feeds as a whole, such as a conversion of a triple.
+std::optional<Value> EvaluationContext::part_of_source(const Plug& plug) {
+    if (plug.node->inputs().empty() || plug.attribute().parent == no_attribute) return {};
+    const Plug around = plug.parent();
+    const Plug whole = around ? plug.node->source_of(around.key) : Plug();
+    if (!whole || whole.is_compound() || plug.node->source_of(plug.key) || scene_.is_overridden(plug)) return {};
+    if (scene_.evaluation_depth_ >= max_evaluation_depth) {
+        report(plug, "Evaluation goes too deep at");
+        return {};
+    }
+    ++scene_.evaluation_depth_;
+    const Value value = evaluate(whole);
+    --scene_.evaluation_depth_;
+    const auto& parts = around.attribute().children;
+    const auto place = static_cast<int>(std::ranges::find(parts, plug.key.attribute) - parts.begin());
+    return value.is_number() ? value : Value(value.vector()[std::min(place, 2)]);
 }
 
 Matrix EvaluationContext::matrix(const Plug& plug) {

@@ -58,6 +58,7 @@ private:
     void refresh_values(Node& transform, TransformState& state);
     bool turn(Node& joint, TransformState& state);
     void hold_to_limits(TransformState& state);
+    std::optional<Value> part_of_source(const Plug& plug);
     double driven_value(Node& node, const Plug& source, const PlugKey& destination, int part);
     Vector3 scale_of(Node& parent);
     bool inherits(Node& node);

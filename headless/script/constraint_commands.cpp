@@ -175,7 +175,7 @@ private:
         const Vector3 from_pivot = pivot_in_world() - transform_point(at, above);
         set(plug(in_target(i, "tot")), transform_direction(from_pivot, inverse(linear)));
         const Matrix orientation = turned * rotation_of(above);
-        set(plug(in_target(i, "tor")), matrix_to_euler(rotation_of(world_) * inverse(orientation), values.order));
+        set(plug(in_target(i, "tor")), matrix_to_euler(rotation_of(world_) * inverse(orientation), RotateOrder::xyz));
     }
 
     Vector3 pivot_in_world() {
