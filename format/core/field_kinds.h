@@ -4,7 +4,8 @@
 /// stateless struct with these static functions; `core/record.h` puts them together.
 ///
 /// `FIXED_SIZE` is the record's size in bytes where no version and no content changes it, else 0;
-/// `LEAST_SIZE` is the fewest bytes that a record can take, against which counts are checked.
+/// `LEAST_SIZE` is the fewest bytes that a record can take, against which counts are checked;
+/// `IS_PUT` says whether a member can be written straight to memory, `stored_size` bytes of it by `put`.
 
 #include "format/core/objects.h"
 #include "format/core/record_visitor.h"
@@ -52,6 +53,8 @@ template<class T>
 constexpr u32 fixed_size_of();
 template<class T>
 constexpr u32 least_size_of();
+template<class T>
+constexpr bool is_put();
 
 /// A number or a vector: its bytes as they lie in memory.
 struct VALUE_KIND {
@@ -61,6 +64,12 @@ struct VALUE_KIND {
     }
     template<class T>
     static constexpr u32 least_size() {
+        return sizeof(T);
+    }
+    template<class>
+    static constexpr bool IS_PUT = true;
+    template<class T>
+    static u64 stored_size(const T&) {
         return sizeof(T);
     }
     template<class T>
@@ -94,6 +103,8 @@ struct VALUE_KIND {
 /// A `MATRIX_3X4` as old records hold it: four groups of four numbers, the columns, of which the fourth
 /// number is passed over. Only reading this form exists.
 struct MATRIX_COLUMNS_KIND : VALUE_KIND {
+    template<class>
+    static constexpr bool IS_PUT = false;
     template<class>
     static constexpr u32 least_size() {
         return 16 * sizeof(f32);
@@ -129,10 +140,22 @@ struct FLAG_KIND : VALUE_KIND {
         VALUE_KIND::get(word, from);
         value = word != 0;
     }
+    static u64 stored_size(bool) { return sizeof(u32); }
     static void put(bool value, u8*& to) { VALUE_KIND::put(value ? 1U : 0U, to); }
 };
 
 struct TEXT_KIND {
+    template<class>
+    static constexpr bool IS_PUT = true;
+    static u64 stored_size(const TEXT& text) {
+        return sizeof(u16) + u64{static_cast<u16>(text.length())} * sizeof(char16_t);
+    }
+    static void put(const TEXT& text, u8*& to) {
+        const u16 count = static_cast<u16>(text.length());
+        VALUE_KIND::put(count, to);
+        std::memcpy(to, text.data(), count * sizeof(char16_t));
+        to += count * sizeof(char16_t);
+    }
     template<class>
     static constexpr u32 fixed_size() {
         return 0;
@@ -158,6 +181,10 @@ struct TEXT_KIND {
 
 /// A record object held by value.
 struct OBJECT_KIND {
+    template<class T>
+    static constexpr bool IS_PUT = is_put<T>();
+    template<class T>
+    static u64 stored_size(const T& object);
     template<class T>
     static constexpr u32 fixed_size() {
         return fixed_size_of<T>();
@@ -257,6 +284,17 @@ template<class T>
 /// An owned object of a polymorphic family, or nothing.
 struct OPTIONAL_KIND {
     template<class>
+    static constexpr bool IS_PUT = true;
+    /// An object that is there is written by its own `save`: told as more than there is ever room for.
+    template<class FAMILY>
+    static u64 stored_size(const OWNED<FAMILY>& object) {
+        return object ? u64{1} << 40 : sizeof(u32);
+    }
+    template<class FAMILY>
+    static void put(const OWNED<FAMILY>&, u8*& to) {
+        VALUE_KIND::put(u32{0}, to);
+    }
+    template<class>
     static constexpr u32 fixed_size() {
         return 0;
     }
@@ -293,6 +331,12 @@ struct OPTIONAL_KIND {
 /// A member that has no place in the file but takes part in comparing and in the clock's walk.
 template<class KIND>
 struct NOT_STORED_KIND {
+    template<class>
+    static constexpr bool IS_PUT = true;
+    template<class T>
+    static u64 stored_size(const T&) {
+        return 0;
+    }
     template<class>
     static constexpr u32 fixed_size() {
         return 0;
@@ -333,6 +377,12 @@ inline constexpr bool IS_STORED<NOT_STORED_KIND<KIND>> = false;
 /// own writes reach the result of `save`, or only that of the count.
 template<class ELEMENT_KIND, bool ELEMENTS_COUNT = true>
 struct LIST_KIND {
+    template<class LIST>
+    static constexpr bool IS_PUT = ELEMENT_KIND::template IS_PUT<typename LIST::value_type>;
+    template<class T>
+    static u64 stored_size(const ARRAY<T>& list);
+    template<class T>
+    static void put(const ARRAY<T>& list, u8*& to);
     template<class>
     static constexpr u32 fixed_size() {
         return 0;

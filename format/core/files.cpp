@@ -9,7 +9,6 @@
 namespace VOR2_LOADER {
 namespace {
 
-constexpr u32 BLOCK_SIZE = 1U << 16;
 constexpr i32 FILE_TOO_LARGE_ERROR = EFBIG;
 
 std::FILE* through(std::FILE* (*hook)(std::FILE* opened), std::FILE* opened) {

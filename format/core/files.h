@@ -46,6 +46,16 @@ public:
         my_room -= count;
         return count;
     }
+    /// A place for `size` bytes that the caller writes there at once, all of them, and then claims with `took`. Null
+    /// where there is none, for which `write` has the reason.
+    [[nodiscard]] u8* room(u64 size) {
+        if (size > my_room && (size > BLOCK_SIZE || !flush() || size > my_room)) return nullptr;
+        return my_block.get() + my_held;
+    }
+    void took(u64 size) noexcept {
+        my_held += static_cast<u32>(size);
+        my_room -= static_cast<u32>(size);
+    }
     /// Hands all held bytes to the system.
     bool flush();
     [[nodiscard]] u32 tell() const noexcept { return my_block_position + my_held; }
@@ -61,6 +71,8 @@ public:
     [[nodiscard]] bool failed() const noexcept { return my_failed; }
 
 private:
+    static constexpr u32 BLOCK_SIZE = 1U << 16;
+
     bool note_failure(i32 error) noexcept;
     bool note_short_write() noexcept;
     u32 write_past_block(const void* data, u32 count);

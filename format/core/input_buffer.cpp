@@ -71,10 +71,7 @@ bool VOR2_INPUT_BUFFER::overrun(void* to, u64 size) {
     return fail("the file ends within a record");
 }
 
-bool VOR2_INPUT_BUFFER::read_count(u32& count, u32 least_size) {
-    if (!read_value(count)) return false;
-    if (u64{count} * least_size <= remaining()) [[likely]]
-        return true;
+bool VOR2_INPUT_BUFFER::refuse(u32& count) {
     const std::string found = std::to_string(count);
     count = 0;
     return fail("a count of " + found + " is more than the rest of the file can hold");

@@ -53,7 +53,10 @@ public:
     }
     /// Reads a u32 count of elements that take at least `least_size` bytes each. A count that the rest
     /// of the file can't hold fails the buffer and is given as 0, before anything is reserved for it.
-    bool read_count(u32& count, u32 least_size);
+    bool read_count(u32& count, u32 least_size) {
+        if (!read_value(count)) return false;
+        return u64{count} * least_size <= remaining() || refuse(count);
+    }
 
     /// Fails the buffer: the first reason and place are kept. Gives false.
     bool fail(std::string_view why);
@@ -78,6 +81,7 @@ public:
 private:
     void read_file();
     bool overrun(void* to, u64 size);
+    bool refuse(u32& count);
 
     VIRTUAL_BLOCK my_block;
     VOR2_INPUT_BUFFER* my_referring = nullptr;

@@ -91,8 +91,13 @@ struct FIELD : FIELD_WORDS<FIELD<KIND_TYPE, OWNER, MEMBER>> {
     MEMBER OWNER::*member;
 
     constexpr FIELD(std::string_view field_name, MEMBER OWNER::*pointer) : name(field_name), member(pointer) {}
+    static constexpr bool IS_PUT = KIND::template IS_PUT<MEMBER>;
     [[nodiscard]] constexpr bool is_fixed() const {
         return !IS_STORED<KIND> || (this->rules.always_there() && fixed_size() > 0);
+    }
+    template<class T>
+    u64 stored_size(const T& self) const {
+        return KIND::stored_size(self.*member);
     }
     static constexpr u32 fixed_size() { return KIND::template fixed_size<MEMBER>(); }
     static constexpr u32 least_size() { return KIND::template least_size<MEMBER>(); }
@@ -135,8 +140,13 @@ template<class BASE>
 struct BASE_FIELD : FIELD_WORDS<BASE_FIELD<BASE>> {
     std::string_view name = BASE::record().class_name;
 
+    static constexpr bool IS_PUT = is_put<BASE>();
     [[nodiscard]] constexpr bool is_fixed() const { return this->rules.always_there() && fixed_size() > 0; }
     static constexpr u32 fixed_size() { return fixed_size_of<BASE>(); }
+    template<class T>
+    u64 stored_size(const T& self) const {
+        return OBJECT_KIND::stored_size(static_cast<const BASE&>(self));
+    }
     static constexpr u32 least_size() { return least_size_of<BASE>(); }
     template<class T>
     bool load(T& self, VOR2_INPUT_BUFFER& buffer, f32 version) const {

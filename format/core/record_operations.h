@@ -19,6 +19,10 @@ bool RECORD_OPERATIONS<T>::load(T& self, VOR2_INPUT_BUFFER& buffer, f32 version)
     }
     bool loaded = true;
     RECORD_OF_T.each([&](const auto& field) {
+        constexpr u32 FIXED_SIZE = std::remove_cvref_t<decltype(field)>::fixed_size();
+        if constexpr (FIXED_SIZE > 0) {
+            if (field.is_fixed() && FIXED_SIZE <= buffer.remaining()) return field.get(self, buffer.cursor);
+        }
         if (!field.rules.is_read(version) || field.load(self, buffer, version)) return;
         loaded = loaded && !field.rules.load_counts;
         if (buffer.failed()) buffer.fail_within(field.name);
@@ -30,6 +34,16 @@ template<class T>
 bool RECORD_OPERATIONS<T>::save(const T& self, VOR2_WRITE_STREAM& stream) {
     static constexpr auto RECORD_OF_T = T::record();
     bool saved = true;
+    if constexpr (is_put<T>()) {
+        const bool failed_before = stream.file().failed();
+        const u64 size = OBJECT_KIND::stored_size(self);
+        if (u8* to = stream.room(size)) {
+            OBJECT_KIND::put(self, to);
+            stream.file().took(size);
+            return true;
+        }
+        saved = stream.file().failed() == failed_before;
+    }
     RECORD_OF_T.each([&](const auto& field) {
         if (field.rules.is_written && !field.save(self, stream)) saved = saved && !field.rules.save_counts;
     });

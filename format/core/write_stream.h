@@ -32,6 +32,8 @@ public:
     bool begin_chunk();
     /// False, writing nothing, when no chunk is open.
     bool end_chunk();
+    /// `WRITE_FILE::room`, where a write would be allowed.
+    [[nodiscard]] u8* room(u64 size) { return my_chunks_required && !my_chunk_open ? nullptr : my_file.room(size); }
     /// The bytes taken; 0 outside a chunk where one is required.
     u32 write(const void* data, u32 count) {
         if (my_chunks_required && !my_chunk_open) return 0;

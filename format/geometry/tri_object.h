@@ -47,6 +47,7 @@ public:
 struct VERTICES_FIELD : FIELD_WORDS<VERTICES_FIELD> {
     std::string_view name = "vertices";
 
+    static constexpr bool IS_PUT = false;
     [[nodiscard]] static constexpr bool is_fixed() { return false; }
     static constexpr u32 fixed_size() { return 0; }
     static constexpr u32 least_size() { return sizeof(u32); }

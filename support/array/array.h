@@ -111,12 +111,12 @@ public:
         if constexpr (std::is_trivially_destructible_v<T>) {
             my_size = 0;
         } else {
-            while (my_size > 0) my_data[--my_size].~T();
+            while (my_size > 0) destroy(my_data[--my_size]);
         }
     }
 
     /// Takes the last element away. The array must not be empty.
-    void pop_back() noexcept { my_data[--my_size].~T(); }
+    void pop_back() noexcept { destroy(my_data[--my_size]); }
 
     [[nodiscard]] u64 size() const noexcept { return my_size; }
     [[nodiscard]] u64 capacity() const noexcept { return my_capacity; }
@@ -141,6 +141,15 @@ protected:
     void set_size(u64 size) noexcept requires PLAIN_ELEMENT<T> { my_size = size; }
 
 private:
+    /// An element is of just this class, so that no virtual call has to find its destructor.
+    static void destroy(T& element) noexcept {
+        if constexpr (std::is_class_v<T>) {
+            element.T::~T();
+        } else {
+            element.~T();
+        }
+    }
+
     [[nodiscard]] static T* allocate(u64 count) {
         if (count > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_alloc();
         return static_cast<T*>(allocate_memory(static_cast<std::size_t>(count) * sizeof(T), alignof(T)));
@@ -162,7 +171,7 @@ private:
             static_assert(std::is_nothrow_move_constructible_v<T>, "a growing array can't undo half a move");
             for (u64 i = 0; i < my_size; ++i) {
                 ::new (static_cast<void*>(block + i)) T(std::move(my_data[i]));
-                my_data[i].~T();
+                destroy(my_data[i]);
             }
         }
         free_memory(my_data);

@@ -81,10 +81,30 @@ void OBJECT_KIND::describe(const T& object, std::string_view name, RECORD_VISITO
 
 template<class ELEMENT_KIND, bool ELEMENTS_COUNT>
 template<class T>
+u64 LIST_KIND<ELEMENT_KIND, ELEMENTS_COUNT>::stored_size(const ARRAY<T>& list) {
+    u64 size = sizeof(u32);
+    if constexpr (ELEMENT_KIND::template fixed_size<T>() > 0) {
+        size += list.size() * ELEMENT_KIND::template fixed_size<T>();
+    } else {
+        for (const T& element : list) size += ELEMENT_KIND::stored_size(element);
+    }
+    return size;
+}
+
+template<class ELEMENT_KIND, bool ELEMENTS_COUNT>
+template<class T>
+void LIST_KIND<ELEMENT_KIND, ELEMENTS_COUNT>::put(const ARRAY<T>& list, u8*& to) {
+    VALUE_KIND::put(static_cast<u32>(list.size()), to);
+    for (const T& element : list) ELEMENT_KIND::put(element, to);
+}
+
+template<class ELEMENT_KIND, bool ELEMENTS_COUNT>
+template<class T>
 bool LIST_KIND<ELEMENT_KIND, ELEMENTS_COUNT>::load(ARRAY<T>& list, VOR2_INPUT_BUFFER& buffer, f32 version) {
     u32 count = 0;
     list.clear();
     if (!buffer.read_count(count, ELEMENT_KIND::template least_size<T>())) return false;
+    if (count == 0) return true;
     list.reserve(count);
     if constexpr (ELEMENT_KIND::template fixed_size<T>() > 0) {
         detail::get_all<ELEMENT_KIND>(list, buffer, count);
