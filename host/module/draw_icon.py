@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""draw_icon.py OUT.ico: draws the icon of the file type: three bones of a chain, on a dark tile, in four sizes."""
+"""draw_icon.py [--check] ICON.ico: draws the icon of the file type: three bones of a chain, on a dark tile, in four sizes.
+
+With --check it says whether the file holds that very picture.
+"""
 import math
 import struct
 import sys
@@ -56,8 +59,14 @@ def main():
     for size, image in zip(SIZES, images):
         out += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(image), offset)
         offset += len(image)
+    out += b"".join(images)
+    if sys.argv[1] == "--check":
+        with open(sys.argv[2], "rb") as file:
+            if file.read() != out:
+                sys.exit(f"{sys.argv[2]} isn't what this script draws")
+        return
     with open(sys.argv[1], "wb") as file:
-        file.write(out + b"".join(images))
+        file.write(out)
 
 
 if __name__ == "__main__":
