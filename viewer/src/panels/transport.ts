@@ -17,8 +17,10 @@ export class Transport {
         slider.disabled = clock.span <= 0;
         for (const s of speeds) speed.append(make("option", { value: s }, `${s}×`));
         slider.addEventListener("input", () => {
+            // Pausing tells the time, which moves the slider.
+            const frame = Math.round(Number(slider.value));
             clock.pause();
-            clock.set(clock.start + Math.round(Number(slider.value)) / clock.rate);
+            clock.set(clock.start + frame / clock.rate);
         });
         play.addEventListener("click", () => clock.toggle());
         byId("first").addEventListener("click", () => clock.set(clock.start));
