@@ -200,7 +200,7 @@ TEST_F(References, files_are_found_by_maps_in_the_project_and_beside_the_scene) 
     const auto at = [this](const std::string& name) { return fs::canonical(put(name, "")).string(); };
     const std::string rooted = at("job/assets/rig.ma"), other = at("other/assets/rig.ma"),
                       beside = at("job/scenes/shots/prop.ma"), ruled = at("job/scenes/hat.ma"),
-                      fbx = at("job/data/model.fbx"), farm = at("farm/Show/rig.ma");
+                      fbx = at("job/data/model.fbx"), farm = at("studio/Show/rig.ma");
     FileSearch search{"", {{"P:/Show", folder + "/studio/Show"}, {"q:\\", folder + "/other"}}, false};
     for (const auto& [stated, sort, found] :
          std::initializer_list<std::array<std::string, 3>>{{"C:/Users/who/job//assets/rig.ma", "mayaAscii", rooted},
