@@ -25,7 +25,8 @@ for (const scene of places.flatMap(scenesIn)) {
     if (!host && ![".fbx", ".glb", ".gltf"].includes(ending)) continue;
     const vr2 = join(out, basename(scene) + ".vr2"), glb = join(out, basename(scene) + ".glb");
     try {
-        if (host) run("export", scene, "-o", vr2, "--meshes", "--allow-unevaluated");
+        if (host) run("export", scene, "-o", vr2, "--meshes", "--allow-unevaluated",
+                      "--allow-missing-references");
         else run("convert", scene, vr2);
         run("convert", vr2, glb, "--leave-out-textures");
     } catch (error) {
