@@ -1,3 +1,4 @@
+#include "support/platform/native_path.h"
 #include "tools/vor2/cli/messages.h"
 #include "tools/vor2/cli/scene_file.h"
 #include "tools/vor2/cli/system.h"
@@ -15,11 +16,12 @@ namespace tool {
 namespace {
 
 using namespace VOR2_LOADER;
+using platform::native_path;
 using vor2::viewer::ScenePack;
 using vor2::viewer::skeleton_text;
 
 std::string name_without_folder(const std::string& file) {
-    return std::filesystem::path(file).filename().string();
+    return native_path(file).filename().string();
 }
 
 class ViewVerb final : public Verb {
@@ -89,7 +91,7 @@ private:
     }
 
     std::string name_of_page() const {
-        std::filesystem::path page(file_);
+        std::filesystem::path page = native_path(file_);
         return page.replace_extension(".html").string();
     }
 
