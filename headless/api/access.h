@@ -29,6 +29,18 @@ struct Words {
     std::vector<MString> all;
 };
 
+/// What an object stands for that is no node: what a plug has, or an entry of the list that it has.
+struct DataObject {
+    NodeHandle node;
+    PlugKey key;
+    MFn::Type type = MFn::kInvalid;
+    unsigned int part = 0;
+
+    bool has_fn(MFn::Type wanted) const;
+};
+/// The slot of such objects, which no node has.
+inline constexpr std::uint32_t data_slot = ~1u;
+
 /// Between the public API's objects and the graph's.
 struct Access {
     static Scene& scene() { return Session::current().scene(); }
@@ -45,6 +57,9 @@ struct Access {
     }
     static MObject object(const Node* node) { return node ? object(node->handle()) : MObject(); }
     static MObject plugin_object();
+    /// Null for a node, and when what it stood for is gone.
+    static const DataObject* data(const MObject& object);
+    static MObject data_of(const Plug& plug); ///< null where the plug has no data
 
     /// A time that isn't finite is refused.
     static MStatus set_playback(double Scene::Playback::*which, double seconds);

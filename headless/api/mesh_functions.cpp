@@ -16,6 +16,8 @@ struct headless::MeshInUse {
     NodeHandle node;
     std::uint64_t generation = 0;
     std::shared_ptr<const Mesh> mesh;
+    std::shared_ptr<const Mesh> with_normals; ///< of which `corner_normals` are
+    std::vector<Float3> corner_normals{};
 };
 template class headless::Held<headless::MeshInUse>;
 
@@ -42,8 +44,16 @@ MPoint moved(const Float3& point, const Matrix& matrix) {
 const Mesh* Access::mesh(const MFnMesh& functions) {
     Scene& scene = Access::scene();
     Node* const shape = node(functions);
-    if (!shape) return nullptr;
     MeshInUse& held = *functions.mesh_;
+    if (const DataObject* data = shape ? nullptr : Access::data(object(functions))) {
+        const NodeHandle self = handle(object(functions));
+        if (held.mesh && held.generation == scene.generation() && held.node == self) return held.mesh.get();
+        held.mesh = mesh_at(scene, {scene.find(data->node), data->key});
+        held.node = self;
+        held.generation = scene.generation();
+        return held.mesh.get();
+    }
+    if (!shape) return nullptr;
     if (held.mesh && held.generation == scene.generation() && held.node == shape->handle()) return held.mesh.get();
     held.mesh = mesh_of(scene, *shape);
     held.node = shape->handle();
@@ -124,6 +134,14 @@ bool MFnMesh::isEdgeSmooth(int edgeId, MStatus* status) const {
 }
 
 MStatus MFnMesh::getTriangles(MIntArray& triangleCounts, MIntArray& triangleVertices) const {
+    const MStatus status = getTriangleOffsets(triangleCounts, triangleVertices);
+    const Mesh* mesh = Access::mesh(*this);
+    for (unsigned int i = 0; mesh && status && i < triangleVertices.length(); ++i)
+        triangleVertices[i] = mesh->corner_vertex[static_cast<std::size_t>(triangleVertices[i])];
+    return status;
+}
+
+MStatus MFnMesh::getTriangleOffsets(MIntArray& triangleCounts, MIntArray& triangleIndices) const {
     const Mesh* mesh = Access::mesh(*this);
     if (!mesh) return MStatus::kFailure;
     Triangulation triangulation(*mesh);
@@ -134,8 +152,8 @@ MStatus MFnMesh::getTriangles(MIntArray& triangleCounts, MIntArray& triangleVert
         triangulation.face(face, corners);
         triangleCounts[face] = static_cast<int>((corners.size() - before) / 3);
     }
-    triangleVertices.setLength(static_cast<unsigned int>(corners.size()));
-    for (unsigned int i = 0; i < triangleVertices.length(); ++i) triangleVertices[i] = mesh->corner_vertex[corners[i]];
+    triangleIndices.setLength(static_cast<unsigned int>(corners.size()));
+    for (unsigned int i = 0; i < triangleIndices.length(); ++i) triangleIndices[i] = static_cast<int>(corners[i]);
     return MStatus::kSuccess;
 }
 
@@ -157,17 +175,50 @@ MStatus MFnMesh::getPoint(int vertexId, MPoint& pos, MSpace::Space space) const 
     return MStatus::kSuccess;
 }
 
+namespace {
+
+// Brings normals from a mesh's own space into another.
+class NormalsInSpace {
+public:
+    NormalsInSpace(const Matrix& to, MSpace::Space space)
+        : turned_(transposed(inverse(to))), own_(space != MSpace::kWorld && space != MSpace::kPostTransform) {}
+    MFloatVector of(const Float3& normal) const {
+        const Float3 n = own_ ? normal : unit_or_up(transform_direction(wide(normal), turned_));
+        return MFloatVector(n.x, n.y, n.z);
+    }
+
+private:
+    Matrix turned_;
+    bool own_;
+};
+
+} // namespace
+
 MStatus MFnMesh::getNormals(MFloatVectorArray& normals, MSpace::Space space) const {
     const Mesh* mesh = Access::mesh(*this);
     const auto matrix = mesh ? to_space(*this, space) : std::nullopt;
     if (!matrix) return MStatus::kFailure;
     const std::vector<Float3> found = vertex_normals(*mesh);
-    const Matrix turned = transposed(inverse(*matrix));
-    const bool own = space != MSpace::kWorld && space != MSpace::kPostTransform;
+    const NormalsInSpace there(*matrix, space);
     normals.setLength(static_cast<unsigned int>(found.size()));
-    for (unsigned int i = 0; i < normals.length(); ++i) {
-        const Float3 n = own ? found[i] : unit_or_up(transform_direction(wide(found[i]), turned));
-        normals[i] = MFloatVector(n.x, n.y, n.z);
+    for (unsigned int i = 0; i < normals.length(); ++i) normals[i] = there.of(found[i]);
+    return MStatus::kSuccess;
+}
+
+MStatus MFnMesh::getFaceVertexNormals(int faceIndex, MFloatVectorArray& normals, MSpace::Space space) const {
+    const Mesh* mesh = Access::mesh(*this);
+    const auto matrix = mesh ? to_space(*this, space) : std::nullopt;
+    if (!matrix) return MStatus::kFailure;
+    const auto face = static_cast<std::size_t>(faceIndex);
+    if (faceIndex < 0 || face >= mesh->face_count()) return MStatus::kInvalidParameter;
+    MeshInUse& held = *mesh_;
+    if (held.with_normals != held.mesh) {
+        held.corner_normals = normals_of_corners(*mesh);
+        held.with_normals = held.mesh;
     }
+    const NormalsInSpace there(*matrix, space);
+    normals.setLength(static_cast<unsigned int>(mesh->corner_count(face)));
+    for (unsigned int i = 0; i < normals.length(); ++i)
+        normals[i] = there.of(held.corner_normals[mesh->face_start[face] + i]);
     return MStatus::kSuccess;
 }

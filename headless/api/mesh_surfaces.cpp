@@ -8,6 +8,7 @@
 #include <maya/MIntArray.h>
 
 #include <algorithm>
+#include <span>
 
 using namespace headless;
 
@@ -62,9 +63,31 @@ MStatus MFnMesh::getVertexColors(MColorArray& colors, const MString* colorSet, c
     return MStatus::kSuccess;
 }
 
+MStatus MFnMesh::getFaceVertexColors(MColorArray& colors, const MString* colorSet, const MColor* defaultUnsetColor) {
+    const Mesh* mesh = Access::mesh(*this);
+    if (!mesh) return MStatus::kFailure;
+    const MColor unset = defaultUnsetColor ? *defaultUnsetColor : MColor(-1.0f, -1.0f, -1.0f, -1.0f);
+    const ColourSet* set = set_of(mesh->colour_sets, mesh->current_colour_set, colorSet);
+    if (!set && colorSet && colorSet->length() > 0) return MStatus::kInvalidParameter;
+    colors = MColorArray(static_cast<unsigned int>(mesh->corner_vertex.size()), unset);
+    for (unsigned int corner = 0; set && corner < colors.length(); ++corner) {
+        const int value = set->of_corner[corner];
+        if (value < 0) continue;
+        const Float4& c = set->values[static_cast<std::size_t>(value)];
+        colors[corner] = MColor(c.r, c.g, c.b, c.a);
+    }
+    return MStatus::kSuccess;
+}
+
 int MFnMesh::numColorSets(MStatus* status) const {
     const Mesh* mesh = Access::mesh(*this);
     return mesh ? succeed(status, static_cast<int>(mesh->colour_sets.size())) : fail(status, 0);
+}
+
+MString MFnMesh::currentColorSetName(int, MStatus* status) const {
+    const Mesh* mesh = Access::mesh(*this);
+    if (!mesh || mesh->current_colour_set >= mesh->colour_sets.size()) return fail(status, MString());
+    return succeed(status, text(mesh->colour_sets[mesh->current_colour_set].name));
 }
 
 MStatus MFnMesh::getColorSetNames(MStringArray& setNames) const {
@@ -114,6 +137,21 @@ MStatus MFnMesh::getUVs(MFloatArray& uArray, MFloatArray& vArray, const MString*
     for (unsigned int i = 0; i < uArray.length(); ++i) {
         uArray[i] = set->values[i].u;
         vArray[i] = set->values[i].v;
+    }
+    return MStatus::kSuccess;
+}
+
+MStatus MFnMesh::getAssignedUVs(MIntArray& uvCounts, MIntArray& uvIds, const MString* uvSet) const {
+    const Mesh* mesh = Access::mesh(*this);
+    const UvSet* set = mesh ? uv_set_of(*mesh, uvSet) : nullptr;
+    if (!set) return MStatus::kFailure;
+    uvCounts.setLength(static_cast<unsigned int>(mesh->face_count()));
+    uvIds.clear();
+    for (unsigned int face = 0; face < uvCounts.length(); ++face) {
+        const auto ids = std::span(set->of_corner).subspan(mesh->face_start[face], mesh->corner_count(face));
+        const bool all = std::ranges::all_of(ids, [](int id) { return id >= 0; });
+        uvCounts[face] = all ? static_cast<int>(ids.size()) : 0;
+        for (std::size_t i = 0; all && i < ids.size(); ++i) uvIds.append(ids[i]);
     }
     return MStatus::kSuccess;
 }

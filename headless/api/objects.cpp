@@ -34,12 +34,14 @@ MObject Access::plugin_object() {
 
 bool MObject::hasFn(MFn::Type type) const {
     if (Access::handle(*this) == plugin_handle) return type == MFn::kPlugin || type == MFn::kBase;
+    if (const DataObject* data = Access::data(*this)) return data->has_fn(type);
     const Node* node = Access::node(*this);
     return node && node->type().has_fn(type);
 }
 
 MFn::Type MObject::apiType() const {
     if (Access::handle(*this) == plugin_handle) return MFn::kPlugin;
+    if (const DataObject* data = Access::data(*this)) return data->type;
     const Node* node = Access::node(*this);
     return node ? node->type().api_type() : MFn::kInvalid;
 }
@@ -50,7 +52,7 @@ unsigned int MObjectHandle::hashCode() const {
 }
 
 bool MObject::isNull() const {
-    return Access::handle(*this) != plugin_handle && !Access::node(*this);
+    return Access::handle(*this) != plugin_handle && !Access::node(*this) && !Access::data(*this);
 }
 
 MFnBase::MFnBase() = default;

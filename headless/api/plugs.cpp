@@ -3,6 +3,7 @@
 
 #include <maya/MAngle.h>
 #include <maya/MDistance.h>
+#include <maya/MIntArray.h>
 #include <maya/MPlugArray.h>
 #include <maya/MTime.h>
 
@@ -72,9 +73,38 @@ MString MPlug::info(MStatus* status) const {
     return name(status);
 }
 
-MString MPlug::partialName(bool with_node, bool, bool, bool, bool full_path, bool long_names, MStatus* status) const {
+namespace {
+
+// The name that a user gave a plug; the node keeps these as pairs of texts, each behind its plug's name.
+std::string alias_of(const Plug& plug) {
+    const Plug list = plug.node->find_plug("attributeAliasList");
+    const Value value = list ? plug.node->get(list.key) : Value();
+    const auto* raw = value.get_if<RawTokens>();
+    if (!raw) return {};
+    std::vector<std::string> names;
+    for (const std::string& token : raw->tokens) {
+        // Between braces, with commas, as files have them.
+        for (std::size_t at = 0; (at = token.find('"', at)) != std::string::npos;) {
+            const std::size_t end = token.find('"', at + 1);
+            if (end == std::string::npos) break;
+            names.push_back(token.substr(at + 1, end - at - 1));
+            at = end + 1;
+        }
+    }
+    for (std::size_t i = 1; i < names.size(); i += 2) {
+        if ("." + names[i] == plug.path()) return names[i - 1];
+    }
+    return {};
+}
+
+} // namespace
+
+MString MPlug::partialName(bool with_node, bool, bool, bool use_alias, bool full_path, bool long_names,
+                           MStatus* status) const {
     return ask(*this, status, [=](const Plug& plug) {
-        std::string path = plug.path(!long_names).substr(1);
+        std::string path = use_alias ? alias_of(plug) : std::string();
+        if (!path.empty()) return text(with_node ? Access::scene().unique_name_of(*plug.node) + "." + path : path);
+        path = plug.path(!long_names).substr(1);
         if (!full_path && plug.attribute().array_levels == 0) path = path.substr(path.rfind('.') + 1);
         return text(with_node ? Access::scene().unique_name_of(*plug.node) + "." + path : path);
     });
@@ -108,6 +138,15 @@ unsigned int MPlug::numElements(MStatus* status) const {
     return ask(*this, status, [](const Plug& plug) {
         return plug.is_array() ? static_cast<unsigned int>(plug.node->existing_indices(plug.key).size()) : 0u;
     });
+}
+
+unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) {
+    indices.clear();
+    const Plug plug = Access::plug(*this);
+    if (!plug || !plug.is_array()) return fail(status, 0u);
+    const std::vector<int> found = plug.node->existing_indices(plug.key);
+    indices = MIntArray(found.data(), static_cast<unsigned int>(found.size()));
+    return succeed(status, indices.length());
 }
 
 unsigned int MPlug::numChildren(MStatus* status) const {
@@ -264,6 +303,11 @@ MDistance MPlug::asMDistance(MDGContext& context, MStatus* status) const {
     return MDistance(asDouble(context, status), MDistance::kCentimeters);
 }
 
+MObject MPlug::asMObject(MDGContext&, MStatus* status) const {
+    const MObject found = Access::data_of(Access::plug(*this));
+    put(status, found.isNull() ? MStatus::kFailure : MStatus::kSuccess);
+    return found;
+}
 MString MPlug::asString(MDGContext&, MStatus* status) const {
     return ask(*this, status, [](const Plug& plug) { return text(value_of(plug).text()); });
 }

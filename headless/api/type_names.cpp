@@ -27,7 +27,9 @@ VOR2_KINDS(kInvalid, kBase, kNamedObject, kModel, kDependencyNode, kAddDoubleLin
            kDisplayLayer, kExpression, kFileTexture, kGroupId, kGroupParts, kLightLink, kPairBlend, kLambert, kReflect,
            kPhong, kPartition, kPlace2dTexture, kRenderLayer, kScript, kSet, kShadingEngine, kTime, kUnitConversion,
            kUnitToTimeConversion, kDagPose, kClip, kClipScheduler, kClipLibrary, kCharacterMap, kAttribute, kPlugin,
-           kMultDoubleLinear, kMultiplyDivide, kPlusMinusAverage, kReverse, kCondition, kPolyCreator, kMidModifier)
+           kGeometryFilt, kWeightGeometryFilt, kClusterFilter, kTweak, kBump, kMeshData, kMatrixData, kPointArrayData,
+           kComponentListData, kMeshVertComponent, kMultDoubleLinear, kMultiplyDivide, kPlusMinusAverage, kReverse,
+           kCondition, kPolyCreator, kMidModifier)
 
 std::vector<std::string> split_names() {
     std::vector<std::string> out;

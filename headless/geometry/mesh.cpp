@@ -12,30 +12,19 @@ std::uint64_t edge_key(int a, int b) {
     return (std::uint64_t{high} << 32) | low;
 }
 
-// Visits each loop of a face (its outline, then its holes) as a first corner and a length.
-template<typename Visit>
-void each_loop(const Mesh& mesh, std::size_t face, Visit&& visit) {
-    const FaceHoles* holes = mesh.holes_of(face);
-    std::size_t outline = mesh.corner_count(face);
-    if (holes) {
-        for (const std::size_t length : holes->lengths) outline -= length;
-    }
-    std::size_t first = mesh.face_start[face];
-    visit(first, outline);
-    if (!holes) return;
-    first += outline;
-    for (const std::size_t length : holes->lengths) {
-        visit(first, length);
-        first += length;
-    }
-}
-
 double angle_between(const Vector3& a, const Vector3& b) {
     const double lengths = length(a) * length(b);
     return lengths > 0.0 ? std::acos(std::clamp(dot(a, b) / lengths, -1.0, 1.0)) : 0.0;
 }
 
 } // namespace
+
+double angle_at(const Mesh& mesh, std::size_t before, std::size_t corner, std::size_t after) {
+    const auto point = [&](std::size_t at) {
+        return wide(mesh.points[static_cast<std::size_t>(mesh.corner_vertex[at])]);
+    };
+    return angle_between(point(after) - point(corner), point(before) - point(corner));
+}
 
 Float3 unit_or_up(const Vector3& direction) {
     const double size = length(direction);
@@ -99,13 +88,10 @@ std::vector<Float3> vertex_normals(const Mesh& mesh) {
         const Vector3 area = area_vector(mesh, face);
         each_loop(mesh, face, [&](std::size_t first, std::size_t count) {
             for (std::size_t i = 0; i < count; ++i) {
-                const auto vertex = [&](std::size_t at) {
-                    return static_cast<std::size_t>(mesh.corner_vertex[first + at % count]);
-                };
-                const Vector3 here = wide(mesh.points[vertex(i)]);
-                const double angle = angle_between(wide(mesh.points[vertex(i + 1)]) - here,
-                                                   wide(mesh.points[vertex(i + count - 1)]) - here);
-                sums[vertex(i)] = sums[vertex(i)] + area * angle;
+                const std::size_t corner = first + i;
+                const auto vertex = static_cast<std::size_t>(mesh.corner_vertex[corner]);
+                const double angle = angle_at(mesh, first + (i + count - 1) % count, corner, first + (i + 1) % count);
+                sums[vertex] = sums[vertex] + area * angle;
             }
         });
     }

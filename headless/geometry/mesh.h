@@ -99,6 +99,31 @@ Float3 unit_or_up(const Vector3& direction);
 /// gives a direction. What isn't finite in points or set normals shows in the result.
 std::vector<Float3> vertex_normals(const Mesh& mesh);
 
+/// Visits each loop of a face (its outline, then its holes) as a first corner and a length.
+template<typename Visit>
+void each_loop(const Mesh& mesh, std::size_t face, Visit&& visit) {
+    const FaceHoles* holes = mesh.holes_of(face);
+    std::size_t outline = mesh.corner_count(face);
+    if (holes) {
+        for (const std::size_t length : holes->lengths) outline -= length;
+    }
+    std::size_t first = mesh.face_start[face];
+    visit(first, outline);
+    if (!holes) return;
+    first += outline;
+    for (const std::size_t length : holes->lengths) {
+        visit(first, length);
+        first += length;
+    }
+}
+
+/// Between the sides of a face that meet at a corner, in radians; 0 where one has no length.
+double angle_at(const Mesh& mesh, std::size_t before, std::size_t corner, std::size_t after);
+
+/// One normal a corner, of unit length: what was set by hand, or else the mean over the faces around the vertex that
+/// are joined to the corner's by smooth edges, each weighted by the face's area and its angle there.
+std::vector<Float3> normals_of_corners(const Mesh& mesh);
+
 /// The area vector of a face: along its normal, and twice its area long. Holes take away from it.
 Vector3 area_vector(const Mesh& mesh, std::size_t face);
 

@@ -46,6 +46,9 @@ public:
     struct Evaluated {
         std::vector<std::uint64_t> from;
         std::shared_ptr<const Mesh> mesh;
+        std::vector<std::uint64_t> still_from; ///< of the part of the history that no moment changes
+        std::shared_ptr<const Mesh> still;
+        bool computing = false;
         std::vector<std::string> told; ///< notes that the user has seen
         MadeCorners corners;           ///< of a mesh that these lists don't hold
     };

@@ -1,10 +1,13 @@
 #include "headless/geometry/mesh_history.h"
 
+#include "headless/geometry/components.h"
+#include "headless/geometry/deformers.h"
 #include "headless/geometry/mesh_data.h"
 #include "headless/geometry/modifiers.h"
 #include "headless/geometry/primitives.h"
 
 #include <algorithm>
+#include <span>
 
 namespace headless {
 namespace {
@@ -35,9 +38,9 @@ Plug input_of(const Step& step) {
     return {};
 }
 
-// From the node itself to the far end; false when it has no end within reach.
-bool history_of(Node& node, std::vector<Step>& out) {
-    out.push_back({&node, 0});
+// From the step itself to the far end; false when it has no end within reach.
+bool history_of(const Step& last, std::vector<Step>& out) {
+    out.push_back(last);
     while (const Plug source = input_of(out.back())) {
         if (out.size() == max_history) return false;
         out.push_back({source.node, source.key.depth > 0 ? source.key.index[0] : 0});
@@ -45,13 +48,29 @@ bool history_of(Node& node, std::vector<Step>& out) {
     return true;
 }
 
+// Whether what a node makes of its input can be another at another moment.
+bool moves(const Node& node) {
+    return is_deformer(node.type()) || (node.type().derives_from("polyCreator") && !node.inputs().empty()) ||
+           (node.type().name() == "transformGeometry" && node.inputs().size() > 1);
+}
+
 class Evaluation {
 public:
     explicit Evaluation(Scene& scene) : scene_(scene) {}
 
-    Mesh run(const std::vector<Step>& steps) {
+    /// The far end of a history and what stands between; `steps` begin with the nearest.
+    Mesh start(std::span<const Step> steps) {
         begin(*steps.back().node);
-        for (auto step = steps.rbegin() + 1; step != steps.rend(); ++step) apply(*step->node);
+        return go_on(std::move(mesh_), steps.first(steps.size() - 1), *steps.back().node);
+    }
+    Mesh go_on(Mesh mesh, std::span<const Step> steps, const Node& from) {
+        mesh_ = std::move(mesh);
+        for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
+            if (is_deformer(step->node->type()))
+                deform(scene_, {*step->node, step->output, &from}, mesh_);
+            else
+                apply(*step->node);
+        }
         return std::move(mesh_);
     }
 
@@ -102,36 +121,21 @@ private:
     void apply(const Node& node) {
         const std::string& type = node.type().name();
         if (const MeshData* data = MeshData::of(node)) {
-            add_tweaks(*data, mesh_);
+            // Where the tweaks are handed to a node of the history they count there.
+            const Plug handed = node.find_plug("twl");
+            if (!handed || !node.source_of(handed.key)) add_tweaks(*data, mesh_);
         } else if (type == "transformGeometry") {
             transform_mesh(mesh_, scene_.evaluate(node.find_plug("txf")).matrix());
         } else if (type == "polySubdFace" && count(node, "m") == 0) {
             std::vector<bool> chosen(mesh_.face_count());
-            for (const FaceRange& range : faces_of(node.get(node.find_plug("ics").key), chosen.size()))
+            for (const IndexRange& range : faces_of(node.get(node.find_plug("ics").key), chosen.size()))
                 std::fill(chosen.begin() + std::ptrdiff_t(range.first), chosen.begin() + std::ptrdiff_t(range.end),
                           true);
             divide_faces(mesh_, chosen, count(node, "dv"));
         } else if (type == "polyColorPerVertex") {
             colour_vertices(mesh_, node.get(node.find_plug("cn").key).text(), colours_of(node));
-        } else if (type == "tweak") {
-            tweak(node);
-        } else if (type == "skinCluster") {
-            mesh_.notes.push_back("'" + node.name() + "' isn't evaluated, so it stands in its bind pose");
         } else if (!passes_on(node)) {
             not_evaluated(node);
-        }
-    }
-
-    // The deltas of a tweak node's one mesh.
-    void tweak(const Node& node) {
-        for (const PlugKey& key : node.stored()) {
-            const Vector3* by = nullptr;
-            const Value value = node.get(key);
-            if (key.depth != 2 || node.attribute(key.attribute).short_name != "vt" || !(by = value.get_if<Vector3>()))
-                continue;
-            const auto index = static_cast<std::size_t>(key.index[1]);
-            if (key.index[0] == 0 && index < mesh_.points.size())
-                mesh_.points[index] = narrow(wide(mesh_.points[index]) + *by);
         }
     }
 
@@ -164,18 +168,38 @@ private:
     Mesh mesh_;
 };
 
-// What a result holds good for: the nodes as they are now, and the moment where any of them is driven.
-std::vector<std::uint64_t> fingerprint(const Scene& scene, const std::vector<Step>& steps) {
+// What a result holds good for: the nodes as they are now.
+std::vector<std::uint64_t> fingerprint(std::span<const Step> steps) {
     std::vector<std::uint64_t> out;
-    bool driven = false;
     for (const Step& step : steps) {
         out.push_back(step.node->handle().serial);
         out.push_back(step.node->edit_count());
-        driven = driven || (step.node->type().derives_from("polyCreator") && !step.node->inputs().empty()) ||
-                 (step.node->type().name() == "transformGeometry" && step.node->inputs().size() > 1);
     }
-    if (driven) out.push_back(scene.generation());
     return out;
+}
+
+// Targets of blend shapes have histories of their own, which may lead to further targets.
+constexpr int most_nested_histories = 32;
+int nested_histories = 0; // the host runs on one thread
+
+Mesh without_end() {
+    Mesh out;
+    out.notes.emplace_back("its history has no end");
+    return out;
+}
+
+Mesh evaluated(Scene& scene, const std::vector<Step>& steps, MeshData::Evaluated& kept) {
+    const std::span all(steps);
+    const auto first_still = std::find_if(steps.rbegin(), steps.rend(), [](const Step& s) { return moves(*s.node); });
+    const auto moving = static_cast<std::size_t>(steps.rend() - first_still);
+    if (moving == 0) return Evaluation(scene).start(all);
+    if (moving == steps.size()) return Evaluation(scene).start(all);
+    std::vector<std::uint64_t> from = fingerprint(all.subspan(moving));
+    if (!kept.still || kept.still_from != from) {
+        kept.still = std::make_shared<const Mesh>(Evaluation(scene).start(all.subspan(moving)));
+        kept.still_from = std::move(from);
+    }
+    return Evaluation(scene).go_on(*kept.still, all.first(moving), *steps.back().node);
 }
 
 } // namespace
@@ -183,22 +207,39 @@ std::vector<std::uint64_t> fingerprint(const Scene& scene, const std::vector<Ste
 std::shared_ptr<const Mesh> mesh_of(Scene& scene, Node& node) {
     MeshData* data = MeshData::of(node);
     if (!data) return nullptr;
+    MeshData::Evaluated& kept = data->evaluated;
     std::vector<Step> steps;
-    const bool ends = history_of(node, steps);
-    std::vector<std::uint64_t> from = fingerprint(scene, steps);
-    if (data->evaluated.mesh && data->evaluated.from == from) return data->evaluated.mesh;
-    auto made = std::make_shared<Mesh>();
-    if (ends)
-        *made = Evaluation(scene).run(steps);
-    else
-        made->notes.emplace_back("its history has no end");
+    const bool ends = history_of({&node}, steps);
+    std::vector<std::uint64_t> from = fingerprint(steps);
+    if (std::ranges::any_of(steps, [](const Step& step) { return moves(*step.node); }))
+        from.push_back(scene.generation());
+    if (kept.mesh && kept.from == from) return kept.mesh;
+    if (kept.computing || nested_histories == most_nested_histories) return std::make_shared<const Mesh>(without_end());
+    kept.computing = true;
+    ++nested_histories;
+    auto made = std::make_shared<Mesh>(ends ? evaluated(scene, steps, kept) : without_end());
+    --nested_histories;
+    kept.computing = false;
     const bool is_made = steps.size() > 1;
-    if (!data->evaluated.corners.take(is_made ? made->corners_in_sets() : 0)) {
+    if (!kept.corners.take(is_made ? made->corners_in_sets() : 0)) {
         *made = Mesh();
         made->notes.emplace_back("with it the meshes of the scene would have too many corners, and it has none");
     }
-    data->evaluated.from = std::move(from);
-    data->evaluated.mesh = made;
+    kept.from = std::move(from);
+    kept.mesh = made;
+    return made;
+}
+
+std::shared_ptr<const Mesh> mesh_at(Scene& scene, const Plug& plug) {
+    const Plug source = plug.node->source_of(plug.key);
+    const Plug from = source ? source : plug;
+    if (MeshData::of(*from.node)) return mesh_of(scene, *from.node);
+    std::vector<Step> steps;
+    if (!history_of({from.node, from.key.depth > 0 ? from.key.index[0] : 0}, steps)) return nullptr;
+    if (nested_histories == most_nested_histories) return nullptr;
+    ++nested_histories;
+    auto made = std::make_shared<const Mesh>(Evaluation(scene).start(steps));
+    --nested_histories;
     return made;
 }
 

@@ -3,7 +3,6 @@
 #include "headless/geometry/mesh_limits.h"
 
 #include <algorithm>
-#include <charconv>
 #include <unordered_map>
 
 namespace headless {
@@ -242,41 +241,6 @@ void colour_vertices(Mesh& mesh, const std::string& set_name, const std::vector<
             if (found != places.end()) set->of_corner[i] = found->second;
         }
     }
-}
-
-std::vector<FaceRange> faces_of(const Value& components, std::size_t face_count) {
-    std::vector<FaceRange> named;
-    const auto* raw = components.get_if<RawTokens>();
-    if (!raw) return named;
-    for (std::string_view word : raw->tokens) {
-        if (word.starts_with('"'))
-            word = word.substr(1, word.size() - (word.ends_with('"') && word.size() > 1 ? 2 : 1));
-        if (!word.starts_with("f[") || !word.ends_with(']')) continue;
-        const std::string_view inside = word.substr(2, word.size() - 3);
-        if (inside == "*") {
-            named.push_back({0, face_count});
-            continue;
-        }
-        std::size_t first = 0;
-        const auto [end, error] = std::from_chars(inside.data(), inside.data() + inside.size(), first);
-        if (error != std::errc()) continue;
-        std::size_t last = first;
-        const std::string_view rest(end, static_cast<std::size_t>(inside.data() + inside.size() - end));
-        if (!rest.empty() &&
-            (rest[0] != ':' || std::from_chars(rest.data() + 1, rest.data() + rest.size(), last).ec != std::errc()))
-            continue;
-        if (first <= last && first < face_count) named.push_back({first, std::min(last, face_count - 1) + 1});
-    }
-    // Many words may name the same faces, so they are brought together before anybody goes over them.
-    std::ranges::sort(named, {}, &FaceRange::first);
-    std::vector<FaceRange> out;
-    for (const FaceRange& range : named) {
-        if (out.empty() || range.first > out.back().end)
-            out.push_back(range);
-        else
-            out.back().end = std::max(out.back().end, range.end);
-    }
-    return out;
 }
 
 } // namespace headless

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "headless/geometry/mesh.h"
-#include "headless/graph/value.h"
 
 namespace headless {
 
@@ -22,12 +21,5 @@ struct VertexColour {
 /// Lays colours over a mesh's set of that name, made where there is none; it becomes the current one. Colours of
 /// corners come before those of whole vertices. Vertices and faces that aren't there are passed over.
 void colour_vertices(Mesh& mesh, const std::string& set_name, const std::vector<VertexColour>& colours);
-
-struct FaceRange {
-    std::size_t first, end;
-};
-/// Which faces a list of components ("f[0]", "f[2:5]", "f[*]") means: ranges that rise and don't meet. They are cut at
-/// the last face; words that name no faces are passed over.
-std::vector<FaceRange> faces_of(const Value& components, std::size_t face_count);
 
 } // namespace headless

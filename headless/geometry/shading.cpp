@@ -1,6 +1,6 @@
 #include "headless/geometry/shading.h"
 
-#include "headless/geometry/modifiers.h"
+#include "headless/geometry/components.h"
 
 #include <numeric>
 #include <unordered_map>
@@ -21,7 +21,7 @@ public:
         std::iota(next_free_.begin(), next_free_.end(), std::size_t{0});
     }
 
-    void give(const FaceRange& range, int place) {
+    void give(const IndexRange& range, int place) {
         for (std::size_t face = free_from(range.first); face < range.end; face = free_from(face)) {
             of_face_[face] = place;
             next_free_[face] = face + 1;
@@ -62,7 +62,7 @@ Shading shading_of(const Node& mesh, int instance, std::size_t face_count) {
         }
     }
     struct Part {
-        std::vector<FaceRange> faces;
+        std::vector<IndexRange> faces;
         int place;
     };
     std::vector<Part> of_parts;
@@ -77,7 +77,7 @@ Shading shading_of(const Node& mesh, int instance, std::size_t face_count) {
     out.of_face.assign(face_count, of_whole);
     FaceShares shares(out.of_face);
     for (auto part = of_parts.rbegin(); part != of_parts.rend(); ++part) { // the last has the most say
-        for (const FaceRange& range : part->faces) shares.give(range, part->place);
+        for (const IndexRange& range : part->faces) shares.give(range, part->place);
     }
     return out;
 }

@@ -15,7 +15,11 @@ void add_set_kinds(NodeTypes& types) {
     NodeKind(types, "displayLayer", "node", MFn::kDisplayLayer);
     NodeKind(types, "renderLayer", "node", MFn::kRenderLayer);
     NodeKind(types, "groupId", "node", MFn::kGroupId);
-    NodeKind(types, "groupParts", "node", MFn::kGroupParts);
+    NodeKind(types, "groupParts", "node", MFn::kGroupParts)
+        .untyped("inputGeometry", "ig")
+        .integer("groupId", "gi")
+        .untyped("inputComponents", "ic")
+        .untyped("outputGeometry", "og").output();
     // clang-format on
 }
 

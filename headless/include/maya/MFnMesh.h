@@ -21,7 +21,7 @@ namespace headless {
 struct MeshInUse;
 }
 
-/// Operations on a mesh as its history makes it; a skinned one stands in its bind pose. World space needs a mesh that
+/// Operations on a mesh as its history makes it at the current time. World space needs a mesh that
 /// is given by its path. A set by no name is the current one.
 class MFnMesh : public MFnDagNode {
 public:
@@ -43,14 +43,24 @@ public:
     /// How many triangles each polygon gives, and three vertices for each of them.
     MStatus getTriangles(MIntArray& triangleCounts, MIntArray& triangleVertices) const;
 
+    /// The same with places in the list that `getVertices` gives instead of vertices.
+    MStatus getTriangleOffsets(MIntArray& triangleCounts, MIntArray& triangleIndices) const;
+
     MStatus getPoints(MPointArray& vertexArray, MSpace::Space space = MSpace::kObject) const;
     MStatus getPoint(int vertexId, MPoint& pos, MSpace::Space space = MSpace::kObject) const;
     /// One a vertex: the mean of its faces' by area and angle, or of those that were set.
     MStatus getNormals(MFloatVectorArray& normals, MSpace::Space space = MSpace::kObject) const;
+    /// One for each vertex of a face: apart where edges are hard or normals were set.
+    MStatus getFaceVertexNormals(int faceIndex, MFloatVectorArray& normals,
+                                 MSpace::Space space = MSpace::kObject) const;
     /// One a vertex: the mean of its corners'. Where none has a colour, `defaultUnsetColor`, or -1 in all four without.
     MStatus getVertexColors(MColorArray& colors, const MString* colorSet = nullptr,
                             const MColor* defaultUnsetColor = nullptr);
+    /// One for each vertex of each face, in order of the faces.
+    MStatus getFaceVertexColors(MColorArray& colors, const MString* colorSet = nullptr,
+                                const MColor* defaultUnsetColor = nullptr);
     int numColorSets(MStatus* status = nullptr) const;
+    MString currentColorSetName(int instance = -1, MStatus* status = nullptr) const;
     MStatus getColorSetNames(MStringArray& setNames) const;
 
     int numUVSets(MStatus* status = nullptr) const;
@@ -60,6 +70,9 @@ public:
     MStatus getUV(int uvId, float& u, float& v, const MString* uvSet = nullptr) const;
     MStatus getUVs(MFloatArray& uArray, MFloatArray& vArray, const MString* uvSet = nullptr) const;
     MStatus getPolygonUVid(int polygonId, int vertexIndex, int& uvId, const MString* uvSet = nullptr) const;
+
+    /// How many vertices of each face have a UV, all or none, and which.
+    MStatus getAssignedUVs(MIntArray& uvCounts, MIntArray& uvIds, const MString* uvSet = nullptr) const;
 
     /// The shading groups of an instance, and for each polygon which of them it is in, or -1.
     MStatus getConnectedShaders(unsigned int instanceNumber, MObjectArray& shaders, MIntArray& indices) const;

@@ -32,6 +32,7 @@ public:
     bool isChild(MStatus* status = nullptr) const;
     bool isDynamic(MStatus* status = nullptr) const;
     unsigned int numElements(MStatus* status = nullptr) const;
+    unsigned int getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status = nullptr);
     unsigned int evaluateNumElements(MStatus* status = nullptr) { return numElements(status); }
     unsigned int numChildren(MStatus* status = nullptr) const;
     unsigned int logicalIndex(MStatus* status = nullptr) const;
@@ -73,6 +74,8 @@ public:
     MTime asMTime(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
     MAngle asMAngle(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
     MDistance asMDistance(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
+    /// What the plug has that is no number and no text: a matrix, a mesh, a list; null without.
+    MObject asMObject(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
     MString asString(MDGContext& context = MDGContext::fsNormal, MStatus* status = nullptr) const;
     MStatus getValue(bool& value, MDGContext& context = MDGContext::fsNormal) const;
     MStatus getValue(int& value, MDGContext& context = MDGContext::fsNormal) const;
