@@ -1,12 +1,14 @@
 #include "host/export/mesh_export.h"
 
 #include "format/core/files.h"
-#include "host/export/export_settings.h"
-#include "host/export/host_text.h"
+#include "host/export/file_world.h"
 #include "host/export/host_time.h"
 #include "host/export/mesh_placement.h"
-#include "host/export/mesh_translation.h"
-#include "host/export/transform_conversion.h"
+#include "host/export/morph_shapes.h"
+#include "host/export/moving_points.h"
+#include "host/export/skin_binding.h"
+#include "host/export/surfaces.h"
+#include "host/export/whole_mesh.h"
 
 #include <maya/MDagPath.h>
 #include <maya/MDagPathArray.h>
@@ -17,7 +19,6 @@
 #include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MObjectArray.h>
-#include <maya/MPlugArray.h>
 #include <maya/MString.h>
 
 #include <algorithm>
@@ -33,91 +34,27 @@ namespace {
 constexpr double TRIANGLE_BYTES = 12.0 + 3.0 * (12.0 + 12.0 + 16.0 + 4.0 + 4.0);
 constexpr double UV_BYTES = 3.0 * 12.0;
 
-TEXT name_for_file(const MString& name) {
-    const std::string_view whole = name.asChar();
-    const std::size_t colon = whole.rfind(':');
-    const bool strip = export_settings().strip_namespace && colon != std::string_view::npos && colon + 1 < whole.size();
-    return to_text(MString(std::string(strip ? whole.substr(colon + 1) : whole).c_str()));
-}
-
-/// The root's materials as one list without gaps, in the order in which meshes first use them.
-class MATERIAL_LIST {
-public:
-    explicit MATERIAL_LIST(VOR2& root) : my_root(root) {}
-
-    /// Brings the groups of a rigid from the numbers of shading groups to places in the list. Groups that end
-    /// up with one material become one.
-    void settle(VOR2_RIGID& rigid, const MFnMesh& mesh, unsigned int instance) {
-        MObjectArray groups;
-        MIntArray of_polygon;
-        mesh.getConnectedShaders(instance, groups, of_polygon);
-        std::map<u32, u32> places;
-        for (unsigned int i = 0; i < groups.length(); ++i) places[shader_index(groups[i])] = place_of(groups[i]);
-        ARRAY<VOR2_TRI_SUB_OBJECT> settled;
-        std::swap(settled, rigid.sub_objects);
-        for (const VOR2_TRI_SUB_OBJECT& group : settled) {
-            const auto place = places.find(group.material_id);
-            const u32 material_id = place == places.end() ? NO_MATERIAL : place->second;
-            const auto expected = static_cast<u32>(group.triangles.size());
-            for (const VOR2_CARD32_TRIPLE& triangle : group.triangles)
-                rigid.add_sub_object_triangle(triangle, material_id, expected);
-        }
-    }
-
-private:
-    u32 place_of(const MObject& group) {
-        MPlugArray sources;
-        MFnDependencyNode(group).findPlug("surfaceShader").connectedTo(sources, true, false);
-        if (sources.length() == 0) return NO_MATERIAL;
-        const MObject shader = sources[0].node();
-        const auto [entry, is_new] = my_places.try_emplace(shader_index(shader), my_places.size());
-        if (is_new) add(shader);
-        return static_cast<u32>(entry->second);
-    }
-
-    void add(const MObject& shader) {
-        if (shader.hasFn(MFn::kLambert)) {
-            // In a root of its own, where the shader's number leaves no gaps in the file's list.
-            VOR2 one;
-            if (translate_material(shader, one)) my_root.materials.push_back(std::move(one.materials.back()));
-            return;
-        }
-        const MString name = MFnDependencyNode(shader).name();
-        MGlobal::displayWarning(MString("This shader is no lambert, and its material has its name alone: ") + name);
-        OWNED<VOR2_STANDARD_MATERIAL> plain = make_owned<VOR2_STANDARD_MATERIAL>();
-        plain->name = to_text(name);
-        my_root.materials.push_back(std::move(plain));
-    }
-
-    VOR2& my_root;
-    std::map<u32, u64> my_places;
-};
-
-/// Where meshes belong in the file's world at the first sample, by the paths of the exported nodes.
 class MESH_EXPORT {
 public:
     MESH_EXPORT(VOR2& root, const NODE_LIST& list, const SAMPLE_RANGE& range)
-        : my_root(root), my_range(range), my_materials(root) {
-        my_paths.append(MDagPath());
-        for (unsigned int i = 0; i < list.nodes.length(); ++i) {
-            if (!list.indexes_to_skip.contains(i)) my_paths.append(list.nodes[i]);
-        }
-    }
+        : my_root(root), my_range(range), my_materials(root), my_world(at_start(root, range), list),
+          my_skins(root, my_world, range), my_moments(samples_of(range)) {}
 
     bool run() {
-        const auto time = static_cast<f32>(my_range.start_sample / my_range.sample_at);
-        MGlobal::viewFrame(time_of_frame(my_range.start_frame));
-        my_root.matrix_hierarchy.link_parents();
-        my_root.matrix_hierarchy.set_time(time);
-        // A node that is exported twice has its meshes at the later of its places, as its children are.
-        std::map<std::string, unsigned int> last;
-        for (unsigned int i = 1; i < my_paths.length(); ++i) last[my_paths[i].fullPathName().asChar()] = i;
         std::vector<SHAPE> shapes;
-        for (unsigned int i = 1; i < my_paths.length(); ++i) {
-            if (last[my_paths[i].fullPathName().asChar()] == i) add_shapes(i, shapes);
+        // A node that is exported twice has its meshes at the later of its places, as its children are.
+        for (unsigned int i = 1; i < my_world.count(); ++i) {
+            if (my_world.index_of(my_world.path(i)) == static_cast<i32>(i)) add_shapes(i, shapes);
         }
         if (!fit_a_file(shapes)) return false;
-        for (const SHAPE& shape : shapes) add(shape, time);
+        for (const SHAPE& shape : shapes) {
+            if (!add(shape)) return false;
+        }
+        my_root.matrix_hierarchy.link_parents();
+        sample();
+        my_skins.finish();
+        for (MORPH_SHAPE& morph : my_morphs) morph.finish(my_root, my_range);
+        for (MOVING_POINTS& moving : my_moving) moving.finish(my_root, my_range);
         my_root.matrix_hierarchy.link_parents();
         return true;
     }
@@ -128,10 +65,19 @@ private:
         MDagPath path;
     };
 
+    static VOR2& at_start(VOR2& root, const SAMPLE_RANGE& range) {
+        MGlobal::viewFrame(time_of_frame(range.start_frame));
+        root.matrix_hierarchy.link_parents();
+        root.matrix_hierarchy.set_time(static_cast<f32>(range.start_sample / range.sample_at));
+        return root;
+    }
+
     void add_shapes(unsigned int index, std::vector<SHAPE>& out) const {
-        for (unsigned int i = 0; i < my_paths[index].childCount(); ++i) {
-            MDagPath shape = my_paths[index];
-            if (!shape.push(my_paths[index].child(i)) || !shape.hasFn(MFn::kMesh)) continue;
+        const MDagPath& path = my_world.path(index);
+        for (unsigned int i = 0; i < path.childCount(); ++i) {
+            MDagPath shape = path;
+            MObject child = path.child(i);
+            if (!shape.push(child) || !shape.hasFn(MFn::kMesh)) continue;
             if (!MFnMesh(shape).isIntermediateObject()) out.push_back({index, shape});
         }
     }
@@ -150,49 +96,173 @@ private:
         return false;
     }
 
-    void add(const SHAPE& shape, f32 time) {
-        const MFnMesh mesh(shape.path);
-        const bool whole = translate_mesh(shape.path, my_root);
-        VOR2_RIGID& rigid = *my_root.rigids.back();
-        rigid.name = name_for_file(mesh.name());
-        const int sets = mesh.numUVSets();
-        for (int set = 1; set <= sets; ++set) rigid.mapping_channels.push_back(static_cast<u32>(set));
-        if (whole) my_materials.settle(rigid, mesh, shape.path.instanceNumber());
-        const PLACEMENT placement = placement_of(inverse(node_at(shape.index)) * mesh_at(shape.index, shape.path));
-        rigid.matrix_index =
-            add_nodes(my_root.matrix_hierarchy, placement, rigid.name, static_cast<i32>(shape.index), time);
+    bool add(const SHAPE& shape) {
+        const std::vector<DEFORMER> deformers = deformers_of(shape.path);
+        const DEFORMER* const skin = last_to_act(deformers, MFn::kSkinClusterFilter);
+        const DEFORMER* const blend = first_to_act(deformers, MFn::kBlendShape);
+        if (skin != nullptr) {
+            const MObject bound = input_mesh(*skin);
+            const bool both = blend != nullptr && mesh_options().skin_and_morph;
+            for (const DEFORMER& deformer : deformers) {
+                const bool goes_along = deformer.node == skin->node || (both && is(deformer, MFn::kBlendShape));
+                if (!goes_along) tell(deformer, shape, "its skin alone, on the mesh as it is at the first frame");
+            }
+            WHOLE_MESH mesh;
+            if (bound.isNull() || !read(shape, bound, mesh)) return add_rigid(shape, mesh);
+            if (!my_skins.add(shape.path, shape.index, *skin, std::move(mesh))) return false;
+            return !both || add_morph(shape, deformers, *blend);
+        }
+        const bool others = std::any_of(deformers.begin(), deformers.end(),
+                                        [](const DEFORMER& deformer) { return !is(deformer, MFn::kBlendShape); });
+        if (others && mesh_options().moving_points) return add_moving(shape);
+        for (const DEFORMER& deformer : deformers) {
+            if (!is(deformer, MFn::kBlendShape)) tell(deformer, shape, "the mesh as it is at the first frame");
+        }
+        if (blend != nullptr) return add_morph(shape, deformers, *blend);
+        WHOLE_MESH mesh;
+        (void)read(shape, MObject(), mesh);
+        return add_rigid(shape, mesh);
     }
 
-    [[nodiscard]] AFFINE node_at(unsigned int index) const {
-        return AFFINE(my_root.matrix_hierarchy.nodes[index].world_matrix);
+    static bool is(const DEFORMER& deformer, MFn::Type type) { return deformer.node.apiType() == type; }
+    static const DEFORMER* last_to_act(const std::vector<DEFORMER>& deformers, MFn::Type type) {
+        const auto found =
+            std::find_if(deformers.begin(), deformers.end(), [&](const DEFORMER& d) { return is(d, type); });
+        return found == deformers.end() ? nullptr : &*found;
+    }
+    static const DEFORMER* first_to_act(const std::vector<DEFORMER>& deformers, MFn::Type type) {
+        const auto found =
+            std::find_if(deformers.rbegin(), deformers.rend(), [&](const DEFORMER& d) { return is(d, type); });
+        return found == deformers.rend() ? nullptr : &*found;
     }
 
-    /// The file's world has the host's axes as vertices have them, turned half around without `rotate_180`. It is
-    /// the world of the uppermost exported node's parent, and moved to where that node's keys have it.
-    [[nodiscard]] AFFINE mesh_at(unsigned int index, const MDagPath& shape) const {
-        const auto& nodes = my_root.matrix_hierarchy.nodes;
-        unsigned int top = index;
-        while (nodes[top].parent_index > 0) top = static_cast<unsigned int>(nodes[top].parent_index);
-        AFFINE world;
-        const double turn = export_settings().rotate_180 ? 1.0 : -1.0;
-        world.columns = {AFFINE::COLUMN{turn, 0, 0}, {0, 1, 0}, {0, 0, turn}, {0, 0, 0}};
-        const AFFINE unmoved = world * in_vertex_axes(host_matrix(my_paths[top]));
-        const AFFINE moved = node_at(top);
-        for (std::size_t r = 0; r < 3; ++r) world.columns[3][r] = moved.columns[3][r] - unmoved.columns[3][r];
-        return world * in_vertex_axes(shape.inclusiveMatrix() * my_paths[top].exclusiveMatrix().inverse());
+    bool read(const SHAPE& shape, const MObject& geometry, WHOLE_MESH& out) {
+        return read_whole_mesh(
+            shape.path, geometry, [this](const MObject& group) { return my_materials.place_of(group); }, out);
+    }
+
+    /// The node of a mesh whose vertices are in its own space, made for it.
+    u32 place(const SHAPE& shape, const TEXT& name) {
+        const PLACEMENT placement =
+            placement_of(inverse(AFFINE(my_root.matrix_hierarchy.nodes[shape.index].world_matrix)) *
+                         my_world.in_file(my_world.top_of(shape.index), shape.path.inclusiveMatrix()));
+        const auto time = static_cast<f32>(my_range.start_sample / my_range.sample_at);
+        return add_nodes(my_root.matrix_hierarchy, placement, name, static_cast<i32>(shape.index), time);
+    }
+
+    bool add_rigid(const SHAPE& shape, WHOLE_MESH& mesh) {
+        auto rigid = make_owned<VOR2_RIGID>(std::move(mesh.rigid));
+        rigid->matrix_index = place(shape, rigid->name);
+        my_root.rigids.push_back(std::move(rigid));
+        return true;
+    }
+
+    bool add_morph(const SHAPE& shape, const std::vector<DEFORMER>& deformers, const DEFORMER& first) {
+        WHOLE_MESH mesh;
+        const MObject base = input_mesh(first);
+        if (base.isNull() || !read(shape, base, mesh)) return add_rigid(shape, mesh);
+        const u32 node = place(shape, mesh.rigid.name);
+        my_morphs.emplace_back(deformers, node, std::move(mesh));
+        return true;
+    }
+
+    bool add_moving(const SHAPE& shape) {
+        WHOLE_MESH mesh;
+        if (!read(shape, MObject(), mesh)) return add_rigid(shape, mesh);
+        const u32 node = place(shape, mesh.rigid.name);
+        my_moving.emplace_back(shape.path, node, std::move(mesh));
+        my_moving_bytes += my_moving.back().bytes_of_sample() * static_cast<double>(my_moments.size());
+        if (my_moving_bytes <= LONGEST_FILE) return true;
+        MGlobal::displayError(MString("The keys of all points wouldn't fit a file: ") + MFnMesh(shape.path).name());
+        return false;
+    }
+
+    static void tell(const DEFORMER& deformer, const SHAPE& shape, const char* what) {
+        MGlobal::displayWarning(MString("What ") + MFnDependencyNode(deformer.node).name() + " does to " +
+                                MFnMesh(shape.path).name() + " isn't in the file, which has " + what);
+    }
+
+    void sample() {
+        if (!my_skins.has_meshes() && my_morphs.empty() && my_moving.empty()) return;
+        for (const MOMENT& moment : my_moments) {
+            MGlobal::viewFrame(time_of_frame(moment.frame));
+            if (my_skins.has_meshes())
+                my_root.matrix_hierarchy.set_time(static_cast<f32>(moment.number / my_range.sample_at));
+            my_skins.sample();
+            for (MORPH_SHAPE& morph : my_morphs) morph.sample();
+            for (MOVING_POINTS& moving : my_moving) moving.sample();
+        }
     }
 
     VOR2& my_root;
     const SAMPLE_RANGE& my_range;
-    MDagPathArray my_paths; ///< by hierarchy index
-    MATERIAL_LIST my_materials;
+    SURFACES my_materials;
+    FILE_WORLD my_world;
+    SKIN_BINDING my_skins;
+    std::vector<MORPH_SHAPE> my_morphs;
+    std::vector<MOVING_POINTS> my_moving;
+    std::vector<MOMENT> my_moments;
+    double my_moving_bytes = 0.0;
 };
+
+/// The transforms above a node, from the top down to it, that aren't exported.
+std::vector<MDagPath> way_to(MDagPath path, const std::set<std::string>& exported) {
+    std::vector<MDagPath> out;
+    while (path.length() > 0 && !exported.contains(path.fullPathName().asChar())) {
+        out.push_back(path);
+        if (path.length() == 1 || !path.pop()) break;
+    }
+    std::reverse(out.begin(), out.end());
+    return out;
+}
 
 } // namespace
 
-bool& exports_meshes() {
-    static bool on = false;
-    return on;
+MESH_OPTIONS& mesh_options() {
+    static MESH_OPTIONS options;
+    return options;
+}
+
+bool add_bones(NODE_LIST& list, std::set<std::string>& carrying) {
+    std::set<std::string> exported;
+    for (unsigned int i = 0; i < list.nodes.length(); ++i) exported.insert(list.nodes[i].fullPathName().asChar());
+    MDagPathArray all;
+    bool is_whole = true;
+    for (unsigned int i = 0; i < list.nodes.length(); ++i) {
+        if (list.indexes_to_skip.contains(i)) continue;
+        for (unsigned int c = 0; c < list.nodes[i].childCount(); ++c) {
+            MDagPath shape = list.nodes[i];
+            MObject child = shape.child(c);
+            if (!shape.push(child) || !shape.hasFn(MFn::kMesh) || MFnMesh(shape).isIntermediateObject()) continue;
+            for (const MDagPath& bone : bones_of(shape)) {
+                for (MDagPath above = bone; above.length() > 0; above.pop()) {
+                    carrying.insert(above.fullPathName().asChar());
+                    if (above.length() == 1) break;
+                }
+                const std::vector<MDagPath> way = way_to(bone, exported);
+                if (way.empty() || way.back() != bone) continue;
+                if (!mesh_options().include_bones) {
+                    MGlobal::displayError(MString("The mesh ") + MFnMesh(shape).name() +
+                                          " has a bone that isn't exported: " + bone.partialPathName());
+                    is_whole = false;
+                    exported.insert(bone.fullPathName().asChar()); // told once
+                    continue;
+                }
+                for (const MDagPath& node : way) {
+                    all.append(node);
+                    exported.insert(node.fullPathName().asChar());
+                }
+            }
+        }
+    }
+    if (!is_whole || all.length() == 0) return is_whole;
+    const unsigned int before = all.length();
+    for (unsigned int i = 0; i < list.nodes.length(); ++i) all.append(list.nodes[i]);
+    std::set<unsigned int> skipped;
+    for (const unsigned int index : list.indexes_to_skip) skipped.insert(index + before);
+    list.nodes = all;
+    list.indexes_to_skip = skipped;
+    return true;
 }
 
 bool export_meshes(VOR2& root, const NODE_LIST& list, const SAMPLE_RANGE& range) {

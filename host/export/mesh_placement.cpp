@@ -135,6 +135,21 @@ AFFINE::COLUMN AFFINE::direction(const COLUMN& d) const {
     return out;
 }
 
+AFFINE::COLUMN AFFINE::point(const COLUMN& p) const {
+    COLUMN out = direction(p);
+    for (std::size_t r = 0; r < 3; ++r) out[r] += columns[3][r];
+    return out;
+}
+
+AFFINE AFFINE::of_normals() const {
+    const BASIS b = linear(*this);
+    const double sign = determinant(b) < 0.0 ? -1.0 : 1.0;
+    AFFINE out;
+    out.columns = {times(cross(b[1], b[2]), sign), times(cross(b[2], b[0]), sign), times(cross(b[0], b[1]), sign),
+                   COLUMN{0, 0, 0}};
+    return out;
+}
+
 bool AFFINE::is_finite() const {
     for (const COLUMN& column : columns) {
         for (const double number : column) {
@@ -174,6 +189,30 @@ AFFINE in_vertex_axes(const MMatrix& matrix) {
     return out;
 }
 
+double distance_between(const AFFINE& a, const AFFINE& b, const COLUMN& low, const COLUMN& high) {
+    double most = 0.0;
+    for (unsigned int corner = 0; corner < 8; ++corner) {
+        COLUMN at{};
+        for (std::size_t r = 0; r < 3; ++r) at[r] = ((corner >> r) & 1U) != 0 ? high[r] : low[r];
+        const COLUMN p = a.point(at), q = b.point(at);
+        const double apart = size({p[0] - q[0], p[1] - q[1], p[2] - q[2]});
+        if (!(apart <= most)) most = apart; // also for one that is no number
+    }
+    return most;
+}
+
+AFFINE rigid_part(const AFFINE& map) {
+    const BASIS b = linear(map);
+    const double length = size(b[0]);
+    const COLUMN x = times(b[0], 1.0 / length);
+    const double along = dot(x, b[1]);
+    COLUMN y{b[1][0] - x[0] * along, b[1][1] - x[1] * along, b[1][2] - x[2] * along};
+    y = times(y, 1.0 / size(y));
+    AFFINE out;
+    out.columns = {x, y, cross(x, y), map.columns[3]};
+    return out.is_finite() ? out : AFFINE();
+}
+
 PLACEMENT placement_of(const AFFINE& map) {
     PLACEMENT out;
     if (!map.is_finite()) {
@@ -205,6 +244,50 @@ u32 add_nodes(VOR2_MATRIX_HIERARCHY& hierarchy, const PLACEMENT& placement, cons
     if (placement.has_inner) {
         const auto outer = static_cast<i32>(hierarchy.nodes.size()) - 1;
         add_node(hierarchy, name, outer, VECTOR_3(0.0F, 0.0F, 0.0F), placement.inner, time);
+    }
+    return static_cast<u32>(hierarchy.nodes.size()) - 1;
+}
+
+u32 add_moving_nodes(VOR2_MATRIX_HIERARCHY& hierarchy, const std::vector<f32>& times, const std::vector<AFFINE>& maps,
+                     const TEXT& name, i32 parent) {
+    bool has_inner = false, has_scale = false;
+    for (const AFFINE& map : maps) has_inner = has_inner || !is_square(linear(map));
+    auto positions = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
+    auto scales = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
+    auto outer = make_owned<VOR2_ANIMATABLE_QUATERNION_SLERP>(), inner = make_owned<VOR2_ANIMATABLE_QUATERNION_SLERP>();
+    BASIS directions{COLUMN{1, 0, 0}, COLUMN{0, 1, 0}, COLUMN{0, 0, 1}};
+    for (std::size_t i = 0; i < maps.size(); ++i) {
+        const AFFINE& map = maps[i];
+        // From the directions of the time before, so that they turn no more than they must.
+        BASIS images;
+        for (std::size_t c = 0; c < 3; ++c) images[c] = map.direction(directions[c]);
+        if (has_inner) find_square(images, directions);
+        COLUMN lengths{};
+        outer->add_key(rotation(unit_columns(images, lengths)), times[i]);
+        inner->add_key(rotation(transposed(directions)), times[i]);
+        const COLUMN& to = map.columns[3];
+        const auto narrow = [](const COLUMN& c) {
+            return VECTOR_3(static_cast<f32>(c[0]), static_cast<f32>(c[1]), static_cast<f32>(c[2]));
+        };
+        positions->add_key(narrow(to), times[i]);
+        scales->add_key(narrow(lengths), times[i]);
+        for (const double length : lengths) has_scale = has_scale || std::abs(length - 1.0) > NEGLIGIBLE;
+    }
+    outer->make_continuous();
+    inner->make_continuous();
+    VOR2_MATRIX_NODE& node = hierarchy.nodes.emplace_back();
+    node.name = name;
+    node.parent_index = parent;
+    node.position_track = std::move(positions);
+    node.rotation_track = std::move(outer);
+    if (has_scale) node.scale_track = std::move(scales);
+    if (has_inner) {
+        VOR2_MATRIX_NODE& second = hierarchy.nodes.emplace_back();
+        second.name = name;
+        second.parent_index = static_cast<i32>(hierarchy.nodes.size()) - 2;
+        second.position_track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
+        second.position_track->add_key(VECTOR_3(0.0F, 0.0F, 0.0F), times.front());
+        second.rotation_track = std::move(inner);
     }
     return static_cast<u32>(hierarchy.nodes.size()) - 1;
 }

@@ -28,6 +28,15 @@ bool times_ascend(const SAMPLE_RANGE& range) {
 
 } // namespace
 
+std::vector<MOMENT> samples_of(const SAMPLE_RANGE& range) {
+    std::vector<MOMENT> out;
+    const double step = range.step();
+    double number = range.start_sample;
+    for (double frame = range.start_frame; range.stop_frame + step > frame; frame += step, number += 1.0)
+        out.push_back({frame, number});
+    return out;
+}
+
 bool plan_samples(const EXPORT_SETTINGS& settings, double fps, SAMPLE_RANGE& range) {
     if (!std::isfinite(settings.sample_at) || settings.sample_at <= 0.0)
         return refuse(MString("The sample rate isn't a number above 0: ") + settings.sample_at);

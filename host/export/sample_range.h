@@ -3,6 +3,8 @@
 #include "host/export/export_settings.h"
 #include "support/types.h"
 
+#include <vector>
+
 namespace VOR2_EXPORTER_MAYA {
 
 /// When an export samples: from `start_frame` on, every 1 / `sample_ratio` frames, for as long as a
@@ -22,6 +24,13 @@ struct SAMPLE_RANGE {
 inline constexpr double MOST_KEY_BYTES = 2147483647.0;
 /// Of one sample of one node: two times, a position and a rotation.
 inline constexpr double KEY_BYTES = 36.0;
+
+/// One moment of an export.
+struct MOMENT {
+    double frame;  ///< in the host
+    double number; ///< the file's time is this divided by `sample_at`
+};
+[[nodiscard]] std::vector<MOMENT> samples_of(const SAMPLE_RANGE& range);
 
 /// Works out the range of an export at the host's rate of `fps`. False, with a message, when it can't be
 /// walked: a sample rate that isn't a positive number, a frame that isn't finite, a stop before the

@@ -17,6 +17,8 @@
 #include <maya/MTime.h>
 
 #include <cmath>
+#include <set>
+#include <string>
 
 namespace VOR2_EXPORTER_MAYA {
 namespace {
@@ -76,16 +78,11 @@ bool translate_nodes(const NODE_LIST& list, VOR2& root, u32 key_reserve) {
 // `sample` is one of the sampler's two operations; `move_clock` brings the host to a time.
 template<class SAMPLE, class MOVE>
 bool walk_samples(const SAMPLE_RANGE& range, u32 node_count, SAMPLE sample, MOVE move_clock) {
-    const double step = range.step();
-    double sample_time = range.start_frame;
-    double current_sample = range.start_sample;
-    while (range.stop_frame + step > sample_time) {
-        move_clock(time_of_frame(sample_time));
+    for (const MOMENT& moment : samples_of(range)) {
+        move_clock(time_of_frame(moment.frame));
         for (u32 index = 1; index < node_count; ++index) {
-            if (!sample(index, current_sample)) return false;
+            if (!sample(index, moment.number)) return false;
         }
-        sample_time += step;
-        current_sample += 1.0;
     }
     return true;
 }
@@ -115,9 +112,25 @@ void turn_top_level_nodes(VOR2& root, VECTOR_3 world_origin_offset, bool rotate_
     }
 }
 
-void thin_out_keys(VOR2_MATRIX_HIERARCHY& hierarchy) {
-    for (VOR2_MATRIX_NODE& node : hierarchy.nodes) {
+/// The hierarchy's nodes that skins hang on.
+std::set<u64> carrying_nodes(const NODE_LIST& list, const std::set<std::string>& paths) {
+    std::set<u64> out;
+    u64 index = 0;
+    for (unsigned int i = 0; i < list.nodes.length(); ++i) {
+        if (list.indexes_to_skip.contains(i)) continue;
+        ++index;
+        if (paths.contains(list.nodes[i].fullPathName().asChar())) out.insert(index);
+    }
+    return out;
+}
+
+/// What is a tenth of a millimetre or a hundredth of a degree at a bone adds up along a chain, and shows in what a skin
+/// makes of it: `carrying` nodes keep every key.
+void thin_out_keys(VOR2_MATRIX_HIERARCHY& hierarchy, const std::set<u64>& carrying) {
+    for (u64 i = 0; i < hierarchy.nodes.size(); ++i) {
+        VOR2_MATRIX_NODE& node = hierarchy.nodes[i];
         node.rotation_track->make_continuous();
+        if (carrying.contains(i)) continue;
         reduce_vector_keys(*node.position_track);
         reduce_quaternion_keys(*node.rotation_track);
     }
@@ -151,11 +164,13 @@ bool fill_root(VOR2& root, const MString& path) {
     MSelectionList selection = selection_for_export(settings.export_node_list);
     VECTOR_3 world_origin_offset = read_world_origin_offset(settings);
 
-    const NODE_LIST list = list_nodes(selection);
+    NODE_LIST list = list_nodes(selection);
     if (list.nodes.length() == 0) {
         MGlobal::displayError("Nothing to export: no node of the hierarchy is selected or named");
         return false;
     }
+    std::set<std::string> carrying;
+    if (mesh_options().meshes && !add_bones(list, carrying)) return false;
     const std::size_t node_count = list.nodes.length() - list.indexes_to_skip.size();
     if (!check_key_count(range, static_cast<unsigned int>(node_count))) return false;
     // The walk over the range can take one sample more than the frames have.
@@ -167,10 +182,10 @@ bool fill_root(VOR2& root, const MString& path) {
     if (settings.strip_namespace) strip_namespaces(root.matrix_hierarchy);
     std::swap(world_origin_offset.y, world_origin_offset.z);
     turn_top_level_nodes(root, world_origin_offset, settings.rotate_180);
-    thin_out_keys(root.matrix_hierarchy);
+    thin_out_keys(root.matrix_hierarchy, carrying_nodes(list, carrying));
     warn_of_bad_rotations(root.matrix_hierarchy);
     root.matrix_hierarchy.link_parents();
-    return !exports_meshes() || export_meshes(root, list, range);
+    return !mesh_options().meshes || export_meshes(root, list, range);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "host/export/mesh_export.h"
 #include "host/export/mesh_placement.h"
 #include "host/export/mesh_translation.h"
+#include "host/export/whole_mesh.h"
 
 #include <maya/MIntArray.h>
 #include <maya/MPointArray.h>
@@ -20,7 +21,7 @@ protected:
         platform::print_line_hook = [](std::string_view line) { printed.emplace_back(line); };
         run("createNode transform -n t; createNode mesh -n m -p t; createNode polyCube -n c; connectAttr c.out m.i;");
     }
-    ~MESH_TEST() override { exports_meshes() = false; }
+    ~MESH_TEST() override { mesh_options().meshes = false; }
 
     void run(const std::string& line) {
         const auto done = session.run_mel(line);
@@ -138,7 +139,7 @@ TEST_F(MESH_TEST, exports_materials_once_each_and_without_gaps) {
     shade("n.iog[0]", "redSG2", "red");
     shade("m.iog[1]", "oddSG", "odd");
     select({"t", "u"});
-    exports_meshes() = true;
+    mesh_options().meshes = true;
     const VOR2 root = exported();
     ASSERT_EQ(root.rigids.size(), 3U); // m twice, as an instance
     ASSERT_EQ(root.materials.size(), 3U);
@@ -149,8 +150,46 @@ TEST_F(MESH_TEST, exports_materials_once_each_and_without_gaps) {
     EXPECT_EQ(root.rigids[0]->name, TEXT(u"m"));
     ASSERT_EQ(root.rigids[0]->mapping_channels.size(), 1U);
     EXPECT_EQ(root.rigids[0]->mapping_channels[0], 1U);
-    EXPECT_TRUE(said("W: This shader is no lambert, and its material has its name alone: odd"));
+    EXPECT_TRUE(said("W: This shader's values have no place in a material, which has its name and its textures: odd"));
     for (const std::string& message : messages) EXPECT_FALSE(message.starts_with("E: ")) << message;
+}
+
+TEST_F(MESH_TEST, gives_materials_what_their_shaders_say_and_the_pictures_on_them) {
+    run("createNode blinn -n shiny; setAttr shiny.it 0.2 0.4 0.6; setAttr shiny.ec 0.25; setAttr shiny.ic 0 0.5 0;"
+        "createNode file -n f; setAttr f.ftn -type string \"skin.png\"; connectAttr f.oc shiny.c;"
+        "createNode place2dTexture -n p; setAttr p.reu 3; setAttr p.ofv 0.5; setAttr p.mu 1; connectAttr p.re f.re;"
+        "connectAttr p.of f.of; connectAttr p.mu f.mu; createNode file -n g; setAttr g.ftn -type string \"n.png\";"
+        "createNode bump2d -n b; setAttr b.bi 1; connectAttr g.oa b.bv; connectAttr b.o shiny.n;"
+        "createNode aiStandardSurface -n metal; setAttr metal.metalness 1; setAttr metal.base 0.5;"
+        "setAttr metal.base_color 1 0.5 0; setAttr metal.specular_roughness 0.75; setAttr metal.opacity 0.5 0.5 0.5;"
+        "setAttr m.iog[0].og[0].gcl -type componentList 1 \"f[0:1]\";");
+    shade("m.iog[0]", "shinySG", "shiny");
+    shade("m.iog[0].og[0]", "metalSG", "metal");
+    select({"t"});
+    mesh_options().meshes = true;
+    VOR2 root = exported();
+    ASSERT_EQ(root.materials.size(), 2U);
+    const auto& shiny = dynamic_cast<const VOR2_STANDARD_MATERIAL&>(*root.materials[0]);
+    EXPECT_EQ(shiny.colour_track_1->key_values()[0], VOR2_COLOUR(1, 1, 1, 1)); // the picture's own
+    EXPECT_EQ(shiny.colour_track_3->key_values()[0], VOR2_COLOUR(0, 0.5F, 0, 1));
+    EXPECT_FLOAT_EQ(shiny.transparency->key_values()[0], 0.4F);
+    EXPECT_FLOAT_EQ(shiny.float_track_1->key_values()[0], 0.75F);
+    ASSERT_EQ(shiny.maps.size(), 2U);
+    const auto& picture = dynamic_cast<const VOR2_BITMAP_MATERIAL_MAP&>(*shiny.maps[0]);
+    EXPECT_EQ(picture.map_text, TEXT(u"colour"));
+    EXPECT_EQ(picture.bitmap_params.bitmap_name, TEXT(u"skin.png"));
+    EXPECT_EQ(picture.coordinates.uv_track_0->key_values()[0], VECTOR_2(0.0F, 0.5F));
+    EXPECT_EQ(picture.coordinates.uv_track_1->key_values()[0], VECTOR_2(3.0F, 1.0F));
+    EXPECT_EQ(picture.coordinates.wrap_mode.u_mode, 2U);
+    EXPECT_EQ(picture.coordinates.wrap_mode.v_mode, 1U);
+    const auto& normal = dynamic_cast<const VOR2_NORMAL_MATERIAL_MAP&>(*shiny.maps[1]);
+    EXPECT_EQ(dynamic_cast<const VOR2_BITMAP_MATERIAL_MAP&>(*normal.first_map).bitmap_params.bitmap_name,
+              TEXT(u"n.png"));
+    const auto& metal = dynamic_cast<const VOR2_STANDARD_MATERIAL&>(*root.materials[1]);
+    EXPECT_EQ(metal.colour_track_1->key_values()[0], VOR2_COLOUR(0.5F, 0.25F, 0, 1));
+    EXPECT_FLOAT_EQ(metal.transparency->key_values()[0], 0.5F);
+    EXPECT_EQ(metal.extended_properties.float_properties[0].name, TEXT(u"metallic"));
+    EXPECT_FLOAT_EQ(metal.extended_properties.float_properties[1].track->key_values()[0], 0.75F);
 }
 
 /// Where the file has a vertex in the world, against where the host has it: (x, y, -z) in metres.
@@ -160,12 +199,13 @@ void expect_in_place(VOR2& root, u64 rigid_index, const MDagPath& shape, f32 tim
     ASSERT_LT(rigid.matrix_index, root.matrix_hierarchy.nodes.size());
     const MATRIX_3X4& node = root.matrix_hierarchy.nodes[rigid.matrix_index].world_matrix;
     MPointArray points;
-    MIntArray counts, vertices;
+    WHOLE_MESH whole;
     ASSERT_TRUE(MFnMesh(shape).getPoints(points, MSpace::kWorld));
-    ASSERT_TRUE(MFnMesh(shape).getTriangles(counts, vertices));
-    ASSERT_EQ(rigid.vertices.size(), vertices.length());
-    for (unsigned int i = 0; i < vertices.length(); ++i) {
-        const MPoint& p = points[static_cast<unsigned int>(vertices[i])];
+    ASSERT_TRUE(read_whole_mesh(
+        shape, MObject(), [](const MObject&) { return 0U; }, whole));
+    ASSERT_EQ(rigid.vertices.size(), whole.point_of.size());
+    for (u64 i = 0; i < rigid.vertices.size(); ++i) {
+        const MPoint& p = points[whole.point_of[i]];
         expect_vector(node.transform_point(rigid.vertices[i].position), turn * static_cast<f32>(p.x / 100),
                       static_cast<f32>(p.y / 100), -turn * static_cast<f32>(p.z / 100), 2e-6F);
     }
@@ -175,7 +215,7 @@ TEST_F(MESH_TEST, puts_meshes_where_the_host_has_them) {
     run("setAttr c.w 40; setAttr c.h 70; setAttr c.d 110; createNode transform -n base; createNode joint -n j -p base;"
         "parent -r t j; setAttr base.t 10 20 30; setAttr base.r 10 20 30; setAttr j.t -5 60 7; setAttr j.jo 40 0 -75;"
         "setAttr t.t 3 2 1; setAttr t.ro 3; setAttr t.r 15 -160 50; setAttr t.rp 1 8 2; setAttr t.sp 3 3 3;");
-    exports_meshes() = true;
+    mesh_options().meshes = true;
     struct CASE {
         const char* what;
         const char* line;
@@ -202,7 +242,7 @@ TEST_F(MESH_TEST, puts_meshes_where_the_host_has_them) {
 }
 
 TEST_F(MESH_TEST, puts_the_meshes_of_real_scenes_where_they_are) {
-    exports_meshes() = true;
+    mesh_options().meshes = true;
     int scenes = 0;
     std::error_code ignored;
     for (const auto& entry : std::filesystem::directory_iterator(VOR2_SHARED_DATA, ignored)) {
@@ -216,7 +256,7 @@ TEST_F(MESH_TEST, puts_the_meshes_of_real_scenes_where_they_are) {
             if (!top->default_node()) MGlobal::selectByName(("|" + top->name()).c_str());
         }
         VOR2 root = exported();
-        EXPECT_FALSE(root.rigids.empty());
+        EXPECT_FALSE(root.rigids.empty() && root.weighted_meshes.empty());
         MGlobal::viewFrame(export_settings().start_frame);
         for (u64 i = 0; i < root.rigids.size(); ++i) {
             const std::string name = to_host_text(root.rigids[i]->name).asChar();
@@ -235,7 +275,7 @@ TEST_F(MESH_TEST, moves_meshes_with_their_nodes) {
     animate(path_of("t"), "ry", {0.0, 1.0}, {0.0, 1.0});
     export_settings().start_frame = 0;
     export_settings().stop_frame = 24;
-    exports_meshes() = true;
+    mesh_options().meshes = true;
     select({"t"});
     VOR2 root = exported();
     MGlobal::viewFrame(24.0);
@@ -245,7 +285,7 @@ TEST_F(MESH_TEST, moves_meshes_with_their_nodes) {
 }
 
 TEST_F(MESH_TEST, refuses_more_than_a_file_holds_before_it_translates_any) {
-    exports_meshes() = true;
+    mesh_options().meshes = true;
     run("createNode polyPlane -n p; setAttr p.sw 700; setAttr p.sh 700; connectAttr -f p.out m.i;"
         "for ($i = 1; $i < 12; ++$i) { createNode transform -n (\"u\" + $i); parent -s -add m (\"u\" + $i); }");
     select({"t", "u1", "u2", "u3", "u4", "u5", "u6", "u7", "u8", "u9", "u10", "u11"});
@@ -256,7 +296,7 @@ TEST_F(MESH_TEST, refuses_more_than_a_file_holds_before_it_translates_any) {
 }
 
 TEST_F(MESH_TEST, survives_a_node_without_a_direction) {
-    exports_meshes() = true;
+    mesh_options().meshes = true;
     for (const char* scale : {"0 0 0", "2 0 0", "0 2 0", "0 0 2", "2 3 0", "0 2 3", "2 0 3"}) {
         SCOPED_TRACE(scale);
         run(std::string("setAttr t.r 15 -160 50; setAttr t.s ") + scale);

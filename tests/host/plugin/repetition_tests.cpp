@@ -16,10 +16,10 @@ protected:
     REPETITION() {
         platform::fixed_time = platform::UTC_TIME{2016, 3, 2, 4, 5, 6};
         platform::fixed_account_name = "tester";
-        exports_meshes() = true;
+        mesh_options().meshes = true;
     }
     ~REPETITION() override {
-        exports_meshes() = false;
+        mesh_options().meshes = false;
         std::error_code ignored;
         std::filesystem::remove(file, ignored);
     }

@@ -1,7 +1,7 @@
 #include "tools/vor2/cli/unevaluated.h"
 
 #include "headless/graph/scene.h"
-#include "host/export/node_list.h"
+#include "host/export/mesh_export.h"
 
 #include <maya/MDagPath.h>
 #include <maya/MSelectionList.h>
@@ -17,7 +17,10 @@ std::vector<Unevaluated> unevaluated_in_export(headless::Scene& scene, const std
     MStringArray asked;
     for (const std::string& name : names) asked.append(MString(name.c_str(), static_cast<int>(name.size())));
     MSelectionList selection = VOR2_EXPORTER_MAYA::selection_for_export(asked);
-    const VOR2_EXPORTER_MAYA::NODE_LIST list = VOR2_EXPORTER_MAYA::list_nodes(selection);
+    VOR2_EXPORTER_MAYA::NODE_LIST list = VOR2_EXPORTER_MAYA::list_nodes(selection);
+    const VOR2_EXPORTER_MAYA::MESH_OPTIONS& options = VOR2_EXPORTER_MAYA::mesh_options();
+    std::set<std::string> carrying;
+    if (options.meshes && options.include_bones) (void)add_bones(list, carrying);
     std::vector<Node*> moving;
     for (unsigned int i = 0; i < list.nodes.length(); ++i) {
         const auto found = scene.find_node(list.nodes[i].fullPathName().asChar());

@@ -46,8 +46,13 @@ public:
                "looked for by --map, at its path, in the project, and beside the scene; a scene with one that isn't "
                "there is refused.\n\n"
                "With --meshes the meshes of the exported nodes, and without --node of all top-level nodes that hold "
-               "any, stand in the file as they are at the first frame, and move as rigid bodies with the nodes above "
-               "them. A skinned mesh stands in its bind pose, which a note says. Meshes with numbers that aren't "
+               "any, go along. A skinned mesh becomes a weighted mesh that poses as in the host at every sample; where "
+               "it "
+               "is bound in another pose than the first, the file's range begins one sample earlier, with that pose. A "
+               "bone that isn't exported refuses the scene, unless --include-bones takes it along. Blend shapes become "
+               "the targets of a morph mesh. Every other mesh "
+               "stands as it is at the first frame and moves as a rigid body with the nodes above it. Meshes with "
+               "numbers that aren't "
                "finite stop the export: a report beside the output tells them, and --on-problems decides.\n\n"
                "Before anything is sampled, all that moves the exported nodes is followed back through every "
                "connection. What isn't evaluated there is named, and the scene is refused; --allow-unevaluated exports "
@@ -77,7 +82,13 @@ public:
                       rotate_180_);
         syntax.choice("--update-view", {"on", "off"}, "move the clock through the view", update_view_);
         syntax.text("--use-node-origin", "NAME", "the node whose position is the origin of the export", origin_);
-        syntax.flag("--meshes", "take the meshes and materials of the exported nodes along", meshes_);
+        syntax.flag("--meshes", "take the meshes and materials of the exported nodes along", meshes_.meshes);
+        syntax.flag("--include-bones", "with --meshes, export the bones of skinned meshes too, whatever --node names",
+                    meshes_.include_bones);
+        syntax.flag("--skin-and-morph", "with --meshes, a mesh with a skin and blend shapes goes along as both",
+                    meshes_.skin_and_morph);
+        syntax.flag("--moving-points", "with --meshes, give what other deformers move a key a vertex and sample",
+                    meshes_.moving_points);
         syntax.text("--time-unit", "UNIT",
                     "film, pal, ntsc, game, show, palf, ntscf, 120fps ... in place of the scene's", time_unit_);
         syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
@@ -90,6 +101,8 @@ public:
         syntax.jobs(jobs_);
     }
     std::string check() const override {
+        if ((meshes_.include_bones || meshes_.skin_and_morph || meshes_.moving_points) && !meshes_.meshes)
+            return "--include-bones, --skin-and-morph and --moving-points go with --meshes";
         if (sample_at_ && !(*sample_at_ > 0)) return "--sample-at: the rate must be above 0";
         if (bvh_unit_ && !(*bvh_unit_ > 0)) return "--bvh-unit: the unit must be above 0";
         if (const std::string wrong = search_.check(); !wrong.empty()) return wrong;
@@ -159,7 +172,7 @@ private:
         // What can't be written anyway isn't worth the opening.
         if (!has_clips() && !OutputSet(outputs_.name_for(file)).ready()) return false;
         if (!host.open(file, bvh_unit_) || (!time_unit_.empty() && !host.set_time_unit(time_unit_))) return false;
-        if (meshes_ && is_foreign(extension_of(file)))
+        if (meshes_.meshes && is_foreign(extension_of(file)))
             note(file + ": the meshes of such a file don't reach the host; vor2 convert takes them along");
         return true;
     }
@@ -181,14 +194,14 @@ private:
         OutputSet outputs(report.output);
         if (!outputs.ready()) return false;
         headless::Scene& scene = host.session().scene();
-        const std::vector<std::string> nodes = nodes_.empty() ? default_nodes(scene, meshes_) : nodes_;
+        const std::vector<std::string> nodes = nodes_.empty() ? default_nodes(scene, meshes_.meshes) : nodes_;
         if (!are_there(scene, report.file, nodes)) return false;
+        VOR2_EXPORTER_MAYA::mesh_options() = meshes_;
         report.unevaluated = unevaluated_in_export(scene, nodes);
         if (!allow_unevaluated_ && !report.unevaluated.empty()) {
             for (const headless::Unevaluated& found : report.unevaluated) problem(report.file, told(found));
             return false;
         }
-        VOR2_EXPORTER_MAYA::exports_meshes() = meshes_;
         const ProblemsDialog dialog(on_problems_, report.file, report.output);
         (void)host.try_command("VOR2Export", arguments(report.output, nodes, clip));
         if (dialog.cancelled()) {
@@ -252,7 +265,8 @@ private:
     OutputNames outputs_{".vr2"};
     std::optional<double> start_, stop_, sample_at_, bvh_unit_;
     std::string strip_namespace_, rotate_180_, update_view_, origin_, time_unit_;
-    bool meshes_ = false, allow_unevaluated_ = false, json_ = false;
+    VOR2_EXPORTER_MAYA::MESH_OPTIONS meshes_;
+    bool allow_unevaluated_ = false, json_ = false;
     SearchOptions search_;
     ProblemsOption on_problems_;
     RepeatOptions repeat_;
