@@ -6,6 +6,7 @@
 #include "host/export/mesh_placement.h"
 #include "host/export/morph_shapes.h"
 #include "host/export/moving_points.h"
+#include "host/export/pose_check.h"
 #include "host/export/skin_binding.h"
 #include "host/export/surfaces.h"
 #include "host/export/whole_mesh.h"
@@ -38,7 +39,7 @@ class MESH_EXPORT {
 public:
     MESH_EXPORT(VOR2& root, const NODE_LIST& list, const SAMPLE_RANGE& range)
         : my_root(root), my_range(range), my_materials(root), my_world(at_start(root, range), list),
-          my_skins(root, my_world, range), my_moments(samples_of(range)) {}
+          my_skins(root, my_world, range), my_check(my_world, range), my_moments(samples_of(range)) {}
 
     bool run() {
         std::vector<SHAPE> shapes;
@@ -56,6 +57,7 @@ public:
         for (MORPH_SHAPE& morph : my_morphs) morph.finish(my_root, my_range);
         for (MOVING_POINTS& moving : my_moving) moving.finish(my_root, my_range);
         my_root.matrix_hierarchy.link_parents();
+        my_check.tell(my_root);
         return true;
     }
 
@@ -109,6 +111,10 @@ private:
             }
             WHOLE_MESH mesh;
             if (bound.isNull() || !read(shape, bound, mesh)) return add_rigid(shape, mesh);
+            if (deformers.size() == 1)
+                my_check.watch_skin(shape.path, shape.index, mesh.point_of);
+            else
+                my_check.pass_skin();
             if (!my_skins.add(shape.path, shape.index, *skin, std::move(mesh))) return false;
             return !both || add_morph(shape, deformers, *blend);
         }
@@ -162,6 +168,12 @@ private:
         const MObject base = input_mesh(first);
         if (base.isNull() || !read(shape, base, mesh)) return add_rigid(shape, mesh);
         const u32 node = place(shape, mesh.rigid.name);
+        const bool is_whole = std::all_of(deformers.begin(), deformers.end(),
+                                          [](const DEFORMER& deformer) { return is(deformer, MFn::kBlendShape); });
+        if (is_whole)
+            my_check.watch_morph(shape.path, shape.index, mesh.point_of);
+        else
+            my_check.pass_morph();
         my_morphs.emplace_back(deformers, node, std::move(mesh));
         return true;
     }
@@ -189,6 +201,7 @@ private:
             if (my_skins.has_meshes())
                 my_root.matrix_hierarchy.set_time(static_cast<f32>(moment.number / my_range.sample_at));
             my_skins.sample();
+            my_check.sample();
             for (MORPH_SHAPE& morph : my_morphs) morph.sample();
             for (MOVING_POINTS& moving : my_moving) moving.sample();
         }
@@ -199,6 +212,7 @@ private:
     SURFACES my_materials;
     FILE_WORLD my_world;
     SKIN_BINDING my_skins;
+    POSE_CHECK my_check;
     std::vector<MORPH_SHAPE> my_morphs;
     std::vector<MOVING_POINTS> my_moving;
     std::vector<MOMENT> my_moments;
