@@ -297,8 +297,11 @@ TEST_F(HostVerbs, real_scenes_go_the_whole_way) {
         ++scenes;
         const std::string scene = entry.path().string();
         SCOPED_TRACE(scene);
-        EXPECT_EQ(run({"export", scene, "-o", "m.vr2", "--quiet", "--meshes", alone}).exit_code, 0);
-        EXPECT_EQ(run({"check", "m.vr2", "--strict"}).exit_code, 0);
+        const Outcome whole = run({"export", scene, "-o", "m.vr2", "--meshes", alone});
+        EXPECT_EQ(whole.exit_code, 0);
+        const bool sheared = whole.err.find("Shear leaves this node a rotation") != std::string::npos;
+        EXPECT_EQ(run({"check", "m.vr2", "--strict"}).exit_code, sheared ? 1 : 0);
+        EXPECT_EQ(whole.err.find("of its size away from where the host has it"), std::string::npos) << whole.err;
         EXPECT_EQ(run({"upgrade", "m.vr2", "n.vr2"}).exit_code, 0);
         EXPECT_EQ(read("m.vr2"), read("n.vr2"));
         const Outcome exported = run({"export", scene, "-o", "a.vr2", "--quiet", alone});
