@@ -37,12 +37,12 @@ MFn::Type type_of(const Plug& plug) {
     return mesh && !mesh->points.empty() ? MFn::kMeshData : MFn::kInvalid;
 }
 
-MObject give(DataObject object) {
+MObject give(const DataObject& object) {
     if (given.size() == kept_objects) {
         given.pop_front();
         ++first_number;
     }
-    given.push_back(std::move(object));
+    given.push_back(object);
     return Access::object(NodeHandle{data_slot, first_number + static_cast<std::uint32_t>(given.size()) - 1});
 }
 

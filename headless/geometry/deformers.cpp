@@ -188,6 +188,7 @@ private:
         const std::vector<BlendTarget> targets = targets_of(group);
         const std::vector<double> painted = values_of(part(group, "tw"));
         std::vector<double> at;
+        at.reserve(targets.size());
         for (const BlendTarget& target : targets) at.push_back(target.weight);
         for (const auto& [place, share] : shares_between(at, weight)) {
             for (const auto& [point, offset] : targets[place].offsets) {

@@ -31,9 +31,12 @@ bool times_ascend(const SAMPLE_RANGE& range) {
 std::vector<MOMENT> samples_of(const SAMPLE_RANGE& range) {
     std::vector<MOMENT> out;
     const double step = range.step();
-    double number = range.start_sample;
-    for (double frame = range.start_frame; range.stop_frame + step > frame; frame += step, number += 1.0)
-        out.push_back({frame, number});
+    MOMENT moment{range.start_frame, range.start_sample};
+    while (range.stop_frame + step > moment.frame) {
+        out.push_back(moment);
+        moment.frame += step;
+        moment.number += 1.0;
+    }
     return out;
 }
 

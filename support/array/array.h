@@ -144,7 +144,7 @@ private:
     /// An element is of just this class, so that no virtual call has to find its destructor.
     static void destroy(T& element) noexcept {
         if constexpr (std::is_class_v<T>) {
-            element.T::~T();
+            (&element)->T::~T();
         } else {
             element.~T();
         }

@@ -34,8 +34,8 @@ template<class T, class... BASES>
 constexpr bool is_save_of_record(bool (RECORDED<T, BASES...>::*)(VOR2_WRITE_STREAM&) const) {
     return true;
 }
-template<class T>
-constexpr bool is_save_of_record(...) {
+template<class T, class OTHER>
+constexpr bool is_save_of_record(OTHER /*own*/) {
     return false;
 }
 

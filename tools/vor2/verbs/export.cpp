@@ -105,7 +105,7 @@ public:
             return "--include-bones, --skin-and-morph and --moving-points go with --meshes";
         if (sample_at_ && !(*sample_at_ > 0)) return "--sample-at: the rate must be above 0";
         if (bvh_unit_ && !(*bvh_unit_ > 0)) return "--bvh-unit: the unit must be above 0";
-        if (const std::string wrong = search_.check(); !wrong.empty()) return wrong;
+        if (std::string wrong = search_.check(); !wrong.empty()) return wrong;
         if (has_clips() && (start_ || stop_))
             return "--clip: each has its own frames; --start and --stop don't go with them";
         if (has_clips() && outputs_.folder().empty())
