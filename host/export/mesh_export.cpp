@@ -102,6 +102,13 @@ private:
         const std::vector<DEFORMER> deformers = deformers_of(shape.path);
         const DEFORMER* const skin = last_to_act(deformers, MFn::kSkinClusterFilter);
         const DEFORMER* const blend = first_to_act(deformers, MFn::kBlendShape);
+        const DEFORMER* const taken = skin != nullptr ? skin : blend;
+        if (taken != nullptr && !has_same_faces(*taken, shape)) {
+            if (mesh_options().moving_points) return add_moving(shape);
+            for (const DEFORMER& deformer : deformers)
+                tell(deformer, shape, "the mesh as it is at the first frame: behind it others change its faces");
+            return add_still(shape);
+        }
         if (skin != nullptr) {
             const MObject bound = input_mesh(*skin);
             const bool both = blend != nullptr && mesh_options().skin_and_morph;
@@ -124,7 +131,19 @@ private:
         for (const DEFORMER& deformer : deformers) {
             if (!is(deformer, MFn::kBlendShape)) tell(deformer, shape, "the mesh as it is at the first frame");
         }
-        if (blend != nullptr) return add_morph(shape, deformers, *blend);
+        return blend != nullptr ? add_morph(shape, deformers, *blend) : add_still(shape);
+    }
+
+    /// Whether the mesh as it comes to a deformer has the points and faces that it has in the end.
+    static bool has_same_faces(const DEFORMER& deformer, const SHAPE& shape) {
+        const MObject geometry = input_mesh(deformer);
+        if (geometry.isNull()) return false;
+        const MFnMesh before(geometry), whole(shape.path);
+        return before.numVertices() == whole.numVertices() && before.numPolygons() == whole.numPolygons() &&
+               before.numFaceVertices() == whole.numFaceVertices();
+    }
+
+    bool add_still(const SHAPE& shape) {
         WHOLE_MESH mesh;
         (void)read(shape, MObject(), mesh);
         return add_rigid(shape, mesh);

@@ -58,8 +58,15 @@ private:
                is_read(my_mesh.getConnectedShaders(instance, my_groups, my_group_of_face), "getConnectedShaders") &&
                is_read(my_geometry.getPoints(my_points, MSpace::kObject), "getPoints") &&
                is_read(my_mesh.getFaceVertexColors(my_colours), "getFaceVertexColors") &&
-               is_read(read_corner_normals(my_geometry, my_normals), "getFaceVertexNormals") &&
-               my_normals.size() == my_corners.length() && my_points.length() >= point_count() && read_uv_sets();
+               is_read(read_corner_normals(my_geometry, my_normals), "getFaceVertexNormals") && goes_together() &&
+               read_uv_sets();
+    }
+
+    /// Something between a deformer and the mesh may add or take faces.
+    bool goes_together() {
+        if (my_normals.size() == my_corners.length() && my_points.length() >= point_count()) return true;
+        report_error(MString("The mesh has other points or faces than what comes to its deformers: ") + my_mesh.name());
+        return false;
     }
 
     /// That the faces name.

@@ -79,11 +79,13 @@ protected:
     /// Which host point each vertex of the file stands for: corners are told apart before anything moves the mesh.
     static std::vector<u32> points_of(const MDagPath& shape) {
         WHOLE_MESH mesh;
+        const auto material = [](const MObject&) { return 0U; };
         const std::vector<DEFORMER> deformers = deformers_of(shape);
         MGlobal::viewFrame(export_settings().start_frame);
-        EXPECT_TRUE(read_whole_mesh(
-            shape, deformers.empty() ? MObject() : input_mesh(deformers.front()), [](const MObject&) { return 0U; },
-            mesh));
+        if (deformers.empty() || !read_whole_mesh(shape, input_mesh(deformers.front()), material, mesh)) {
+            mesh = WHOLE_MESH();
+            EXPECT_TRUE(read_whole_mesh(shape, MObject(), material, mesh));
+        }
         return mesh.point_of;
     }
 
@@ -241,6 +243,21 @@ TEST_F(CHARACTER_TEST, keeps_the_pose_at_every_sample_however_a_skin_is_bound) {
             EXPECT_LT(farthest(placed(root, *root.weighted_meshes[0]), points, host_points(path_of("m"))), 1e-4);
         }
     }
+}
+
+TEST_F(CHARACTER_TEST, keeps_a_mesh_whose_faces_change_behind_its_skin) {
+    make_arm();
+    run("disconnectAttr k.og[0] m.i; createNode polySubdFace -n s; setAttr s.ics -type componentList 1 \"f[*]\"; "
+        "connectAttr k.og[0] s.ip; connectAttr s.out m.i;");
+    select({"body", "lower"});
+    const VOR2 still = exported();
+    ASSERT_EQ(still.rigids.size(), 1U);
+    EXPECT_GT(still.rigids[0]->vertices.size(), 60U);
+    EXPECT_TRUE(said("W: What k does to m isn't in the file, which has the mesh as it is at the first frame: behind"));
+    mesh_options().moving_points = true;
+    VOR2 moving = exported();
+    ASSERT_EQ(moving.anim_meshes.size(), 1U);
+    expect_posed(moving, moving.anim_meshes, 3);
 }
 
 TEST_F(CHARACTER_TEST, says_where_the_file_poses_a_mesh_otherwise) {
