@@ -1,8 +1,9 @@
 #pragma once
 
 #include <maya/MFnBase.h>
-#include <maya/MObject.h>
+#include <maya/MStatus.h>
 #include <maya/MString.h>
+#include <maya/MTypes.h>
 
 /// Parts of a shape.
 class MFnComponent : public MFnBase {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <maya/MFnBase.h>
-#include <maya/MObject.h>
 
 /// Operations on data that a plug holds or works out, as `MPlug::asMObject` gives it. Such an object stands for what
 /// the plug has when it is asked, and for nothing once some thousands of further ones were given.

@@ -3,6 +3,7 @@
 #include <maya/MApiVersion.h>
 #include <maya/MDGContext.h>
 #include <maya/MFnBase.h>
+#include <maya/MFnData.h>
 #include <maya/MIOStreamFwd.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
