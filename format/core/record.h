@@ -22,6 +22,7 @@
 
 #include "format/core/field_kinds.h"
 
+#include <bit>
 #include <limits>
 #include <utility>
 
@@ -56,6 +57,9 @@ struct FIELD_WORDS {
     }
     [[nodiscard]] constexpr SELF read_up_to(f32 version) const {
         return with([version](FIELD_RULES& r) { r.last_version = version; });
+    }
+    [[nodiscard]] constexpr SELF read_below(f32 version) const {
+        return read_up_to(std::bit_cast<f32>(std::bit_cast<u32>(version) - 1));
     }
     [[nodiscard]] constexpr SELF never_written() const {
         return with([](FIELD_RULES& r) { r.is_written = false; });
@@ -182,6 +186,38 @@ struct BASE_FIELD : FIELD_WORDS<BASE_FIELD<BASE>> {
     }
 };
 
+/// An optional object of old files that is read over: nothing keeps it, and nothing writes it.
+template<class FAMILY>
+struct PASSED_OVER_FIELD : FIELD_WORDS<PASSED_OVER_FIELD<FAMILY>> {
+    std::string_view name;
+
+    constexpr explicit PASSED_OVER_FIELD(std::string_view field_name) : name(field_name) {
+        this->rules.is_written = false;
+        this->rules.load_counts = false;
+    }
+    static constexpr bool IS_PUT = false;
+    [[nodiscard]] static constexpr bool is_fixed() { return false; }
+    static constexpr u32 fixed_size() { return 0; }
+    static constexpr u32 least_size() { return sizeof(u32); }
+    template<class T>
+    static bool load(T&, VOR2_INPUT_BUFFER& buffer, f32 version) {
+        OWNED<FAMILY> object;
+        return read_optional(object, buffer, version);
+    }
+    template<class T>
+    static bool save(const T&, VOR2_WRITE_STREAM&) {
+        return true;
+    }
+    template<class T>
+    static bool equal(const T&, const T&) {
+        return true;
+    }
+    template<class T, class STEP>
+    static void walk(T&, const STEP&) {}
+    template<class T>
+    static void describe(const T&, RECORD_VISITOR&) {}
+};
+
 /// Fields by their places: a tuple that costs the compiler little. Each source that sees a class makes the type
 /// of its record.
 template<std::size_t PLACE, class FIELD>
@@ -266,6 +302,10 @@ template<class OWNER, class FAMILY>
 constexpr auto optionals(std::string_view name, OWNED_ARRAY<FAMILY> OWNER::*member) {
     return FIELD<LIST_KIND<OPTIONAL_KIND>, OWNER, OWNED_ARRAY<FAMILY>>(name, member);
 }
+template<class FAMILY>
+constexpr auto passed_over(std::string_view name) {
+    return PASSED_OVER_FIELD<FAMILY>(name);
+}
 /// A field that the file doesn't hold, but that is compared and walked like the others.
 template<class KIND, class OWNER, class MEMBER>
 constexpr auto not_stored(FIELD<KIND, OWNER, MEMBER> field) {
@@ -333,12 +373,39 @@ public:
     }
 };
 
-/// An empty object of the family's class with that kind, or nothing.
-template<class FAMILY, class... CLASSES>
-[[nodiscard]] OWNED<FAMILY> make_of_kind(u32 kind) {
-    OWNED<FAMILY> object;
-    ((kind == CLASSES::KIND ? object.reset(new CLASSES()) : void()), ...);
-    return object;
+/// The classes of a family, each with the number that stands for it in a file. A family tells them once, behind its
+/// classes, by a function without a body: `CLASSES<FIRST, SECOND> classes_of(const FAMILY*);`.
+template<class... LIST>
+struct CLASSES {
+    /// Calls `visit` with each class's number and a null pointer of its type.
+    template<class VISIT>
+    static constexpr void each(VISIT&& visit) {
+        (visit(number<LIST>(), static_cast<const LIST*>(nullptr)), ...);
+    }
+    template<class FAMILY>
+    [[nodiscard]] static OWNED<FAMILY> make(u32 wanted) {
+        OWNED<FAMILY> object;
+        ((wanted == number<LIST>() ? object.reset(new LIST()) : void()), ...);
+        return object;
+    }
+
+private:
+    template<class CLASS>
+    static constexpr u32 number() {
+        if constexpr (requires { CLASS::TYPE_ID; }) {
+            return CLASS::TYPE_ID;
+        } else {
+            return CLASS::KIND;
+        }
+    }
+};
+template<class FAMILY>
+using CLASSES_OF = decltype(classes_of(static_cast<const FAMILY*>(nullptr)));
+
+/// An empty object of the family's class with that number, or nothing.
+template<class FAMILY>
+[[nodiscard]] OWNED<FAMILY> make_of_kind(u32 number) {
+    return CLASSES_OF<FAMILY>::template make<FAMILY>(number);
 }
 
 } // namespace VOR2_LOADER

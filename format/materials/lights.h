@@ -157,4 +157,6 @@ public:
     static constexpr auto record() { return record_named("VOR2_SPOT_LIGHT"); }
 };
 
+CLASSES<VOR2_DIRECTIONAL_LIGHT, VOR2_POINT_LIGHT, VOR2_SPOT_LIGHT> classes_of(const VOR2_LIGHT*);
+
 } // namespace VOR2_LOADER

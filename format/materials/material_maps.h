@@ -157,4 +157,6 @@ public:
     }
 };
 
+CLASSES<VOR2_BITMAP_MATERIAL_MAP, VOR2_NORMAL_MATERIAL_MAP> classes_of(const VOR2_MATERIAL_MAP*);
+
 } // namespace VOR2_LOADER

@@ -98,4 +98,6 @@ public:
     }
 };
 
+CLASSES<VOR2_STANDARD_MATERIAL, VOR2_SHADER_MATERIAL> classes_of(const VOR2_MATERIAL*);
+
 } // namespace VOR2_LOADER

@@ -36,16 +36,14 @@ public:
     }
 };
 
-/// Stands where instances and references of older files have a scale track: `load` reads over it below
-/// version 1.13, and there is nothing to keep or to write.
+/// Stands where instances and references of older files have a scale track, of which there is nothing to keep or
+/// to write.
 class UNUSED__VOR2_SCALED_OBJECT : public RECORDED<UNUSED__VOR2_SCALED_OBJECT, VOR2_SERIALISABLE_OBJECT> {
 public:
-    bool load(VOR2_INPUT_BUFFER& buffer, f32 version) override {
-        OWNED<VOR2_ANIMATABLE_VECTOR_3> scale_track;
-        if (version < 1.13F) read_optional(scale_track, buffer, version);
-        return true;
+    static constexpr auto record() {
+        return RECORD("UNUSED__VOR2_SCALED_OBJECT",
+                      passed_over<VOR2_ANIMATABLE_VECTOR_3>("scale_track").read_below(1.13F));
     }
-    static constexpr auto record() { return RECORD("UNUSED__VOR2_SCALED_OBJECT"); }
 };
 
 /// A name at a node. The clock doesn't move it.

@@ -77,20 +77,20 @@ VOR2_XREF<ID>::~VOR2_XREF() = default;
 template<u32 ID>
 bool VOR2_XREF<ID>::load(VOR2_INPUT_BUFFER& buffer) {
     scene.reset();
-    read_text(buffer, file_name);
+    RECORD_OPERATIONS<VOR2_XREF>::load(*this, buffer, 0);
     scene = make_owned<VOR2>();
     return load_referenced(*scene, buffer, file_name);
 }
 
 template<u32 ID>
 bool VOR2_XREF<ID>::save(VOR2_WRITE_STREAM& stream) const {
-    write_text(stream.file(), file_name);
+    RECORD_OPERATIONS<VOR2_XREF>::save(*this, stream);
     return !scene || save_referenced(*scene, stream, file_name);
 }
 
 template<u32 ID>
 void VOR2_XREF<ID>::describe(RECORD_VISITOR& visitor) const {
-    visitor.text("file_name", file_name);
+    RECORD_OPERATIONS<VOR2_XREF>::describe(*this, visitor);
     if (!scene) return visitor.absent("scene");
     visitor.begin_object("scene", "VOR2");
     scene->describe(visitor);

@@ -62,7 +62,10 @@ public:
 
     static constexpr u32 CHUNK_ID = ID;
     [[nodiscard]] u32 chunk_id() const override { return ID; }
-    [[nodiscard]] std::string_view class_name() const { return ID == 15 ? "VOR2_XREF<15>" : "VOR2_XREF<20>"; }
+    [[nodiscard]] std::string_view class_name() const { return record().class_name; }
+    static constexpr auto record() {
+        return RECORD(ID == 15 ? "VOR2_XREF<15>" : "VOR2_XREF<20>", text("file_name", &VOR2_XREF::file_name));
+    }
     /// Reads the record and then the file that it names, with the clock set to that scene's start. A file
     /// that doesn't exist is no failure. One that can't be read fails the record, and so does a reference
     /// back to a file of the chain, whatever name it goes by, a chain of more than

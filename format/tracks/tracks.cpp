@@ -5,13 +5,6 @@
 namespace VOR2_LOADER {
 namespace {
 
-template<class FAMILY, class... KINDS>
-OWNED<FAMILY> make_one_of(u32 type_id) {
-    OWNED<FAMILY> track;
-    ((type_id == KINDS::TYPE_ID ? track.reset(new KINDS()) : void()), ...);
-    return track;
-}
-
 /// `dot` is that of the two keys.
 QUATERNION blend_on_arc(const QUATERNION& a, const QUATERNION& b, f32 t, f32 dot) {
     // Opposed up to rounding: the sine of the float nearest to pi is some 1e-7, and all below would be noise.
@@ -33,38 +26,37 @@ inline QUATERNION blend_rotations(const QUATERNION& a, const QUATERNION& b, f32 
 } // namespace
 
 OWNED<VOR2_ANIMATABLE_FLOAT32> VOR2_ANIMATABLE_FLOAT32::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_FLOAT32, VOR2_ANIMATABLE_FLOAT32_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_FLOAT32>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_FLOAT32_RANGE> VOR2_ANIMATABLE_FLOAT32_RANGE::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_FLOAT32_RANGE, VOR2_ANIMATABLE_FLOAT32_RANGE_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_FLOAT32_RANGE>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_COLOUR> VOR2_ANIMATABLE_COLOUR::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_COLOUR, VOR2_ANIMATABLE_COLOUR_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_COLOUR>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_VECTOR_3> VOR2_ANIMATABLE_VECTOR_3::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_VECTOR_3, VOR2_ANIMATABLE_VECTOR_3_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_VECTOR_3>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_VECTOR_2> VOR2_ANIMATABLE_VECTOR_2::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_VECTOR_2, VOR2_ANIMATABLE_VECTOR_2_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_VECTOR_2>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_QUATERNION> VOR2_ANIMATABLE_QUATERNION::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_QUATERNION, VOR2_ANIMATABLE_QUATERNION_LERP, VOR2_ANIMATABLE_QUATERNION_SLERP>(
-        type_id);
+    return make_of_kind<VOR2_ANIMATABLE_QUATERNION>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_RECTF> VOR2_ANIMATABLE_RECTF::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_RECTF, VOR2_ANIMATABLE_RECTF_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_RECTF>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_INT32> VOR2_ANIMATABLE_INT32::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_INT32, VOR2_ANIMATABLE_INT32_RLE>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_INT32>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_VECTOR_4> VOR2_ANIMATABLE_VECTOR_4::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_VECTOR_4, VOR2_ANIMATABLE_VECTOR_4_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_VECTOR_4>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_BINORMAL_TANGENT> VOR2_ANIMATABLE_BINORMAL_TANGENT::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_BINORMAL_TANGENT, VOR2_ANIMATABLE_BINORMAL_TANGENT_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_BINORMAL_TANGENT>(type_id);
 }
 OWNED<VOR2_ANIMATABLE_BOUNDING_BOX> VOR2_ANIMATABLE_BOUNDING_BOX::make_track(u32 type_id) {
-    return make_one_of<VOR2_ANIMATABLE_BOUNDING_BOX, VOR2_ANIMATABLE_BOUNDING_BOX_LINEAR>(type_id);
+    return make_of_kind<VOR2_ANIMATABLE_BOUNDING_BOX>(type_id);
 }
 
 f32 VOR2_ANIMATABLE_FLOAT32_LINEAR::value() const {

@@ -169,6 +169,19 @@ public:
     [[nodiscard]] std::string_view class_name() const override { return "VOR2_ANIMATABLE_BOUNDING_BOX_LINEAR"; }
 };
 
+CLASSES<VOR2_ANIMATABLE_FLOAT32_LINEAR> classes_of(const VOR2_ANIMATABLE_FLOAT32*);
+CLASSES<VOR2_ANIMATABLE_FLOAT32_RANGE_LINEAR> classes_of(const VOR2_ANIMATABLE_FLOAT32_RANGE*);
+CLASSES<VOR2_ANIMATABLE_COLOUR_LINEAR> classes_of(const VOR2_ANIMATABLE_COLOUR*);
+CLASSES<VOR2_ANIMATABLE_VECTOR_3_LINEAR> classes_of(const VOR2_ANIMATABLE_VECTOR_3*);
+CLASSES<VOR2_ANIMATABLE_VECTOR_2_LINEAR> classes_of(const VOR2_ANIMATABLE_VECTOR_2*);
+CLASSES<VOR2_ANIMATABLE_QUATERNION_LERP, VOR2_ANIMATABLE_QUATERNION_SLERP>
+classes_of(const VOR2_ANIMATABLE_QUATERNION*);
+CLASSES<VOR2_ANIMATABLE_RECTF_LINEAR> classes_of(const VOR2_ANIMATABLE_RECTF*);
+CLASSES<VOR2_ANIMATABLE_INT32_RLE> classes_of(const VOR2_ANIMATABLE_INT32*);
+CLASSES<VOR2_ANIMATABLE_VECTOR_4_LINEAR> classes_of(const VOR2_ANIMATABLE_VECTOR_4*);
+CLASSES<VOR2_ANIMATABLE_BINORMAL_TANGENT_LINEAR> classes_of(const VOR2_ANIMATABLE_BINORMAL_TANGENT*);
+CLASSES<VOR2_ANIMATABLE_BOUNDING_BOX_LINEAR> classes_of(const VOR2_ANIMATABLE_BOUNDING_BOX*);
+
 /// Spherical interpolation of unit quaternions (Shoemake 1985) along the arc that their signs give, the
 /// long one where their dot product is negative. Above a dot product of 0.99 it blends component by
 /// component and doesn't normalise. Exactly opposed keys, between which no arc is defined, give the key
