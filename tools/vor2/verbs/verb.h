@@ -50,5 +50,6 @@ std::unique_ptr<Verb> make_check_verb();
 std::unique_ptr<Verb> make_view_verb();
 std::unique_ptr<Verb> make_convert_verb();
 std::unique_ptr<Verb> make_plot_verb();
+std::unique_ptr<Verb> make_optimise_verb();
 
 } // namespace tool

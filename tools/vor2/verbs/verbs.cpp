@@ -15,6 +15,7 @@ VerbList make_verbs() {
     verbs.push_back(make_view_verb());
     verbs.push_back(make_plot_verb());
     verbs.push_back(make_convert_verb());
+    verbs.push_back(make_optimise_verb());
     verbs.push_back(make_upgrade_verb());
     return verbs;
 }
