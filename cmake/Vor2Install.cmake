@@ -2,13 +2,13 @@
 include(CMakePackageConfigHelpers)
 
 set(VOR2_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/vor2")
-set(VOR2_LIBRARIES vor2_support vor2_format vor2_inspect vor2_convert)
+set(VOR2_LIBRARIES vor2_support vor2_format vor2_inspect vor2_optimise vor2_convert)
 foreach(library ${VOR2_LIBRARIES})
   target_include_directories(${library} INTERFACE "$<INSTALL_INTERFACE:${VOR2_INCLUDE_DIR}>")
   target_compile_features(${library} INTERFACE cxx_std_20)
 endforeach()
 install(TARGETS ${VOR2_LIBRARIES} EXPORT Vor2Targets ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
-install(DIRECTORY support format inspect convert DESTINATION "${VOR2_INCLUDE_DIR}" FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY support format inspect optimise convert DESTINATION "${VOR2_INCLUDE_DIR}" FILES_MATCHING PATTERN "*.h")
 
 set(VOR2_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/Vor2")
 install(EXPORT Vor2Targets NAMESPACE Vor2:: DESTINATION "${VOR2_PACKAGE_DIR}")

@@ -55,7 +55,6 @@ void KeySet::find_samples(std::span<const f32> samples) {
     }
     kept_.assign(times_.size(), 1);
     pinned_.assign(times_.size(), 0);
-    pinned_.front() = pinned_.back() = 1;
 }
 
 void KeySet::pin_around(f32 time) {
@@ -79,27 +78,15 @@ std::uint32_t KeySet::kept_count() const {
     return static_cast<std::uint32_t>(std::count(kept_.begin(), kept_.end(), 1));
 }
 
-bool KeySet::restore_around(f32 time, bool all) {
-    std::uint32_t from = 0, to = size() - 1;
-    const std::uint32_t after =
-        static_cast<std::uint32_t>(std::lower_bound(times_.begin(), times_.end(), time) - times_.begin());
-    for (std::uint32_t k = std::min(after, to); k < size(); ++k) {
-        if (!is_kept(k)) continue;
-        to = k;
-        break;
-    }
-    for (std::uint32_t k = to; k-- > 0;) {
-        if (!is_kept(k)) continue;
-        from = k;
-        break;
-    }
-    if (to <= from + 1) return false;
-    if (!all) {
-        keep(from + (to - from) / 2, true);
-        return true;
-    }
-    for (std::uint32_t k = from; k < to; ++k) keep(k, true);
-    return true;
+std::optional<KeySet::Gap> KeySet::gap_around(f32 time) const {
+    const std::uint32_t last = size() - 1;
+    std::uint32_t to = std::min(
+        static_cast<std::uint32_t>(std::lower_bound(times_.begin(), times_.end(), time) - times_.begin()), last);
+    while (to < last && !is_kept(to)) ++to;
+    std::uint32_t from = to > 0 ? to - 1 : 0;
+    while (from > 0 && !is_kept(from)) --from;
+    if (to <= from + 1) return {};
+    return Gap{from, to};
 }
 
 void KeySet::blend(std::uint32_t from, std::uint32_t to, f32 time, LocalValues& values) const {

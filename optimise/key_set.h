@@ -38,9 +38,11 @@ public:
     /// Between the first and the last of several kept keys: whether all have one value.
     [[nodiscard]] bool is_constant() const;
     [[nodiscard]] std::uint32_t kept_count() const;
-    /// Brings back the key nearest to the middle of the gap around `time`, or all of that gap. False where no key of it
-    /// is missing.
-    bool restore_around(VOR2_LOADER::f32 time, bool all);
+    struct Gap {
+        std::uint32_t from, to; ///< kept, and none between them is
+    };
+    /// Nothing where no key is missing.
+    [[nodiscard]] std::optional<Gap> gap_around(VOR2_LOADER::f32 time) const;
 
     /// Sets the track's part of `values` to what it gives at `time` with key `from` next to key `to`.
     void blend(std::uint32_t from, std::uint32_t to, VOR2_LOADER::f32 time, LocalValues& values) const;

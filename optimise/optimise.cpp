@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace vor2::optimise {
 namespace {
@@ -122,8 +123,8 @@ private:
 
     /// Gives where the next window begins.
     u32 thin_window(VOR2_MATRIX_HIERARCHY& clock, u32 first) {
-        const u32 last =
-            static_cast<u32>(std::min<u64>(samples_.size() - 1, u64{first} + Window::most_samples(joints_.size()) - 1));
+        const u32 last = static_cast<u32>(
+            std::min<u64>(samples_.size() - 1, u64{first} + Window::most_samples(joints_.size(), limits_.memory) - 1));
         Window window(clock, joints_, samples_, first, last);
         Tolerance tolerance{limits_.position * aimed_at, {}};
         if (limits_.rotation) tolerance.turn = *limits_.rotation * aimed_at;
@@ -164,30 +165,37 @@ private:
         if (held.rotation) *held.rotation *= held_to;
         for (int round = 0;; ++round) {
             VOR2_MATRIX_HIERARCHY result = thinned(), played(result);
-            bool is_over = false, restored = false;
-            std::vector<std::pair<u32, f32>> places;
+            bool is_over = false;
+            GAPS gaps;
             measure(clock, played, joints_, times_, held, result_.nodes, [&](u32 joint, f32 time) {
                 is_over = true;
-                if (places.empty() || places.back().first != joint || places.back().second != time)
-                    places.emplace_back(joint, time);
+                collect_gaps(joint, time, gaps);
             });
             if (!is_over) return finish(std::move(result));
-            for (const auto& [joint, time] : places)
-                restored = restore(joint, time, round >= most_single_restores) || restored;
-            if (!restored) {
+            if (gaps.empty()) {
                 result_.problem = "can't be measured: the same keys give different poses";
                 return;
+            }
+            for (const auto& [place, to] : gaps) restore(tracks_[place.first], place.second, to, round);
+        }
+    }
+
+    /// By track and the key that each begins at: the key that it ends at.
+    using GAPS = std::map<std::pair<u32, u32>, u32>;
+
+    /// Of the tracks that put the joint where it is.
+    void collect_gaps(u32 joint, f32 time, GAPS& gaps) const {
+        for (std::optional<u32> j = joint; j; j = joints_[*j].parent) {
+            for (u32 i = first_track_[*j]; i < tracks_.size() && tracks_[i].joint() == *j; ++i) {
+                if (const std::optional<KeySet::Gap> gap = tracks_[i].gap_around(time))
+                    gaps.emplace(std::pair(i, gap->from), gap->to);
             }
         }
     }
 
-    bool restore(u32 joint, f32 time, bool all) {
-        bool restored = false;
-        for (std::optional<u32> j = joint; j; j = joints_[*j].parent) {
-            for (u32 i = first_track_[*j]; i < tracks_.size() && tracks_[i].joint() == *j; ++i)
-                restored = tracks_[i].restore_around(time, all) || restored;
-        }
-        return restored;
+    static void restore(KeySet& track, u32 from, u32 to, int round) {
+        if (round < most_single_restores) return track.keep(from + (to - from) / 2, true);
+        for (u32 k = from; k < to; ++k) track.keep(k, true);
     }
 
     void finish(VOR2_MATRIX_HIERARCHY&& hierarchy) {

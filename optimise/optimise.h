@@ -23,7 +23,8 @@
 /// track looks at the full tolerance for ways over fewer keys between those that it has. In the end the result is
 /// measured through the library's own tracks, and
 /// where it is over after all, keys come back until it isn't. The time is linear in keys times the nodes below each
-/// track; the memory is that of two scenes and some 256 MiB.
+/// track; the memory is
+/// that of a few copies of the hierarchy and `Limits::memory`.
 
 #include "format/scene/root.h"
 
@@ -37,6 +38,9 @@ struct Limits {
     double position = 0;                  ///< metres, more than 0
     std::optional<double> rotation;       ///< radians: of a node's axes in the world
     std::optional<double> point_distance; ///< metres; what it is by default is told by `point_distances`
+    /// Bytes for the poses of a stretch of time. Scenes that need more are worked on in several, between which every
+    /// track keeps a key; a stretch has 16 poses at the least.
+    std::uint64_t memory = std::uint64_t{256} << 20;
 };
 
 struct NodeReport {

@@ -13,9 +13,9 @@ bool Tolerance::holds(const Affine& now, const Affine& original, double point_di
     return angle_of(difference.turn(), original) <= *turn * allowance;
 }
 
-std::uint32_t Window::most_samples(std::size_t joints) {
-    return static_cast<std::uint32_t>(
-        std::clamp<std::uint64_t>(memory / sizeof(Sample) / std::max<std::size_t>(joints, 1), 16, 1U << 30));
+std::uint32_t Window::most_samples(std::size_t joints, std::uint64_t memory) {
+    const std::uint64_t fitting = memory / (sizeof(Sample) * std::max<std::uint64_t>(joints, 1));
+    return static_cast<std::uint32_t>(std::clamp<std::uint64_t>(fitting, 16, 1U << 30));
 }
 
 Window::Window(VOR2_MATRIX_HIERARCHY& hierarchy, const std::vector<Joint>& joints, std::span<const f32> samples,

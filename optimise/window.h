@@ -17,9 +17,8 @@ struct Tolerance {
 class Window {
 public:
     static constexpr std::size_t longest_detour = 8; ///< in keys
-    static constexpr std::uint64_t memory = std::uint64_t{256} << 20;
-    /// How many samples fit; no fewer than 16.
-    static std::uint32_t most_samples(std::size_t joints);
+    /// How many samples fit into that many bytes; no fewer than 16.
+    static std::uint32_t most_samples(std::size_t joints, std::uint64_t memory);
 
     /// Moves the hierarchy's clock over the samples from `first` to `last`, which is one of the stretch.
     Window(VOR2_LOADER::VOR2_MATRIX_HIERARCHY& hierarchy, const std::vector<Joint>& joints,

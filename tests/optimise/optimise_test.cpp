@@ -137,6 +137,7 @@ u64 thin_each_track_alone(VOR2_MATRIX_HIERARCHY& hierarchy, double tolerance) {
 }
 
 TEST(optimise, no_point_moves_further_than_the_tolerance_at_any_time) {
+    u64 most_keys = std::numeric_limits<u64>::max();
     for (const double tolerance : {1e-4, 1e-3, 1e-2, 0.3}) {
         const VOR2 original = creature(400);
         VOR2 scene(original);
@@ -150,8 +151,24 @@ TEST(optimise, no_point_moves_further_than_the_tolerance_at_any_time) {
         EXPECT_LE(worst_of(result), tolerance);
         EXPECT_GE(worst_of(result), moved * 0.97);    // what is told is no less than what others find
         EXPECT_GE(worst_of(result), tolerance * 0.8); // and no room is left unused
-        EXPECT_LT(result.keys_after, result.keys_before * (tolerance < 1e-3 ? 0.95 : 0.75));
+        EXPECT_LT(result.keys_after, std::min(most_keys, result.keys_before * 95 / 100));
+        most_keys = result.keys_after;
     }
+}
+
+TEST(optimise, works_through_long_scenes_in_stretches) {
+    const VOR2 original = creature(400);
+    VOR2 whole(original), stretches(original);
+    Limits limits;
+    limits.position = 2e-3;
+    const Result at_once = optimise_keys(whole, limits);
+    limits.memory = 400'000; // some 70 samples
+    const Result result = optimise_keys(stretches, limits);
+    EXPECT_GT(result.keys_after, at_once.keys_after);
+    EXPECT_LT(result.keys_after, at_once.keys_after * 1.1);
+    EXPECT_LE(
+        furthest_move(original.matrix_hierarchy, stretches.matrix_hierarchy, distances_of(result), 0, 400 / rate, 1000),
+        limits.position);
 }
 
 TEST(optimise, needs_no_more_keys_than_thinning_each_track_alone_to_the_same_error) {
@@ -219,7 +236,7 @@ TEST(optimise, looks_at_what_turns_in_place) {
 
     VOR2 scene(original);
     const double most = 0.1 * std::numbers::pi / 180;
-    const Result result = optimise_keys(scene, {0.01, most, 0.0});
+    const Result result = optimise_keys(scene, {.position = 0.01, .rotation = most, .point_distance = 0.0});
     EXPECT_GT(result.nodes[0].worst_rotation, most * 0.5);
     std::mt19937 random(3);
     for (int i = 0; i < 2000; ++i) {
