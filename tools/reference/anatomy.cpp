@@ -142,7 +142,7 @@ private:
                 bytes += hex(file_[place_ + i], 2) + " ";
             bytes.resize(bytes_a_line * 3 + 1, ' ');
             std::string line = hex(place_ + first, 4) + "  " + bytes;
-            if (first == 0) line += name + (name.empty() || told.empty() ? "" : "  ") + told;
+            if (first == 0) line.append(name).append(name.empty() || told.empty() ? "" : "  ").append(told);
             text_ += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
         }
         place_ += size;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <initializer_list>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -18,8 +19,11 @@ std::string anchor(const std::string& heading) {
     }
     return name;
 }
+std::string code(const std::string& text) {
+    return "`" + text + "`";
+}
 std::string link(const std::string& name) {
-    return "[`" + name + "`](#" + anchor(name) + ")";
+    return "[" + code(name) + "](#" + anchor(name) + ")";
 }
 
 std::string element_type(const Field& field) {
@@ -105,17 +109,20 @@ private:
         if (!told_.contains(name)) throw std::runtime_error("the page has no place for " + name);
     }
 
+    void put_row(std::initializer_list<std::string> cells) {
+        for (const std::string& cell : cells) text_.append("| ").append(cell).append(" ");
+        text_ += "|\n";
+    }
     void put_record(const Class& shape) {
         text_ += "| field | type | versions | default | |\n|---|---|---|---|---|\n";
         for (const Field& field : shape.fields) {
             std::string type = element_type(field);
             if (field.type == FieldType::base) {
-                text_ += "| *all fields of* " + type + " | | " + versions_text(field) + " | | |\n";
+                put_row({type.insert(0, "*all fields of* "), "", versions_text(field), "", ""});
                 continue;
             }
-            if (field.is_list) type = "list of " + type;
-            text_ += "| `" + field.name + "` | " + type + " | " + versions_text(field) + " | " + default_text(field) +
-                     " | " + meaning_of(field) + " |\n";
+            if (field.is_list) type.insert(0, "list of ");
+            put_row({code(field.name), type, versions_text(field), default_text(field), meaning_of(field)});
         }
         if (shape.fields.empty()) text_ += "| *no fields* | | | | |\n";
         if (!shape.vertex_class.empty()) text_ += "\nIts vertices are " + link(shape.vertex_class) + ".\n";
@@ -142,7 +149,7 @@ private:
         for (const auto& [kind, member] : shapes_.instance_kinds) {
             std::string what = member.substr(0, member.find("_instances"));
             std::replace(what.begin(), what.end(), '_', ' ');
-            text_ += "| " + std::to_string(kind) + " | " + what + " | `" + member + "` |\n";
+            put_row({std::to_string(kind), what, code(member)});
         }
     }
     /// What came and what went, by version.

@@ -32,7 +32,7 @@ void read_header(const std::filesystem::path& path, Comments& comments) {
         if (std::regex_match(line, match, class_head)) class_name = match[1];
         if (!std::regex_match(line, match, commented)) {
             names.clear();
-            declaration = line.ends_with(';') ? "" : declaration + line;
+            line.ends_with(';') ? declaration.clear() : void(declaration += line);
             continue;
         }
         const std::string before = match[1];

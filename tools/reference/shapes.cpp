@@ -80,7 +80,7 @@ public:
     /// `SAMPLE` is a class that can be made and has `T` as itself or a base: its fields tell the defaults.
     template<class T, class SAMPLE = T>
     std::string add_class() {
-        const std::string name = type_name<T>();
+        std::string name = type_name<T>();
         if (shapes.classes.contains(name)) return name;
         shapes.classes[name] = {.name = name, .told_name = std::string(T::record().class_name)};
         Class shape = shapes.classes[name];
@@ -91,7 +91,7 @@ public:
     }
     template<class FAMILY>
     std::string add_family() {
-        const std::string name = type_name<FAMILY>();
+        std::string name = type_name<FAMILY>();
         if (shapes.families.contains(name)) return name;
         Family family{.name = name, .are_tracks = std::derived_from<FAMILY, VOR2_ANIMATABLE>};
         shapes.families[name] = family;
@@ -149,7 +149,7 @@ private:
         TrackFields told;
         track.describe(told);
         if constexpr (HAS_RECORD<VALUE>) told.fields.back().of = add_class<VALUE>();
-        const std::string name(track.class_name());
+        std::string name(track.class_name());
         shapes.classes[name] = {.name = name, .told_name = name, .fields = told.fields};
         return name;
     }
