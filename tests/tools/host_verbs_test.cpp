@@ -245,9 +245,9 @@ TEST_F(HostVerbs, a_bad_scene_is_one_line_and_leaves_nothing) {
 }
 
 TEST_F(HostVerbs, a_scene_comes_with_what_it_refers_to_or_is_refused) {
-    fs::create_directories(path("job/rigs"));
-    fs::create_directories(path("shots"));
-    fs::rename(path("walk.ma"), path("job/rigs/walk.ma"));
+    fs::create_directories(place("job/rigs"));
+    fs::create_directories(place("shots"));
+    fs::rename(place("walk.ma"), place("job/rigs/walk.ma"));
     write("job/workspace.mel", "workspace -fr \"scene\" \"scenes\";\n");
     write("shots/shot.ma", R"(createNode joint -n "own";
 file -rdi 1 -ns "w" -rfn "wRN" "P:/job//rigs/walk.ma"; file -r -ns "w" -dr 1 -rfn "wRN" "P:/job//rigs/walk.ma";)");
@@ -265,10 +265,10 @@ file -rdi 1 -ns "w" -rfn "wRN" "P:/job//rigs/walk.ma"; file -r -ns "w" -dr 1 -rf
         EXPECT_EQ(outcome.err, "");
         EXPECT_EQ(node_names("a.vr2"), whole);
     }
-    fs::rename(path(shot), path("job/shot.ma"));
+    fs::rename(place(shot), place("job/shot.ma"));
     EXPECT_EQ(run({"export", "job/shot.ma", "-o", "b.vr2"}).exit_code, 0);
     EXPECT_EQ(node_names("b.vr2"), whole);
-    fs::rename(path("job/shot.ma"), path(shot));
+    fs::rename(place("job/shot.ma"), place(shot));
     const Outcome alone = run({"export", shot, "-o", "c.vr2", "--allow-missing-references"});
     EXPECT_EQ(alone.exit_code, 0);
     EXPECT_EQ(alone.problems().size(), 1U) << alone.err;
