@@ -102,6 +102,7 @@ public:
     static constexpr u32 CHUNK_ID = ID;
     [[nodiscard]] u32 chunk_id() const override { return ID; }
     bool load_vertices(VOR2_INPUT_BUFFER& buffer, f32 version) override {
+        SHARED_BLOCKS of_the_vertices_lists;
         return LIST_KIND<OBJECT_KIND>::load(vertices, buffer, version);
     }
     bool save_vertices(VOR2_WRITE_STREAM& stream) const override {

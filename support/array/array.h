@@ -7,6 +7,7 @@
 /// grows, so a pointer or reference to an element does not outlive a growth.
 
 #include "support/array/memory.h"
+#include "support/array/shared_blocks.h"
 #include "support/types.h"
 
 #include <cstring>
@@ -30,9 +31,10 @@ public:
 
     ARRAY() noexcept = default;
     /// Takes the source's capacity, then copies its elements in order.
-    ARRAY(const ARRAY& source) : my_capacity(source.my_capacity) {
-        if (my_capacity == 0) return;
-        my_data = allocate(my_capacity);
+    ARRAY(const ARRAY& source) {
+        if (source.capacity() == 0) return;
+        my_data = allocate(source.capacity());
+        my_capacity = source.capacity();
         try {
             append_copies(source.my_data, source.my_size);
         } catch (...) {
@@ -69,14 +71,14 @@ public:
 
     template<class... ARGUMENTS>
     T& emplace_back(ARGUMENTS&&... arguments) {
-        if (my_size < my_capacity) [[likely]] {
+        if (my_size < capacity()) [[likely]] {
             T* slot = ::new (static_cast<void*>(my_data + my_size)) T(std::forward<ARGUMENTS>(arguments)...);
             ++my_size;
             return *slot;
         }
         // The new element is made before the old block goes, since an argument may lie in it.
-        const u64 capacity = my_capacity == 0 ? 8 : my_capacity * 2;
-        T* block = allocate(capacity);
+        const u64 more = capacity() == 0 ? 8 : capacity() * 2;
+        T* block = allocate(more);
         T* slot = nullptr;
         try {
             slot = ::new (static_cast<void*>(block + my_size)) T(std::forward<ARGUMENTS>(arguments)...);
@@ -84,14 +86,22 @@ public:
             free_memory(block);
             throw;
         }
-        move_elements_to(block, capacity);
+        move_elements_to(block, more);
         ++my_size;
         return *slot;
     }
 
     /// Makes room for `count` elements in all, exactly; does nothing when there is room already.
     void reserve(u64 count) {
-        if (count <= my_capacity) return;
+        if (count <= capacity()) return;
+        if constexpr (alignof(T) <= 8) {
+            SHARED_BLOCKS* shared = my_capacity == 0 ? SHARED_BLOCKS::current() : nullptr;
+            if (shared != nullptr && count <= SHARED_BLOCKS::MOST / sizeof(T)) {
+                my_data = static_cast<T*>(shared->take(static_cast<std::size_t>(count) * sizeof(T)));
+                my_capacity = count | IS_SHARED;
+                return;
+            }
+        }
         move_elements_to(allocate(count), count);
     }
 
@@ -119,7 +129,7 @@ public:
     void pop_back() noexcept { destroy(my_data[--my_size]); }
 
     [[nodiscard]] u64 size() const noexcept { return my_size; }
-    [[nodiscard]] u64 capacity() const noexcept { return my_capacity; }
+    [[nodiscard]] u64 capacity() const noexcept { return my_capacity & ~IS_SHARED; }
     [[nodiscard]] bool empty() const noexcept { return my_size == 0; }
     [[nodiscard]] T* data() noexcept { return my_data; }
     [[nodiscard]] const T* data() const noexcept { return my_data; }
@@ -174,16 +184,27 @@ private:
                 destroy(my_data[i]);
             }
         }
-        free_memory(my_data);
+        free_block();
         my_data = block;
         my_capacity = capacity;
     }
 
     void release() noexcept {
         clear();
-        free_memory(my_data);
+        free_block();
         my_data = nullptr;
     }
+
+    void free_block() noexcept {
+        if ((my_capacity & IS_SHARED) == 0) [[likely]] {
+            free_memory(my_data);
+        } else {
+            SHARED_BLOCKS::give_back(my_data, static_cast<std::size_t>(capacity()) * sizeof(T));
+        }
+    }
+
+    /// In the capacity: the memory is part of a shared block.
+    static constexpr u64 IS_SHARED = u64{1} << 63U;
 
     T* my_data = nullptr;
     u64 my_size = 0;

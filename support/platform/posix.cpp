@@ -4,6 +4,7 @@
 #include "support/platform/thread_pointer.h"
 #include "support/text/unicode.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <ctime>
@@ -20,11 +21,26 @@
 extern char** environ; // NOLINT(readability-redundant-declaration): POSIX asks programs to declare it
 
 namespace VOR2_LOADER::platform {
+namespace {
+
+/// Half of what it takes to fill a large block would be the system's handing out its pages one by one.
+constexpr std::size_t LARGE = std::size_t{4} << 20U, LARGE_PAGE = std::size_t{2} << 20U;
+
+void want_large_pages([[maybe_unused]] void* block, [[maybe_unused]] std::size_t size) noexcept {
+#ifdef MADV_HUGEPAGE
+    (void)madvise(block, size & ~(LARGE_PAGE - 1), MADV_HUGEPAGE);
+#endif
+}
+
+} // namespace
 
 void* aligned_allocate(std::size_t size, std::size_t alignment) noexcept {
-    if (alignment <= alignof(std::max_align_t)) return std::malloc(size);
+    const bool is_large = size >= LARGE;
+    if (!is_large && alignment <= alignof(std::max_align_t)) return std::malloc(size);
     void* block = nullptr;
-    return posix_memalign(&block, alignment, size) == 0 ? block : nullptr;
+    if (posix_memalign(&block, is_large ? std::max(alignment, LARGE_PAGE) : alignment, size) != 0) return nullptr;
+    if (is_large) want_large_pages(block, size);
+    return block;
 }
 
 void aligned_free(void* block) noexcept {
@@ -33,7 +49,9 @@ void aligned_free(void* block) noexcept {
 
 void* allocate_pages(std::size_t size) noexcept {
     void* pages = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    return pages == MAP_FAILED ? nullptr : pages;
+    if (pages == MAP_FAILED) return nullptr;
+    if (size >= LARGE) want_large_pages(pages, size);
+    return pages;
 }
 
 void free_pages(void* pages, std::size_t size) noexcept {

@@ -1,11 +1,14 @@
 #include "support/array/array.h"
 #include "support/array/owned.h"
+#include "support/array/shared_blocks.h"
 #include "support/array/virtual_block.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace VOR2_LOADER {
@@ -92,6 +95,53 @@ TEST(array, memory_goes_through_the_hooks) {
     allocate_hook = nullptr;
     free_hook = nullptr;
     EXPECT_EQ(array.size(), 0U);
+}
+
+TEST(array, small_ones_share_blocks_that_live_as_long_as_the_last_of_them) {
+    static std::atomic<int> live_blocks;
+    live_blocks = 0;
+    allocate_hook = [](std::size_t size, std::size_t) {
+        ++live_blocks;
+        return std::malloc(size);
+    };
+    free_hook = [](void* block) {
+        --live_blocks;
+        std::free(block);
+    };
+    std::vector<ARRAY<std::string>> lists(2000);
+    {
+        SHARED_BLOCKS outer;
+        for (u64 i = 0; i < lists.size(); ++i) {
+            lists[i].reserve(1 + i % 3);
+            for (u64 k = 0; k <= i % 3; ++k) lists[i].emplace_back();
+        }
+        EXPECT_LT(live_blocks, 8);
+        {
+            SHARED_BLOCKS inner;
+            ARRAY<u8> odd;
+            odd.grow_by(3);
+            odd[2] = 7;
+            ARRAY<f64> large;
+            const int before = live_blocks;
+            large.reserve(SHARED_BLOCKS::MOST); // more bytes than are shared
+            EXPECT_EQ(live_blocks, before + 1);
+        }
+        EXPECT_EQ(SHARED_BLOCKS::current(), &outer);
+    }
+    EXPECT_EQ(SHARED_BLOCKS::current(), nullptr);
+    // They stay what they are: they move, are copied, grow out of the block, and end in any order on any thread.
+    ARRAY<std::string> moved(std::move(lists[5])), copy(moved);
+    EXPECT_EQ(copy.capacity(), 3U);
+    lists[4] = std::move(moved);
+    lists[4].emplace_back("four");
+    EXPECT_EQ(lists[4].capacity(), 6U);
+    EXPECT_EQ(lists[4].back(), "four");
+    std::thread([&] { lists.erase(lists.begin() + 6, lists.end()); }).join();
+    lists.clear();
+    copy = {};
+    EXPECT_EQ(live_blocks, 0);
+    allocate_hook = nullptr;
+    free_hook = nullptr;
 }
 
 struct SHAPE {
