@@ -34,7 +34,9 @@ extern "C" int LLVMFuzzerTestOneInput(const u8* data, std::size_t size) {
     const std::string_view text = fuzz::first_file({reinterpret_cast<const char*>(data), size});
     if (!headless::read_maya_ascii_text(scene, text, fuzz::sandbox() + "scene.ma")) return 0;
     (void)session.load_plugin("vor2", initializePlugin, uninitializePlugin);
-    VOR2_EXPORTER_MAYA::mesh_options().meshes = true;
+    // Also what one asks for beside the meshes, by turns.
+    VOR2_EXPORTER_MAYA::mesh_options() = {
+        .meshes = true, .include_bones = size % 2 != 0, .skin_and_morph = size % 4 > 1, .moving_points = size % 8 > 3};
     scene.selection.clear();
     for (headless::Node* node : scene.world().children()) scene.selection.add(scene.item(*node));
     // A sample a frame, out and in: of frames that last an hour, any other rate may make a million.

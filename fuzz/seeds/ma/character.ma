@@ -1,0 +1,24 @@
+//Maya ASCII 2016 scene
+requires maya "2016";
+currentUnit -l centimeter -a degree -t film;
+createNode transform -n "body"; createNode mesh -n "skin" -p "body"; createNode mesh -n "rest" -p "body"; setAttr ".io" yes;
+createNode transform -n "wideBody"; createNode mesh -n "wide" -p "wideBody";
+createNode polyCube -n "cube"; setAttr ".h" 4; setAttr ".sh" 2; createNode polyCube -n "big"; setAttr ".w" 3; setAttr ".sh" 2;
+createNode joint -n "lower"; setAttr ".t" -type "double3" 0 -2 0; createNode joint -n "upper" -p "lower"; setAttr ".t" -type "double3" 0 2 0;
+createNode animCurveTA -n "bend"; setAttr ".tan" 2; setAttr -s 2 ".ktv[0:1]" 1 0 4 60;
+createNode animCurveTU -n "grow"; setAttr ".tan" 2; setAttr -s 2 ".ktv[0:1]" 1 0 4 1;
+createNode blendShape -n "shapes"; setAttr -s 2 ".w[0:1]" 0 0.25;
+setAttr ".it[0].itg[1].iti[5500].ipt" -type "pointArray" 2 1 0 0 1 0 1 0 1;
+setAttr ".it[0].itg[1].iti[5500].ict" -type "componentList" 2 "vtx[0]" "vtx[2:3]";
+setAttr ".it[0].itg[1].iti[6000].ipt" -type "pointArray" 1 0 2 0 1;
+setAttr ".it[0].itg[1].iti[6000].ict" -type "componentList" 1 "vtx[*]";
+createNode skinCluster -n "k"; setAttr ".wl[0:3].w" 1 0 1 2 0 0.5 1 0.5 1 1 1 1 0 1;
+setAttr ".pm[0]" -type "matrix" 1 0 0 0 0 1 0 0 0 0 1 0 0 2 0 1; setAttr ".gm" -type "matrix" 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1;
+createNode transform -n "h"; createNode cluster -n "c"; createNode tweak -n "t"; setAttr -s 1 ".vl[0].vt[1]" -type "float3" 0 1 0;
+createNode groupParts -n "g"; setAttr ".ic" -type "componentList" 1 "vtx[0:5]";
+createNode polySubdFace -n "s"; setAttr ".ics" -type "componentList" 1 "f[0:1]";
+connectAttr "cube.out" "rest.i"; connectAttr "big.out" "wide.i"; connectAttr "rest.w" "shapes.ip[0].ig";
+connectAttr "wide.w" "shapes.it[0].itg[0].iti[6000].igt"; connectAttr "grow.o" "shapes.w[0]";
+connectAttr "shapes.og[0]" "g.ig"; connectAttr "g.og" "c.ip[0].ig"; connectAttr "h.wm" "c.ma";
+connectAttr "c.og[0]" "t.ip[0].ig"; connectAttr "t.og[0]" "k.ip[0].ig"; connectAttr "lower.wm" "k.ma[0]";
+connectAttr "upper.wm" "k.ma[1]"; connectAttr "bend.o" "upper.rz"; connectAttr "k.og[0]" "skin.i";
