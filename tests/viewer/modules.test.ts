@@ -121,6 +121,11 @@ test("a line of a track goes through its keys, integers in steps, and angles wit
     assert.ok(Math.abs(z.points[z.points.length - 1] - 360) < 1e-3);
     assert.equal(z.keys.length, 18);
     assert.deepEqual(boundsOf([{ name: "", points: Float64Array.from([0, NaN, 1, 3, 2, -1]), keys: new Float64Array() }]), [-1, 3]);
+    // The signs of keys tell the way: from 0 to -170 degrees told as the opposite quaternion goes the long way round.
+    const half = (85 * Math.PI) / 180;
+    const long = track(Kind.quaternionSlerp, 4, [0, 1], [0, 0, 0, 1, 0, 0, Math.sin(half), -Math.cos(half)]);
+    const middle = seriesOf([long], 0, 0, 1, 2, "quaternion").map(({ points }) => points[3]);
+    [0, 0, Math.sin((95 * Math.PI) / 360), Math.cos((95 * Math.PI) / 360)].forEach((v, i) => assert.ok(Math.abs(middle[i] - v) < 1e-6));
     const cursors = new Cursors([track(Kind.vector3, 3, [], []), track(Kind.quaternionSlerp, 4, [], [])]);
     const out = [9, 9, 9, 9];
     cursors.value(0, out);
