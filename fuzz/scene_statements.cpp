@@ -24,7 +24,8 @@ constexpr std::string_view PATHS =
     "ktv[3] kit[1:2] kix[0:2] "
     "tan vt[0:2] fc[0:1] pt[1] n[0:2] ed[0:2] wl[0:1].w wl[0].w[1] dsm uvst[0].uvsn uvst[0].uvsp[0:2] rp it t.tx w[0] "
     "b translate.translateX hsj hee hsv hp pv pvx twi ikb pa mrxe mnrl ps st pi in clst[0].clsp[0:1] iog[0].og[0].gid "
-    "ia ib wa wb fgwt bgwt acm ram c1 c2 op ft ocr mn mx vl[0] vl[0:1] ov p1 p2 imat i[0] in[0] out[0] ixp ip[0].ig og[0] "
+    "ia ib wa wb fgwt bgwt acm ram c1 c2 op ft ocr mn mx vl[0] vl[0:1] ov p1 p2 imat i[0] in[0] out[0] ixp ip[0].ig "
+    "og[0] "
     "ma[0] ma[1] pm[0] gm it[0].itg[0].iti[6000].igt it[0].itg[1].iti[5500].ipt it[0].itg[1].iti[5500].ict og ig ic "
     "ics dv en nw w";
 // What references name: those of the first file stand in r, and those of that one's in r:d.

@@ -76,10 +76,11 @@ void SHARED_BLOCKS::give_back(void* memory, std::size_t size) noexcept {
 void SHARED_BLOCKS::open() {
     close();
     my_block_size = my_block_size == 0 ? FIRST_SIZE : std::min(my_block_size * 4, LARGEST_SIZE);
-    my_block = ::new (allocate_memory(my_block_size, alignof(BLOCK))) BLOCK;
+    u8* start = static_cast<u8*>(allocate_memory(my_block_size, alignof(BLOCK)));
+    my_block = ::new (static_cast<void*>(start)) BLOCK;
     my_block->size = my_block_size;
-    my_next = reinterpret_cast<u8*>(my_block + 1);
-    my_end = reinterpret_cast<u8*>(my_block) + my_block_size;
+    my_next = start + sizeof(BLOCK);
+    my_end = start + my_block_size;
     HIDE(my_next, my_block_size - sizeof(BLOCK));
 }
 

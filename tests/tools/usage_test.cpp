@@ -36,7 +36,8 @@ TEST_F(ToolTest, help_and_documents_tell_every_verb_and_option) {
     EXPECT_EQ(help.exit_code, 0);
     EXPECT_TRUE(run({"--version"}).out.starts_with("vor2 "));
     const std::string man = run({"documents", "man"}).out;
-    for (const std::string verb : {"export", "import", "host", "info", "dump", "diff", "pose", "upgrade", "convert", "optimise"}) {
+    for (const std::string verb :
+         {"export", "import", "host", "info", "dump", "diff", "pose", "upgrade", "convert", "optimise"}) {
         EXPECT_NE(help.out.find("\n  " + verb + " "), std::string::npos) << verb;
         EXPECT_NE(man.find(".SS vor2 " + verb + " "), std::string::npos) << verb;
         const Outcome own = run({verb, "--help"});
