@@ -113,8 +113,7 @@ std::uint64_t write_check_json(const CheckedScene& checked, JsonWriter::Layout l
         });
         json.end_array();
     }
-    json.key("count");
-    json.number(found);
+    json.number("count", found);
     json.end_object();
     json.finish();
     return found;

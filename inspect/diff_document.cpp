@@ -50,8 +50,7 @@ std::uint64_t write_diff_json(const ScenePair& scenes, const DiffOptions& option
     const std::uint64_t count =
         compare_scenes(scenes.first, scenes.second, options, [&json](const Difference& d) { write_json(d, json); });
     json.end_array();
-    json.key("count");
-    json.number(count);
+    json.number("count", count);
     json.end_object();
     json.finish();
     return count;

@@ -219,8 +219,7 @@ void write_nodes_json(const SceneFacts& facts, JsonWriter& json) {
         json.begin_object();
         json.key("name");
         json.text(node.name);
-        json.key("parent");
-        json.number(std::int64_t{node.parent});
+        json.number("parent", std::int64_t{node.parent});
         write_keys(json, "position_keys", node.position_keys);
         write_keys(json, "rotation_keys", node.rotation_keys);
         write_keys(json, "scale_keys", node.scale_keys);
@@ -234,14 +233,11 @@ void write_chunks_json(const SceneFacts& facts, JsonWriter& json) {
     json.begin_array();
     for (const ChunkSize& kind : facts.chunks.kinds) {
         json.begin_object();
-        json.key("chunk_id");
-        json.number(std::int64_t{kind.chunk_id});
+        json.number("chunk_id", std::int64_t{kind.chunk_id});
         json.key("name");
         json.text(kind.name);
-        json.key("count");
-        json.number(kind.count);
-        json.key("bytes");
-        json.number(kind.bytes);
+        json.number("count", kind.count);
+        json.number("bytes", kind.bytes);
         json.end_object();
     }
     json.end_array();
@@ -272,30 +268,23 @@ void write_info_json(const SceneFacts& facts, TextOut& out) {
     json.begin_object();
     json.key("file");
     json.text(facts.file);
-    json.key("bytes");
-    json.number(facts.bytes);
-    json.key("version");
-    json.number(facts.version);
+    json.number("bytes", facts.bytes);
+    json.number("version", facts.version);
     write_record_json(facts, json);
     json.key("time_range");
     json.begin_array();
     json.number(facts.start);
     json.number(facts.end);
     json.end_array();
-    json.key("sample_rate");
-    json.number(facts.sample_rate);
+    json.number("sample_rate", facts.sample_rate);
     json.key("counts");
     json.begin_object();
-    json.key("nodes");
-    json.number(std::uint64_t{facts.nodes.size()});
+    json.number("nodes", std::uint64_t{facts.nodes.size()});
     for (const auto& [name, count] : facts.objects) {
-        json.key(name);
-        json.number(count);
+        json.number(name, count);
     }
-    json.key("tracks");
-    json.number(facts.tracks);
-    json.key("keys");
-    json.number(facts.keys);
+    json.number("tracks", facts.tracks);
+    json.number("keys", facts.keys);
     json.end_object();
     write_nodes_json(facts, json);
     write_chunks_json(facts, json);

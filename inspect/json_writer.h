@@ -69,6 +69,11 @@ public:
     void number(double value);
     void number(std::int64_t value) { value_text(std::to_string(value)); }
     void number(std::uint64_t value) { value_text(std::to_string(value)); }
+    template<class NUMBER>
+    void number(std::string_view name, NUMBER value) {
+        key(name);
+        number(value);
+    }
     void boolean(bool value) { value_text(value ? "true" : "false"); }
     void null() { value_text("null"); }
     void text(std::u16string_view value) { value_text(quoted(value)); }

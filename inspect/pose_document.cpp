@@ -53,16 +53,14 @@ void write_pose_text(const VOR2& scene, TextOut& out) {
 void write_pose_json(const VOR2& scene, float time, TextOut& out) {
     JsonWriter json(out, JsonWriter::Layout::indented);
     json.begin_object();
-    json.key("time");
-    json.number(time);
+    json.number("time", time);
     json.key("nodes");
     json.begin_array();
     for (const VOR2_MATRIX_NODE& node : scene.matrix_hierarchy.nodes) {
         json.begin_object();
         json.key("name");
         json.text(node.name.view());
-        json.key("parent");
-        json.number(std::int64_t{node.parent_index});
+        json.number("parent", std::int64_t{node.parent_index});
         json.key("world_matrix");
         json.begin_array(true);
         for (const auto& row : node.world_matrix.m) {

@@ -63,8 +63,7 @@ void MeshPack::write_mesh(std::string_view list, u64 index, const MESH& mesh) {
     json_.text(std::string(list) + "[" + std::to_string(index) + "]");
     json_.key("name");
     json_.text(inspect::readable(mesh.name));
-    json_.key("node");
-    json_.number(std::int64_t{mesh.matrix_index});
+    json_.number("node", std::int64_t{mesh.matrix_index});
     std::vector<u32> place_of;
     place_of.reserve(mesh.vertices.size());
     write_vertices(mesh, place_of);
@@ -86,12 +85,9 @@ void MeshPack::write_groups(const VOR2_TRI_OBJECT& mesh, const std::vector<u32>&
             for (const u32 corner : {t.first, t.second, t.third}) triangles.push_back(place_of[corner]);
         }
         json_.begin_object();
-        json_.key("first");
-        json_.number(u64{first});
-        json_.key("count");
-        json_.number(u64{triangles.size() / 3 - first});
-        json_.key("material");
-        json_.number(std::int64_t{static_cast<i32>(group.material_id)});
+        json_.number("first", u64{first});
+        json_.number("count", u64{triangles.size() / 3 - first});
+        json_.number("material", std::int64_t{static_cast<i32>(group.material_id)});
         json_.end_object();
     }
     json_.end_array();
@@ -129,8 +125,7 @@ std::vector<std::vector<u32>> MeshPack::write_plain_vertices(const VERTICES& ver
         }
     }
     if (extra_width > 0) extras[0].push_back(static_cast<u32>(extras[1].size()));
-    json_.key("vertices");
-    json_.number(std::int64_t{rows.count()});
+    json_.number("vertices", std::int64_t{rows.count()});
     write_span("positions", block_.add(positions));
     write_span("normals", block_.add(normals));
     if (coloured)
@@ -201,8 +196,7 @@ void MeshPack::write_vertices(const VOR2_MORPH_MESH& mesh, std::vector<u32>& pla
         json_.begin_object();
         json_.key("name");
         json_.text(inspect::readable(target.name));
-        json_.key("track");
-        json_.number(std::int64_t{tracks_.add(target.track)});
+        json_.number("track", std::int64_t{tracks_.add(target.track)});
         json_.end_object();
     }
     json_.end_array();
@@ -212,8 +206,7 @@ void MeshPack::write_vertices(const VOR2_MORPH_MESH& mesh, std::vector<u32>& pla
 void MeshPack::write_vertices(const VOR2_ANIM_MESH& mesh, std::vector<u32>& place_of) {
     json_.key("kind");
     json_.text(std::string_view("anim"));
-    json_.key("vertices");
-    json_.number(u64{mesh.vertices.size()});
+    json_.number("vertices", u64{mesh.vertices.size()});
     std::vector<u32> numbers, uvs;
     bool mapped = false;
     for (const VOR2_ANIM_MESH_VERT& vertex : mesh.vertices) {

@@ -31,8 +31,7 @@ public:
         write_properties();
         json_.key("meshes");
         meshes_.write_all(scene_);
-        json_.key("badTriangles");
-        json_.number(meshes_.bad_triangles());
+        json_.number("badTriangles", meshes_.bad_triangles());
         write_materials();
         write_objects();
         write_span("tracks", tracks_.finish());
@@ -48,8 +47,7 @@ private:
     }
     template<class NUMBER>
     void number(std::string_view key, NUMBER value) {
-        json_.key(key);
-        json_.number(value);
+        json_.number(key, value);
     }
     void write_span(std::string_view key, WordSpan span) {
         json_.key(key);

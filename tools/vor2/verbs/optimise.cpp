@@ -150,18 +150,14 @@ private:
 
     void write_json(const VOR2& scene, const Result& result, TextOut& out) const {
         JsonWriter json(out, JsonWriter::Layout::indented);
-        const auto number = [&json](std::string_view name, auto value) {
-            json.key(name);
-            json.number(value);
-        };
         json.begin_object();
         json.key("file");
         json.text(std::string_view(output_));
-        number("keys_before", result.keys_before);
-        number("keys_after", result.keys_after);
-        number("bytes_before", bytes_before_);
-        number("bytes_after", bytes_after_);
-        number("tolerance", limits_.position);
+        json.number("keys_before", result.keys_before);
+        json.number("keys_after", result.keys_after);
+        json.number("bytes_before", bytes_before_);
+        json.number("bytes_after", bytes_after_);
+        json.number("tolerance", limits_.position);
         json.key("worst");
         if (result.worst_node) {
             write_node(scene, result, *result.worst_node, json);
@@ -180,20 +176,16 @@ private:
     /// Lengths in metres, times in seconds, angles in radians.
     static void write_node(const VOR2& scene, const Result& result, u64 index, JsonWriter& json) {
         const NodeReport& node = result.nodes[index];
-        const auto number = [&json](std::string_view name, auto value) {
-            json.key(name);
-            json.number(value);
-        };
         json.begin_object();
-        number("node", std::uint64_t{index});
+        json.number("node", std::uint64_t{index});
         json.key("name");
         json.text(scene.matrix_hierarchy.nodes[index].name.view());
-        number("keys_before", node.keys_before);
-        number("keys_after", node.keys_after);
-        number("point_distance", node.point_distance);
-        number("error", node.worst_position);
-        number("time", node.worst_time);
-        number("rotation", node.worst_rotation);
+        json.number("keys_before", node.keys_before);
+        json.number("keys_after", node.keys_after);
+        json.number("point_distance", node.point_distance);
+        json.number("error", node.worst_position);
+        json.number("time", node.worst_time);
+        json.number("rotation", node.worst_rotation);
         json.end_object();
     }
 
