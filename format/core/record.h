@@ -186,19 +186,33 @@ struct BASE_FIELD : FIELD_WORDS<BASE_FIELD<BASE>> {
     }
 };
 
-/// An optional object of old files that is read over: nothing keeps it, and nothing writes it.
-template<class FAMILY>
-struct PASSED_OVER_FIELD : FIELD_WORDS<PASSED_OVER_FIELD<FAMILY>> {
+/// What stands in a record's place but is no member of its class: its size isn't known beforehand, and who compares or
+/// moves the members passes it by.
+template<class SELF>
+struct FIELD_BESIDE : FIELD_WORDS<SELF> {
     std::string_view name;
 
-    constexpr explicit PASSED_OVER_FIELD(std::string_view field_name) : name(field_name) {
-        this->rules.is_written = false;
-        this->rules.load_counts = false;
-    }
+    constexpr explicit FIELD_BESIDE(std::string_view field_name) : name(field_name) {}
     static constexpr bool IS_PUT = false;
     [[nodiscard]] static constexpr bool is_fixed() { return false; }
     static constexpr u32 fixed_size() { return 0; }
     static constexpr u32 least_size() { return sizeof(u32); }
+    template<class T>
+    static bool equal(const T&, const T&) {
+        return true;
+    }
+    template<class T, class STEP>
+    static void walk(T&, const STEP&) {}
+};
+
+/// An optional object of old files that is read over: nothing keeps it, and nothing writes it.
+template<class FAMILY>
+struct PASSED_OVER_FIELD : FIELD_BESIDE<PASSED_OVER_FIELD<FAMILY>> {
+    constexpr explicit PASSED_OVER_FIELD(std::string_view field_name)
+        : FIELD_BESIDE<PASSED_OVER_FIELD<FAMILY>>(field_name) {
+        this->rules.is_written = false;
+        this->rules.load_counts = false;
+    }
     template<class T>
     static bool load(T&, VOR2_INPUT_BUFFER& buffer, f32 version) {
         OWNED<FAMILY> object;
@@ -208,12 +222,6 @@ struct PASSED_OVER_FIELD : FIELD_WORDS<PASSED_OVER_FIELD<FAMILY>> {
     static bool save(const T&, VOR2_WRITE_STREAM&) {
         return true;
     }
-    template<class T>
-    static bool equal(const T&, const T&) {
-        return true;
-    }
-    template<class T, class STEP>
-    static void walk(T&, const STEP&) {}
     template<class T>
     static void describe(const T&, RECORD_VISITOR&) {}
 };

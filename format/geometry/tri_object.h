@@ -44,13 +44,8 @@ public:
 };
 
 /// The vertices, which the concrete class holds, in their place in the record.
-struct VERTICES_FIELD : FIELD_WORDS<VERTICES_FIELD> {
-    std::string_view name = "vertices";
-
-    static constexpr bool IS_PUT = false;
-    [[nodiscard]] static constexpr bool is_fixed() { return false; }
-    static constexpr u32 fixed_size() { return 0; }
-    static constexpr u32 least_size() { return sizeof(u32); }
+struct VERTICES_FIELD : FIELD_BESIDE<VERTICES_FIELD> {
+    constexpr VERTICES_FIELD() : FIELD_BESIDE("vertices") {}
     template<class T>
     static bool load(T& self, VOR2_INPUT_BUFFER& buffer, f32 version) {
         return self.load_vertices(buffer, version);
@@ -59,12 +54,6 @@ struct VERTICES_FIELD : FIELD_WORDS<VERTICES_FIELD> {
     static bool save(const T& self, VOR2_WRITE_STREAM& stream) {
         return self.save_vertices(stream);
     }
-    template<class T>
-    static bool equal(const T&, const T&) {
-        return true;
-    }
-    template<class T, class STEP>
-    static void walk(T&, const STEP&) {}
     template<class T>
     static void describe(const T& self, RECORD_VISITOR& visitor) {
         self.describe_vertices(visitor);
