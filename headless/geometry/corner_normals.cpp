@@ -9,11 +9,6 @@
 namespace headless {
 namespace {
 
-std::uint64_t edge_key(int a, int b) {
-    const auto low = static_cast<std::uint32_t>(std::min(a, b)), high = static_cast<std::uint32_t>(std::max(a, b));
-    return (std::uint64_t{high} << 32) | low;
-}
-
 // Corners that have one normal together, by the corner that stands for them all.
 class CornerGroups {
 public:

@@ -7,17 +7,17 @@
 namespace headless {
 namespace {
 
-std::uint64_t edge_key(int a, int b) {
-    const auto low = static_cast<std::uint32_t>(std::min(a, b)), high = static_cast<std::uint32_t>(std::max(a, b));
-    return (std::uint64_t{high} << 32) | low;
-}
-
 double angle_between(const Vector3& a, const Vector3& b) {
     const double lengths = length(a) * length(b);
     return lengths > 0.0 ? std::acos(std::clamp(dot(a, b) / lengths, -1.0, 1.0)) : 0.0;
 }
 
 } // namespace
+
+std::uint64_t edge_key(int a, int b) {
+    const auto low = static_cast<std::uint32_t>(std::min(a, b)), high = static_cast<std::uint32_t>(std::max(a, b));
+    return (std::uint64_t{high} << 32) | low;
+}
 
 double angle_at(const Mesh& mesh, std::size_t before, std::size_t corner, std::size_t after) {
     const auto point = [&](std::size_t at) {

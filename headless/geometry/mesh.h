@@ -117,6 +117,9 @@ void each_loop(const Mesh& mesh, std::size_t face, Visit&& visit) {
     }
 }
 
+/// One number for the two ends of an edge, in whichever order.
+std::uint64_t edge_key(int a, int b);
+
 /// Between the sides of a face that meet at a corner, in radians; 0 where one has no length.
 double angle_at(const Mesh& mesh, std::size_t before, std::size_t corner, std::size_t after);
 
