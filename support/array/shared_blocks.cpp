@@ -27,13 +27,13 @@ namespace VOR2_LOADER {
 namespace {
 
 constexpr std::size_t FIRST_SIZE = 4096, LARGEST_SIZE = 1U << 22U;
-/// In front of what is taken stands the block that it is part of.
-constexpr std::size_t BEFORE = sizeof(void*);
+/// In front of what is taken stands the block that it is part of, on 32-bit systems with room behind it.
+constexpr std::size_t BEFORE = 8;
 /// What a block counts more than is in use, as long as more may be taken out of it: then only giving back counts.
 constexpr u64 OPEN = u64{1} << 40U;
 
 constexpr std::size_t whole_words(std::size_t size) {
-    return (size + 7) & ~std::size_t{7};
+    return (size + BEFORE - 1) & ~(BEFORE - 1);
 }
 
 } // namespace
@@ -56,7 +56,7 @@ void* SHARED_BLOCKS::take(std::size_t size) {
     const std::size_t whole = BEFORE + whole_words(size);
     if (static_cast<std::size_t>(my_end - my_next) < whole) open();
     SHOW(my_next, BEFORE + size);
-    std::memcpy(my_next, &my_block, BEFORE);
+    std::memcpy(my_next, &my_block, sizeof my_block);
     void* out = my_next + BEFORE;
     HIDE(my_next, BEFORE);
     my_next += whole;
@@ -68,7 +68,7 @@ void SHARED_BLOCKS::give_back(void* memory, std::size_t size) noexcept {
     u8* before = static_cast<u8*>(memory) - BEFORE;
     BLOCK* block = nullptr;
     SHOW(before, BEFORE);
-    std::memcpy(&block, before, BEFORE);
+    std::memcpy(&block, before, sizeof block);
     HIDE(before, BEFORE + size);
     block->drop(1);
 }

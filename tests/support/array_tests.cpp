@@ -71,43 +71,47 @@ TEST(array, an_element_of_its_own_can_be_appended_while_it_grows) {
     EXPECT_EQ(array.size(), 100U);
 }
 
-int live_blocks = 0;
+/// For as long as it stands, all memory of arrays is counted.
+class COUNTED_MEMORY {
+public:
+    COUNTED_MEMORY() {
+        live_blocks = 0;
+        allocate_hook = [](std::size_t size, std::size_t) {
+            ++live_blocks;
+            return std::malloc(size);
+        };
+        free_hook = [](void* block) {
+            --live_blocks;
+            std::free(block);
+        };
+    }
+    ~COUNTED_MEMORY() {
+        allocate_hook = nullptr;
+        free_hook = nullptr;
+    }
+    COUNTED_MEMORY(const COUNTED_MEMORY&) = delete;
+    COUNTED_MEMORY& operator=(const COUNTED_MEMORY&) = delete;
+
+    inline static std::atomic<int> live_blocks;
+};
 
 TEST(array, memory_goes_through_the_hooks) {
-    allocate_hook = [](std::size_t size, std::size_t) {
-        ++live_blocks;
-        return std::malloc(size);
-    };
-    free_hook = [](void* block) {
-        --live_blocks;
-        std::free(block);
-    };
+    const COUNTED_MEMORY memory;
     {
         ARRAY<f32> array;
         for (int i = 0; i < 20; ++i) array.push_back(0);
-        EXPECT_EQ(live_blocks, 1);
+        EXPECT_EQ(memory.live_blocks, 1);
     }
-    EXPECT_EQ(live_blocks, 0);
+    EXPECT_EQ(memory.live_blocks, 0);
     allocate_hook = [](std::size_t, std::size_t) -> void* { return nullptr; };
     ARRAY<f32> array;
     EXPECT_THROW(array.reserve(1), std::bad_alloc);
     EXPECT_THROW(array.reserve(~u64{0}), std::bad_alloc);
-    allocate_hook = nullptr;
-    free_hook = nullptr;
     EXPECT_EQ(array.size(), 0U);
 }
 
 TEST(array, small_ones_share_blocks_that_live_as_long_as_the_last_of_them) {
-    static std::atomic<int> live_blocks;
-    live_blocks = 0;
-    allocate_hook = [](std::size_t size, std::size_t) {
-        ++live_blocks;
-        return std::malloc(size);
-    };
-    free_hook = [](void* block) {
-        --live_blocks;
-        std::free(block);
-    };
+    const COUNTED_MEMORY memory;
     std::vector<ARRAY<std::string>> lists(2000);
     {
         SHARED_BLOCKS outer;
@@ -115,16 +119,16 @@ TEST(array, small_ones_share_blocks_that_live_as_long_as_the_last_of_them) {
             lists[i].reserve(1 + i % 3);
             for (u64 k = 0; k <= i % 3; ++k) lists[i].emplace_back();
         }
-        EXPECT_LT(live_blocks, 8);
+        EXPECT_LT(memory.live_blocks, 8);
         {
             SHARED_BLOCKS inner;
             ARRAY<u8> odd;
             odd.grow_by(3);
             odd[2] = 7;
             ARRAY<f64> large;
-            const int before = live_blocks;
+            const int before = memory.live_blocks;
             large.reserve(SHARED_BLOCKS::MOST); // more bytes than are shared
-            EXPECT_EQ(live_blocks, before + 1);
+            EXPECT_EQ(memory.live_blocks, before + 1);
         }
         EXPECT_EQ(SHARED_BLOCKS::current(), &outer);
     }
@@ -139,9 +143,7 @@ TEST(array, small_ones_share_blocks_that_live_as_long_as_the_last_of_them) {
     std::thread([&] { lists.erase(lists.begin() + 6, lists.end()); }).join();
     lists.clear();
     copy = {};
-    EXPECT_EQ(live_blocks, 0);
-    allocate_hook = nullptr;
-    free_hook = nullptr;
+    EXPECT_EQ(memory.live_blocks, 0);
 }
 
 struct SHAPE {
