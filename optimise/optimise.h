@@ -21,10 +21,9 @@
 /// i-th of the n moving tracks on the way to a leaf grows with i / n up to the tolerance, so that each finds room that
 /// the ones before it didn't take. Then, from the leaves to the roots and with all others as they have become, each
 /// track looks at the full tolerance for ways over fewer keys between those that it has. In the end the result is
-/// measured through the library's own tracks, and
-/// where it is over after all, keys come back until it isn't. The time is linear in keys times the nodes below each
-/// track; the memory is
-/// that of a few copies of the hierarchy and `Limits::memory`.
+/// measured through the library's own tracks, and where it is over after all, keys come back until it isn't. The time
+/// is linear in keys times the nodes below each track; the memory is that of a few copies of the hierarchy and
+/// `Limits::memory`.
 
 #include "format/scene/root.h"
 

@@ -4,7 +4,7 @@
 ///
 /// The library binds a weighted mesh to its bones where they stand at the start of the file's time range. Where a skin
 /// is bound in another pose, the range begins one sample earlier, with the bones as they are bound, and the property
-/// `first_time` of the mesh says where the motion itself begins. What a bone's node can't do, since the hierarchy has
+/// `first_time` of the mesh says where the motion itself begins. What a bone's node can't do, since an export samples
 /// no scale and no shear, a node under it does: it is named like the bone, and the mesh has it for its bone.
 
 #include "host/export/file_world.h"
@@ -54,7 +54,6 @@ private:
     void follow(MESH_IN_WORK& work);
     void add_mesh(MESH_IN_WORK& work);
     [[nodiscard]] AFFINE node_at(i32 node, std::size_t sample) const;
-    [[nodiscard]] f32 time_of(std::size_t sample) const;
 
     VOR2& my_root;
     const FILE_WORLD& my_world;
