@@ -1,6 +1,7 @@
 #include "convert/built_shapes.h"
 
 #include "convert/properties.h"
+#include "format/tracks/constant_track.h"
 
 #include <algorithm>
 #include <cmath>
@@ -166,12 +167,6 @@ void add_line(const ImportedLine& source, VOR2& scene) {
     scene.bezier_spline_objects.push_back(std::move(object));
 }
 
-OWNED<VOR2_ANIMATABLE_COLOUR> constant_colour(const std::array<double, 3>& colour) {
-    auto track = make_owned<VOR2_ANIMATABLE_COLOUR_LINEAR>();
-    track->add_key({static_cast<f32>(colour[0]), static_cast<f32>(colour[1]), static_cast<f32>(colour[2]), 1.0F}, 0.0F);
-    return track;
-}
-
 OWNED<VOR2_LIGHT> light_of(const ImportedLight& source) {
     switch (source.kind) {
     case ImportedLight::Kind::directional:
@@ -223,7 +218,7 @@ void add_objects(const ImportedScene& source, VOR2& scene) {
         out->name = text_of(light.name);
         out->matrix_index = static_cast<u32>(light.node);
         out->extended_properties = light.properties;
-        out->colour_track_1 = constant_colour(light.colour);
+        out->colour_track_1 = constant(light.colour);
         out->float_track = constant(light.intensity);
         if (light.range > 0) out->max_params.attenuation_2.float_track_2 = constant(light.range);
         scene.lights.push_back(std::move(out));
@@ -235,9 +230,8 @@ void add_objects(const ImportedScene& source, VOR2& scene) {
         out->extended_properties = camera.properties;
         out->camera_type = camera.orthographic ? 1 : 0;
         out->float_track_1 = constant(camera.size);
-        auto range = make_owned<VOR2_ANIMATABLE_FLOAT32_RANGE_LINEAR>();
-        range->add_key({static_cast<f32>(camera.nearest), static_cast<f32>(camera.furthest)}, 0.0F);
-        out->range_track_1 = std::move(range);
+        out->range_track_1 = constant_track<VOR2_ANIMATABLE_FLOAT32_RANGE_LINEAR>(
+            VOR2_FLOAT32_RANGE{static_cast<f32>(camera.nearest), static_cast<f32>(camera.furthest)});
         if (camera.aspect_ratio > 0 && !float_property(out->extended_properties, "aspect_ratio"))
             add_float(out->extended_properties, "aspect_ratio", camera.aspect_ratio);
         scene.cameras.push_back(std::move(out));

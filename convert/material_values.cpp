@@ -119,12 +119,6 @@ void add_map(VOR2_STANDARD_MATERIAL& material, std::string_view use, const std::
     material.maps.push_back(std::move(normal));
 }
 
-OWNED<VOR2_ANIMATABLE_COLOUR> constant_colour(const std::array<double, 3>& colour) {
-    auto track = make_owned<VOR2_ANIMATABLE_COLOUR_LINEAR>();
-    track->add_key({static_cast<f32>(colour[0]), static_cast<f32>(colour[1]), static_cast<f32>(colour[2]), 1.0F}, 0.0F);
-    return track;
-}
-
 } // namespace
 
 MaterialValues material_values(const VOR2_MATERIAL& material) {
@@ -144,9 +138,9 @@ MaterialValues material_values(const VOR2_MATERIAL& material) {
 OWNED<VOR2_MATERIAL> make_material(const MaterialValues& values) {
     auto material = make_owned<VOR2_STANDARD_MATERIAL>();
     material->name = text_of(values.name);
-    material->ambient_colour = constant_colour({0, 0, 0});
-    material->colour_track_1 = constant_colour(values.base_colour);
-    material->colour_track_3 = constant_colour(values.emission);
+    material->ambient_colour = constant({0, 0, 0});
+    material->colour_track_1 = constant(values.base_colour);
+    material->colour_track_3 = constant(values.emission);
     material->transparency = constant(1 - values.opacity);
     material->float_track_1 = constant(1 - values.roughness);
     add_map(*material, "colour", values.colour);

@@ -1,5 +1,6 @@
 #include "convert/properties.h"
 
+#include "format/tracks/constant_track.h"
 #include "support/text/unicode.h"
 
 namespace vor2::convert {
@@ -78,15 +79,16 @@ void drop_property(VOR2_EXTENDED_PROPERTIES& properties, std::string_view name) 
 }
 
 OWNED<VOR2_ANIMATABLE_FLOAT32> constant(double value) {
-    auto track = make_owned<VOR2_ANIMATABLE_FLOAT32_LINEAR>();
-    track->add_key(static_cast<f32>(value), 0.0F);
-    return track;
+    return constant_track<VOR2_ANIMATABLE_FLOAT32_LINEAR>(static_cast<f32>(value));
 }
 
 OWNED<VOR2_ANIMATABLE_INT32> constant(int value) {
-    auto track = make_owned<VOR2_ANIMATABLE_INT32_RLE>();
-    track->add_key(value, 0.0F);
-    return track;
+    return constant_track<VOR2_ANIMATABLE_INT32_RLE>(value);
+}
+
+OWNED<VOR2_ANIMATABLE_COLOUR> constant(const std::array<double, 3>& colour) {
+    return constant_track<VOR2_ANIMATABLE_COLOUR_LINEAR>(
+        VOR2_COLOUR(static_cast<f32>(colour[0]), static_cast<f32>(colour[1]), static_cast<f32>(colour[2]), 1.0F));
 }
 
 } // namespace vor2::convert

@@ -4,6 +4,7 @@
 
 #include "format/vor2.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,5 +29,6 @@ void drop_property(VOR2_LOADER::VOR2_EXTENDED_PROPERTIES& properties, std::strin
 /// A track that holds one value.
 VOR2_LOADER::OWNED<VOR2_LOADER::VOR2_ANIMATABLE_FLOAT32> constant(double value);
 VOR2_LOADER::OWNED<VOR2_LOADER::VOR2_ANIMATABLE_INT32> constant(int value);
+VOR2_LOADER::OWNED<VOR2_LOADER::VOR2_ANIMATABLE_COLOUR> constant(const std::array<double, 3>& colour);
 
 } // namespace vor2::convert

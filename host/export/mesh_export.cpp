@@ -70,7 +70,7 @@ private:
     static VOR2& at_start(VOR2& root, const SAMPLE_RANGE& range) {
         MGlobal::viewFrame(time_of_frame(range.start_frame));
         root.matrix_hierarchy.link_parents();
-        root.matrix_hierarchy.set_time(static_cast<f32>(range.start_sample / range.sample_at));
+        root.matrix_hierarchy.set_time(range.start_time());
         return root;
     }
 
@@ -171,8 +171,8 @@ private:
         const PLACEMENT placement =
             placement_of(inverse(AFFINE(my_root.matrix_hierarchy.nodes[shape.index].world_matrix)) *
                          my_world.in_file(my_world.top_of(shape.index), shape.path.inclusiveMatrix()));
-        const auto time = static_cast<f32>(my_range.start_sample / my_range.sample_at);
-        return add_nodes(my_root.matrix_hierarchy, placement, name, static_cast<i32>(shape.index), time);
+        return add_nodes(my_root.matrix_hierarchy, placement, name, static_cast<i32>(shape.index),
+                         my_range.start_time());
     }
 
     bool add_rigid(const SHAPE& shape, WHOLE_MESH& mesh) {
@@ -217,8 +217,7 @@ private:
         if (!my_skins.has_meshes() && my_morphs.empty() && my_moving.empty()) return;
         for (const MOMENT& moment : my_moments) {
             MGlobal::viewFrame(time_of_frame(moment.frame));
-            if (my_skins.has_meshes())
-                my_root.matrix_hierarchy.set_time(static_cast<f32>(moment.number / my_range.sample_at));
+            if (my_skins.has_meshes()) my_root.matrix_hierarchy.set_time(my_range.time(moment.number));
             my_skins.sample();
             my_check.sample();
             for (MORPH_SHAPE& morph : my_morphs) morph.sample();

@@ -1,6 +1,6 @@
 #include "host/export/mesh_placement.h"
 
-#include "format/tracks/tracks.h"
+#include "format/tracks/constant_track.h"
 
 #include <cmath>
 
@@ -115,10 +115,8 @@ void add_node(VOR2_MATRIX_HIERARCHY& hierarchy, const TEXT& name, i32 parent, VE
     VOR2_MATRIX_NODE& node = hierarchy.nodes.emplace_back();
     node.name = name;
     node.parent_index = parent;
-    node.position_track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
-    node.position_track->add_key(position, time);
-    node.rotation_track = make_owned<VOR2_ANIMATABLE_QUATERNION_SLERP>();
-    node.rotation_track->add_key(rotation, time);
+    node.position_track = constant_track<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(position, time);
+    node.rotation_track = constant_track<VOR2_ANIMATABLE_QUATERNION_SLERP>(rotation, time);
 }
 
 } // namespace
@@ -237,9 +235,7 @@ PLACEMENT placement_of(const AFFINE& map) {
 u32 add_nodes(VOR2_MATRIX_HIERARCHY& hierarchy, const PLACEMENT& placement, const TEXT& name, i32 parent, f32 time) {
     add_node(hierarchy, name, parent, placement.position, placement.outer, time);
     if (placement.has_scale) {
-        OWNED<VOR2_ANIMATABLE_VECTOR_3>& track = hierarchy.nodes.back().scale_track;
-        track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
-        track->add_key(placement.scale, time);
+        hierarchy.nodes.back().scale_track = constant_track<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(placement.scale, time);
     }
     if (placement.has_inner) {
         const auto outer = static_cast<i32>(hierarchy.nodes.size()) - 1;
@@ -285,8 +281,8 @@ u32 add_moving_nodes(VOR2_MATRIX_HIERARCHY& hierarchy, const std::vector<f32>& t
         VOR2_MATRIX_NODE& second = hierarchy.nodes.emplace_back();
         second.name = name;
         second.parent_index = static_cast<i32>(hierarchy.nodes.size()) - 2;
-        second.position_track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
-        second.position_track->add_key(VECTOR_3(0.0F, 0.0F, 0.0F), times.front());
+        second.position_track =
+            constant_track<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(VECTOR_3(0.0F, 0.0F, 0.0F), times.front());
         second.rotation_track = std::move(inner);
     }
     return static_cast<u32>(hierarchy.nodes.size()) - 1;

@@ -1,6 +1,6 @@
 #include "host/export/mesh_translation.h"
 
-#include "format/tracks/tracks.h"
+#include "format/tracks/constant_track.h"
 #include "host/export/host_text.h"
 #include "support/platform/platform.h"
 
@@ -146,10 +146,9 @@ bool translate_lambert(const MFnLambertShader& shader, VOR2_STANDARD_MATERIAL& m
     material.name = to_text(shader.name());
     material.material_flag = false;
     const MColor ambient = shader.ambientColor();
-    material.ambient_colour = make_owned<VOR2_ANIMATABLE_COLOUR_LINEAR>();
-    material.ambient_colour->add_key(VOR2_COLOUR(ambient.r, ambient.g, ambient.b, ambient.a), 0.0F);
-    material.transparency = make_owned<VOR2_ANIMATABLE_FLOAT32_LINEAR>();
-    material.transparency->add_key(shader.transparency().a, 0.0F);
+    material.ambient_colour =
+        constant_track<VOR2_ANIMATABLE_COLOUR_LINEAR>(VOR2_COLOUR(ambient.r, ambient.g, ambient.b, ambient.a));
+    material.transparency = constant_track<VOR2_ANIMATABLE_FLOAT32_LINEAR>(shader.transparency().a);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "format/tracks/tracks.h"
 #include "host/export/host_text.h"
+#include "host/export/telling_keys.h"
 
 #include <maya/MFloatVector.h>
 #include <maya/MFnComponentListData.h>
@@ -166,16 +167,9 @@ void MORPH_SHAPE::finish(VOR2& root, const SAMPLE_RANGE& range) {
         entry.name = my_names[target];
         entry.track = make_owned<VOR2_ANIMATABLE_FLOAT32_LINEAR>();
         const std::vector<f32>& weights = my_weights[target];
-        for (std::size_t k = 0; k < weights.size(); ++k) {
-            // What stands between two keys of its own value adds nothing.
-            const bool as_before = k > 0 && weights[k] == weights[k - 1];
-            const bool as_behind = k + 1 == weights.size() || weights[k] == weights[k + 1];
-            if (as_before && as_behind) continue;
-            entry.track->add_key(weights[k],
-                                 static_cast<f32>((range.start_sample + static_cast<double>(k)) / range.sample_at));
-        }
+        add_telling_keys(*entry.track, range, weights.size(), [&](std::size_t k) -> const f32& { return weights[k]; });
     }
-    made->set_time(static_cast<f32>(range.start_sample / range.sample_at));
+    made->set_time(range.start_time());
     root.morph_meshes.push_back(std::move(made));
 }
 

@@ -1,30 +1,18 @@
 #include "host/export/moving_points.h"
 
-#include "format/tracks/tracks.h"
+#include "format/tracks/constant_track.h"
+#include "host/export/telling_keys.h"
 
 #include <maya/MPointArray.h>
 
 namespace VOR2_EXPORTER_MAYA {
 namespace {
 
-/// Without the keys that stand between two of their own value.
 OWNED<VOR2_ANIMATABLE_VECTOR_3> track_of(const std::vector<std::vector<VECTOR_3>>& samples, std::size_t vertex,
                                          const SAMPLE_RANGE& range) {
     OWNED<VOR2_ANIMATABLE_VECTOR_3> track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
-    for (std::size_t k = 0; k < samples.size(); ++k) {
-        const VECTOR_3& value = samples[k][vertex];
-        const bool as_before = k > 0 && value == samples[k - 1][vertex];
-        const bool as_behind = k + 1 == samples.size() || value == samples[k + 1][vertex];
-        if (as_before && as_behind) continue;
-        track->add_key(value, static_cast<f32>((range.start_sample + static_cast<double>(k)) / range.sample_at));
-    }
-    return track;
-}
-
-template<class TRACK, class VALUE>
-OWNED<TRACK> constant(const VALUE& value, const SAMPLE_RANGE& range) {
-    auto track = make_owned<TRACK>();
-    track->add_key(value, static_cast<f32>(range.start_sample / range.sample_at));
+    add_telling_keys(*track, range, samples.size(),
+                     [&](std::size_t k) -> const VECTOR_3& { return samples[k][vertex]; });
     return track;
 }
 
@@ -54,9 +42,9 @@ void MOVING_POINTS::finish(VOR2& root, const SAMPLE_RANGE& range) {
         VOR2_ANIM_MESH_VERT& vertex = made->vertices[i];
         vertex.position_track = track_of(my_positions, i, range);
         vertex.normal_track = track_of(my_normals, i, range);
-        vertex.colour_track = constant<VOR2_ANIMATABLE_COLOUR_LINEAR>(from.colour, range);
+        vertex.colour_track = constant_track<VOR2_ANIMATABLE_COLOUR_LINEAR>(from.colour, range.start_time());
         for (const VECTOR_3& uv : from.uvs)
-            vertex.uv_tracks.push_back(constant<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(uv, range));
+            vertex.uv_tracks.push_back(constant_track<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(uv, range.start_time()));
     }
     root.anim_meshes.push_back(std::move(made));
 }

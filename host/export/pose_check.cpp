@@ -93,7 +93,7 @@ POSE_CHECK::WORST POSE_CHECK::worst(const WATCHED& watched, VOR2& probe) const {
     for (std::size_t k = 0; k < watched.points.size(); ++k) {
         const std::vector<VECTOR_3>& points = watched.points[k];
         if (points.empty()) continue;
-        probe.set_time(static_cast<f32>(my_moments[k].number / my_range.sample_at));
+        probe.set_time(my_range.time(my_moments[k].number));
         double apart = 0.0;
         if (watched.is_skin) {
             apart = farthest(*probe.weighted_meshes[0], nullptr, watched.point_of, points);

@@ -1,6 +1,6 @@
 #include "host/export/properties.h"
 
-#include "format/tracks/tracks.h"
+#include "format/tracks/constant_track.h"
 #include "host/export/export_settings.h"
 #include "host/export/host_text.h"
 
@@ -24,15 +24,13 @@ void add_text(VOR2_EXTENDED_PROPERTIES& properties, const std::string& name, con
 void add_number(VOR2_EXTENDED_PROPERTIES& properties, const std::string& name, double value) {
     auto& made = properties.float_properties.emplace_back();
     made.name = to_text(MString(name.c_str()));
-    made.track = make_owned<VOR2_ANIMATABLE_FLOAT32_LINEAR>();
-    made.track->add_key(static_cast<f32>(value), 0.0F);
+    made.track = constant_track<VOR2_ANIMATABLE_FLOAT32_LINEAR>(static_cast<f32>(value));
 }
 
 void add_vector(VOR2_EXTENDED_PROPERTIES& properties, const std::string& name, const VECTOR_3& value) {
     auto& made = properties.vector_3_properties.emplace_back();
     made.name = to_text(MString(name.c_str()));
-    made.track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
-    made.track->add_key(value, 0.0F);
+    made.track = constant_track<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(value);
 }
 
 } // namespace VOR2_EXPORTER_MAYA

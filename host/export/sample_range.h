@@ -3,6 +3,7 @@
 #include "host/export/export_settings.h"
 #include "support/types.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace VOR2_EXPORTER_MAYA {
@@ -18,6 +19,12 @@ struct SAMPLE_RANGE {
     VOR2_LOADER::i32 frame_count = 0; ///< samples up to the last frame; there can be one more
 
     [[nodiscard]] double step() const { return 1.0 / sample_ratio; }
+    /// The file's time of a sample by its number, and of the range's first and k-th.
+    [[nodiscard]] VOR2_LOADER::f32 time(double number) const {
+        return static_cast<VOR2_LOADER::f32>(number / sample_at);
+    }
+    [[nodiscard]] VOR2_LOADER::f32 start_time() const { return time(start_sample); }
+    [[nodiscard]] VOR2_LOADER::f32 time_of(std::size_t k) const { return time(start_sample + static_cast<double>(k)); }
 };
 
 /// The most bytes that the keys of all nodes may take before they are thinned out: what a file can hold.
@@ -28,7 +35,7 @@ inline constexpr double KEY_BYTES = 36.0;
 /// One moment of an export.
 struct MOMENT {
     double frame;  ///< in the host
-    double number; ///< the file's time is this divided by `sample_at`
+    double number; ///< of the sample: `SAMPLE_RANGE::time` has the file's time
 };
 [[nodiscard]] std::vector<MOMENT> samples_of(const SAMPLE_RANGE& range);
 

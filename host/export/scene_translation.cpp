@@ -1,5 +1,6 @@
 #include "host/export/scene_translation.h"
 
+#include "format/tracks/constant_track.h"
 #include "host/export/export_record.h"
 #include "host/export/host_text.h"
 #include "host/export/host_time.h"
@@ -27,21 +28,17 @@ constexpr f32 MOST_OFF_UNIT_SQUARE = 2e-3F; ///< of a rotation that is as good a
 
 void fill_environment(VOR2_ENVIRONMENT& environment, const SAMPLE_RANGE& range) {
     environment.sample_rate = range.sample_at;
-    environment.time_range.start = static_cast<f32>(range.start_sample / range.sample_at);
-    environment.time_range.end = static_cast<f32>(range.stop_sample / range.sample_at);
+    environment.time_range.start = range.start_time();
+    environment.time_range.end = range.time(range.stop_sample);
 }
 
 void insert_root(VOR2_MATRIX_HIERARCHY& hierarchy, const SAMPLE_RANGE& range) {
-    const VECTOR_3 DUMMY_POS(0.0F, 0.0F, 0.0F);
-    const QUATERNION DUMMY_QUAT = QUATERNION::identity();
-    const f32 time = static_cast<f32>(range.start_sample / range.sample_at);
     hierarchy.nodes.grow_by(1);
     VOR2_MATRIX_NODE& node = hierarchy.nodes[0];
     node.name = u"Exporter Inserted Root";
-    node.position_track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
-    node.position_track->add_key(DUMMY_POS, time);
-    node.rotation_track = make_owned<VOR2_ANIMATABLE_QUATERNION_SLERP>();
-    node.rotation_track->add_key(DUMMY_QUAT, time);
+    node.position_track =
+        constant_track<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(VECTOR_3(0.0F, 0.0F, 0.0F), range.start_time());
+    node.rotation_track = constant_track<VOR2_ANIMATABLE_QUATERNION_SLERP>(QUATERNION::identity(), range.start_time());
 }
 
 // The origin node's offset at the first frame, or none.

@@ -47,10 +47,6 @@ void lead_in(TRACK& track, const VALUE& value, f32 time) {
 
 } // namespace
 
-f32 SKIN_BINDING::time_of(std::size_t sample) const {
-    return static_cast<f32>((my_range.start_sample + static_cast<double>(sample)) / my_range.sample_at);
-}
-
 bool SKIN_BINDING::add(const MDagPath& shape, unsigned int index, const DEFORMER& deformer, WHOLE_MESH mesh) {
     MESH_IN_WORK work;
     work.shape = shape;
@@ -190,7 +186,7 @@ void SKIN_BINDING::follow(MESH_IN_WORK& work) {
             maps.push_back(is_finite ? AFFINE() : inverse(AFFINE(my_bound[0])));
         }
         for (std::size_t k = 0; k < count; ++k) {
-            times.push_back(time_of(k));
+            times.push_back(my_range.time_of(k));
             const AFFINE above = is_finite ? node_at(parent, k) : AFFINE(my_bound[0]);
             maps.push_back(inverse(above) * influence.maps[k] * bound);
         }
@@ -203,7 +199,7 @@ void SKIN_BINDING::add_mesh(MESH_IN_WORK& work) {
     OWNED<VOR2_WEIGHTED_MESH> made = make_owned<VOR2_WEIGHTED_MESH>();
     take_shape(work.mesh, *made);
     made->matrix_index = work.index;
-    if (my_leads_in) add_number(made->extended_properties, "first_time", static_cast<double>(time_of(0)));
+    if (my_leads_in) add_number(made->extended_properties, "first_time", static_cast<double>(my_range.start_time()));
     const AFFINE turn = work.to_bound.of_normals();
     for (u64 i = 0; i < made->vertices.size(); ++i) {
         VOR2_WEIGHTED_MESH_VERT& vertex = made->vertices[i];
@@ -226,11 +222,11 @@ void SKIN_BINDING::finish() {
     if (my_meshes.empty()) return;
     auto& hierarchy = my_root.matrix_hierarchy;
     for (const MESH_IN_WORK& work : my_meshes) my_leads_in = my_leads_in || !is_bound_as_it_starts(work);
-    my_bound_time = time_of(0);
+    my_bound_time = my_range.start_time();
     hierarchy.link_parents();
     hierarchy.set_time(my_bound_time);
     if (my_leads_in) {
-        my_bound_time = static_cast<f32>((my_range.start_sample - 1.0) / my_range.sample_at);
+        my_bound_time = my_range.time(my_range.start_sample - 1.0);
         add_lead_in(my_bound_time);
         my_root.environment.time_range.start = my_bound_time;
         hierarchy.set_time(my_bound_time);

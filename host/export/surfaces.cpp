@@ -1,6 +1,6 @@
 #include "host/export/surfaces.h"
 
-#include "format/tracks/tracks.h"
+#include "format/tracks/constant_track.h"
 #include "host/export/deformers.h"
 #include "host/export/host_text.h"
 #include "host/export/mesh_translation.h"
@@ -33,22 +33,17 @@ std::optional<RGB> colour(const MObject& node, const char* name) {
 }
 
 OWNED<VOR2_ANIMATABLE_COLOUR> colour_track(const RGB& c) {
-    auto track = make_owned<VOR2_ANIMATABLE_COLOUR_LINEAR>();
-    track->add_key(VOR2_COLOUR(static_cast<f32>(c[0]), static_cast<f32>(c[1]), static_cast<f32>(c[2]), 1.0F), 0.0F);
-    return track;
+    return constant_track<VOR2_ANIMATABLE_COLOUR_LINEAR>(
+        VOR2_COLOUR(static_cast<f32>(c[0]), static_cast<f32>(c[1]), static_cast<f32>(c[2]), 1.0F));
 }
 
 OWNED<VOR2_ANIMATABLE_FLOAT32> float_track(double value) {
-    auto track = make_owned<VOR2_ANIMATABLE_FLOAT32_LINEAR>();
-    track->add_key(static_cast<f32>(value), 0.0F);
-    return track;
+    return constant_track<VOR2_ANIMATABLE_FLOAT32_LINEAR>(static_cast<f32>(value));
 }
 
 OWNED<VOR2_ANIMATABLE_VECTOR_2> pair_track(const MObject& node, const char* u, const char* v) {
-    auto track = make_owned<VOR2_ANIMATABLE_VECTOR_2_LINEAR>();
-    track->add_key(
-        VECTOR_2(static_cast<f32>(number(node, u).value_or(0)), static_cast<f32>(number(node, v).value_or(0))), 0.0F);
-    return track;
+    return constant_track<VOR2_ANIMATABLE_VECTOR_2_LINEAR>(
+        VECTOR_2(static_cast<f32>(number(node, u).value_or(0)), static_cast<f32>(number(node, v).value_or(0))));
 }
 
 /// What feeds a plug, or one of its parts.
@@ -73,9 +68,8 @@ OWNED<VOR2_BITMAP_MATERIAL_MAP> bitmap_of(const MObject& file, const char* use) 
     map->coordinates.wrap_mode.v_mode = wraps("wrapV", "mirrorV");
     map->coordinates.uv_track_0 = pair_track(file, "offsetU", "offsetV");
     map->coordinates.uv_track_1 = pair_track(file, "repeatU", "repeatV");
-    auto turn = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
-    turn->add_key(VECTOR_3(0.0F, 0.0F, static_cast<f32>(number(file, "rotateUV").value_or(0))), 0.0F);
-    map->coordinates.uvw_track = std::move(turn);
+    map->coordinates.uvw_track = constant_track<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(
+        VECTOR_3(0.0F, 0.0F, static_cast<f32>(number(file, "rotateUV").value_or(0))));
     return map;
 }
 
