@@ -1,5 +1,6 @@
 #include "inspect/check_document.h"
 
+#include "format/geometry/scene_check.h"
 #include "inspect/strict_check.h"
 
 #include <algorithm>
@@ -58,6 +59,18 @@ void put_list(JsonWriter& json, std::string_view key, const std::vector<std::str
 }
 
 } // namespace
+
+VOR2_LOADER::NARROW_TEXT report_of(VOR2_LOADER::VOR2& scene) {
+    using namespace VOR2_LOADER;
+    NARROW_TEXT report;
+    // A copy of the hierarchy is moved in its stead.
+    VOR2_MATRIX_HIERARCHY other(scene.matrix_hierarchy);
+    std::swap(scene.matrix_hierarchy, other);
+    scene.matrix_hierarchy.set_time(scene.environment.time_range.start);
+    check_scene(scene, report, false, nullptr, false, [](VECTOR_3 position) { return position; });
+    std::swap(scene.matrix_hierarchy, other);
+    return report;
+}
 
 std::uint64_t write_check_text(const CheckedScene& checked, TextOut& out) {
     std::uint64_t found = 0;

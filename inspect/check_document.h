@@ -7,11 +7,15 @@
 
 namespace vor2::inspect {
 
+/// What `VOR2_LOADER::check_scene` writes of a scene that nothing is repaired in. Positions are told in the world at
+/// the start of the scene; its cursors stay where they are.
+VOR2_LOADER::NARROW_TEXT report_of(VOR2_LOADER::VOR2& scene);
+
 struct CheckedScene {
     const VOR2_LOADER::VOR2& scene;
     std::string file;            ///< as the documents call it
     VOR2_LOADER::TEXT file_name; ///< in the library's form: references are looked for beside it
-    std::string_view report;     ///< what `VOR2_LOADER::check_scene` wrote
+    std::string_view report;     ///< what `report_of` gave
     bool strict = false;         ///< also everything of `check_strictly`
 };
 

@@ -58,8 +58,9 @@ int refuse_usage(const std::string& verb, const std::string& why) {
 }
 
 int print(const std::string& text) {
-    (void)std::fwrite(text.data(), 1, text.size(), stdout);
-    const bool printed = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    std::FILE* out = results();
+    (void)std::fwrite(text.data(), 1, text.size(), out);
+    const bool printed = std::fflush(out) == 0 && std::ferror(out) == 0;
     if (!printed) problem("standard output", "couldn't be written");
     return printed ? exit_done : exit_refused;
 }
@@ -104,19 +105,11 @@ std::optional<int> read_words(Verb& verb, CommonOptions& common, std::vector<std
     return {};
 }
 
-int run_command_line(int argument_count, char** arguments) {
-    const VerbList verbs = make_verbs();
-    if (argument_count < 2) {
-        return refuse_usage({}, "no verb is given");
-    }
-    const std::string word = arguments[1];
-    if (word == "--help" || word == "-h" || word == "help") return print(help_text(verbs));
-    if (word == "--version") return print(version_text());
-    if (word == "documents") return write_documents(verbs, argument_count > 2 ? arguments[2] : "");
+int run_verb(const VerbList& verbs, const std::string& word, std::vector<std::string> words) {
     for (const std::unique_ptr<Verb>& verb : verbs) {
         if (verb->name() != word) continue;
         try {
-            return run_verb(*verb, {arguments + 2, arguments + argument_count});
+            return run_verb(*verb, std::move(words));
         } catch (const std::bad_alloc&) {
             problem(word, "memory ran out");
             return exit_refused;
@@ -126,6 +119,18 @@ int run_command_line(int argument_count, char** arguments) {
         }
     }
     return refuse_usage({}, "there is no verb '" + word + "'");
+}
+
+int run_command_line(int argument_count, char** arguments) {
+    const VerbList verbs = make_verbs();
+    if (argument_count < 2) {
+        return refuse_usage({}, "no verb is given");
+    }
+    const std::string word = arguments[1];
+    if (word == "--help" || word == "-h" || word == "help") return print(help_text(verbs));
+    if (word == "--version") return print(version_text());
+    if (word == "documents") return write_documents(verbs, argument_count > 2 ? arguments[2] : "");
+    return run_verb(verbs, word, {arguments + 2, arguments + argument_count});
 }
 
 } // namespace tool

@@ -32,6 +32,14 @@ void copy_out(std::FILE* from, std::FILE* to) {
     (void)std::fflush(to);
 }
 
+void copy_errors(const Report& report) {
+    if (MessageListener::is_there()) {
+        pass_on(report.errors.get(), report.exit_code != exit_done);
+    } else {
+        copy_out(report.errors.get(), stderr);
+    }
+}
+
 class WorkerPool {
 public:
     WorkerPool(const std::vector<std::string>& files, const std::string& title,
@@ -58,6 +66,7 @@ private:
         if (!report.output || !report.errors) return give_up(report, index, errno);
         const long worker = start_worker(report.output.get(), report.errors.get(), [this, index] {
             Progress::forget_line();
+            MessageListener::leave();
             return work_(index);
         });
         if (worker < 0) return give_up(report, index, errno);
@@ -89,8 +98,8 @@ private:
         for (auto first = reports_.begin(); first != reports_.end() && first->second.finished;
              first = reports_.begin()) {
             Progress::clear_line();
-            if (first->second.output) copy_out(first->second.output.get(), stdout);
-            if (first->second.errors) copy_out(first->second.errors.get(), stderr);
+            if (first->second.output) copy_out(first->second.output.get(), results());
+            if (first->second.errors) copy_errors(first->second);
             if (first->second.exit_code != exit_done) ++failed_;
             reports_.erase(first);
             ++printed_;
@@ -118,7 +127,7 @@ int run_for_each(const std::vector<std::string>& files, unsigned jobs, const std
     if (files.size() == 1) return work(0);
     WorkerPool pool(files, title, work);
     int code = pool.run(jobs > 0 ? jobs : processor_count());
-    if (std::ferror(stdout) != 0) {
+    if (std::ferror(results()) != 0) {
         problem("standard output", "couldn't be written");
         code = exit_refused;
     }

@@ -9,14 +9,21 @@ namespace tool {
 namespace {
 
 bool quiet_run = false;
-std::size_t problem_count = 0;
+thread_local std::size_t problem_count = 0;
+thread_local MessageListener* listener = nullptr;
+constexpr std::string_view prefix = "vor2: ";
 
-void write_line(std::string line) {
+std::string one_line(std::string line) {
     for (char& c : line) {
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
     }
     while (!line.empty() && line.back() == ' ') line.pop_back();
-    line += '\n';
+    return line;
+}
+
+void write_line(std::string_view text) {
+    std::string line(prefix);
+    line.append(text) += '\n';
     Progress::clear_line();
     (void)std::fwrite(line.data(), 1, line.size(), stderr);
 }
@@ -28,14 +35,16 @@ void set_quiet(bool quiet) {
 }
 
 bool is_quiet() {
-    return quiet_run;
+    return quiet_run || listener != nullptr;
 }
 
 void problem(std::string_view file, std::string_view why) {
     ++problem_count;
-    std::string line = "vor2: ";
+    std::string line;
     if (!file.empty()) line.append(file).append(": ");
-    write_line(line.append(why));
+    line = one_line(line.append(why));
+    if (listener != nullptr) return listener->take_problem(line);
+    write_line(line);
 }
 
 std::size_t problems_told() {
@@ -43,7 +52,46 @@ std::size_t problems_told() {
 }
 
 void note(std::string_view text) {
-    if (!quiet_run) write_line("vor2: " + std::string(text));
+    if (listener != nullptr) return listener->take_note(one_line(std::string(text)));
+    if (!quiet_run) write_line(one_line(std::string(text)));
+}
+
+std::FILE* results() {
+    return listener == nullptr ? stdout : listener->printed_;
+}
+
+MessageListener::MessageListener(std::FILE* printed) : printed_(printed) {
+    listener = this;
+}
+
+MessageListener::~MessageListener() {
+    listener = nullptr;
+}
+
+void MessageListener::leave() {
+    listener = nullptr;
+}
+
+bool MessageListener::is_there() {
+    return listener != nullptr;
+}
+
+void pass_on(std::FILE* errors, bool as_problems) {
+    if (std::fseek(errors, 0, SEEK_SET) != 0) return;
+    std::string line;
+    for (int c = std::fgetc(errors); c != EOF; c = std::fgetc(errors)) {
+        if (c != '\n') {
+            line += static_cast<char>(c);
+            continue;
+        }
+        const std::string_view text = std::string_view(line).substr(line.starts_with(prefix) ? prefix.size() : 0);
+        if (as_problems && line.find(": warning: ") == std::string::npos) {
+            problem({}, text);
+        } else {
+            note(text);
+        }
+        line.clear();
+    }
 }
 
 bool finish(vor2::inspect::TextOut& out) {

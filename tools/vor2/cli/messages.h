@@ -5,6 +5,7 @@
 #include "inspect/json_writer.h"
 
 #include <cstddef>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,33 @@ void problem(std::string_view file, std::string_view why);
 std::size_t problems_told();
 /// A line "vor2: text", unless quiet.
 void note(std::string_view text);
+
+/// Where results are printed: standard output, or what a listener has in its place.
+std::FILE* results();
+
+/// While one lives, what this thread would say on standard error goes to it, line by line without "vor2: ", and nothing
+/// shows how far work is: for a program that runs verbs as a library.
+class MessageListener {
+public:
+    /// `printed` takes what verbs print as their results.
+    explicit MessageListener(std::FILE* printed);
+    virtual ~MessageListener();
+    MessageListener(const MessageListener&) = delete;
+    MessageListener& operator=(const MessageListener&) = delete;
+
+    virtual void take_problem(const std::string& line) = 0;
+    virtual void take_note(const std::string& line) = 0;
+    /// In a process that was split off: its streams are read by the other one.
+    static void leave();
+    static bool is_there();
+
+private:
+    friend std::FILE* results();
+    std::FILE* printed_;
+};
+
+/// Hands on what a worker process said, "vor2: " before each line, and whether that were problems.
+void pass_on(std::FILE* errors, bool as_problems);
 
 /// Ends what is printed on standard output. False, told to the user, when it couldn't be written.
 bool finish(vor2::inspect::TextOut& out);

@@ -48,7 +48,7 @@ bool write_whole(const std::string& name, std::string_view bytes) {
 
 bool write_result(const std::string& name, std::string_view bytes) {
     if (name.empty()) {
-        vor2::inspect::TextOut out(stdout);
+        vor2::inspect::TextOut out(results());
         out.put(bytes);
         return finish(out);
     }

@@ -14,10 +14,6 @@ namespace {
 using namespace VOR2_LOADER;
 using namespace vor2::inspect;
 
-VECTOR_3 as_stored(VECTOR_3 position) {
-    return position;
-}
-
 class CheckVerb final : public Verb {
 public:
     std::string_view name() const override { return "check"; }
@@ -57,19 +53,14 @@ private:
     int check_file(const std::string& file) {
         VOR2 scene;
         if (!load_scene(scene, file)) return exit_refused;
-        NARROW_TEXT report;
-        // Positions are told in the world at the start of the scene; what is saved keeps its cursors.
-        const VOR2_MATRIX_HIERARCHY as_loaded(scene.matrix_hierarchy);
-        scene.matrix_hierarchy.set_time(scene.environment.time_range.start);
-        check_scene(scene, report, false, nullptr, false, as_stored);
-        scene.matrix_hierarchy = as_loaded;
-        TextOut out(stdout);
+        NARROW_TEXT report = report_of(scene);
+        TextOut out(results());
         const std::uint64_t found = print({scene, file, library_name(file), report.view(), strict_}, out);
         bool good = finish(out) && found == 0;
         if (!report_.empty() && report.length() > 0) good = write_report(report) && good;
         if (!fixed_.empty()) {
             leave_out_missing_references(scene, file);
-            check_scene(scene, report, true, nullptr, false, as_stored);
+            check_scene(scene, report, true, nullptr, false, [](VECTOR_3 position) { return position; });
             good = save_scene(scene, fixed_, allow_outside_) && good;
         }
         return good ? exit_done : exit_refused;

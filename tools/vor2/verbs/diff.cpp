@@ -38,7 +38,7 @@ public:
         VOR2_LOADER::VOR2 first, second;
         const bool loaded = load_scene(first, first_);
         if (!load_scene(second, second_) || !loaded) return exit_refused;
-        TextOut out(stdout);
+        TextOut out(results());
         const std::uint64_t count =
             (json_ ? write_diff_json : write_diff_text)({first, second, first_, second_}, options_, out);
         if (!finish(out)) return exit_refused;

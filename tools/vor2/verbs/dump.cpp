@@ -31,7 +31,7 @@ public:
     int run() override {
         VOR2_LOADER::VOR2 scene;
         if (!load_scene(scene, file_)) return exit_refused;
-        TextOut out(stdout);
+        TextOut out(results());
         if (json_) {
             write_scene_json(scene, out);
         } else {

@@ -162,7 +162,7 @@ private:
 
     static bool print(HostSession& host, ExportReport& report, bool one_of_many) {
         report.warnings = host.warnings();
-        TextOut out(stdout);
+        TextOut out(results());
         JsonWriter json(out, one_of_many ? JsonWriter::Layout::line : JsonWriter::Layout::indented);
         write_report(report, json);
         return finish(out);

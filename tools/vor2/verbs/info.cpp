@@ -39,7 +39,7 @@ private:
         VOR2_LOADER::VOR2 scene;
         if (!load_scene(scene, file, buffer)) return exit_refused;
         const SceneFacts facts = gather_facts(file, scene, {buffer.start, buffer.end});
-        TextOut out(stdout);
+        TextOut out(results());
         if (json_) {
             write_info_json(facts, out);
         } else {

@@ -116,7 +116,7 @@ public:
         if (!save_scene(scene, output_, allow_outside_)) return exit_refused;
         std::error_code ignored;
         bytes_after_ = std::filesystem::file_size(output_, ignored);
-        TextOut out(stdout);
+        TextOut out(results());
         json_ ? write_json(scene, result, out) : write_text(scene, result, out);
         return finish(out) ? exit_done : exit_refused;
     }

@@ -34,7 +34,7 @@ public:
         if (!load_scene(scene, file_)) return exit_refused;
         const f32 time = time_ ? static_cast<f32>(*time_) : scene.environment.time_range.start;
         scene.set_time(time);
-        TextOut out(stdout);
+        TextOut out(results());
         if (json_) {
             write_pose_json(scene, time, out);
         } else {
