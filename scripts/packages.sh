@@ -31,7 +31,8 @@ install_page_tools() {
 # What building needs, and what the tests need on top. The reader of FBX and Collada comes along where its package is,
 # which is too large to fetch for a look at the tool.
 BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libtinygltf-dev libstb-dev esbuild libjs-three)
-TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev googletest python3 parallel libassimp-dev)
+TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev googletest python3 parallel libassimp-dev
+    pybind11-dev python3-dev python3-numpy)
 SDK_PACKAGES=(libxt-dev binutils)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64)
 
