@@ -75,7 +75,7 @@ def types_of(kind, number, holds):
     }[kind]
 
 
-def class_text(name, base, fields):
+def class_text(name, base, fields, can_be_made):
     text = f"\nclass {name}({base}):\n"
     taken = []
     for field, kind, number, _, holds in fields:
@@ -84,10 +84,16 @@ def class_text(name, base, fields):
         if takes is not None:
             text += f"    @{field}.setter\n    def {field}(self, value: {takes}) -> None: ...\n"
             taken.append(f"{field}: {takes} = ...")
-    if taken:
+    if taken and can_be_made:
         text += f"    def __init__(self, *, {', '.join(taken)}) -> None: ...\n"
     text += METHODS.get(name, "")
     return text if text.count("\n") > 2 else text + "    ...\n"
+
+
+def shared_fields(base, classes):
+    """What all classes of that base have alike."""
+    lists = [fields for _, bases, fields in classes if base in bases]
+    return [field for field in lists[0] if all(field in other for other in lists)]
 
 
 def main(folder):
@@ -96,14 +102,15 @@ def main(folder):
     from vor2 import _core  # pylint: disable=import-outside-toplevel
 
     text, told = HEAD, set()
-    for name, bases, fields in _core.tell_classes():
+    classes = _core.tell_classes()
+    for name, bases, fields in classes:
         chain = ["Record", *bases]
         for base, nearer in zip(chain, chain[1:]):
             if nearer not in told:
                 told.add(nearer)
-                text += class_text(nearer, base, [])
+                text += class_text(nearer, base, shared_fields(nearer, classes), False)
         told.add(name)
-        text += class_text(name, chain[-1], fields)
+        text += class_text(name, chain[-1], fields, True)
     (folder / "vor2" / "_records.pyi").write_text(text)
     (folder / "vor2" / "_core.pyi").write_text("from typing import Any\n\ndef __getattr__(name: str) -> Any: ...\n")
 
