@@ -33,6 +33,18 @@ class Lifetimes(SceneTest):
         np.testing.assert_array_equal(values, [[0, 1, 2], [7, 8, 9]])
         self.assertGreater(vor2._core.live(), 0)
 
+    def test_times_that_a_script_puts_out_of_order_count_as_in_a_file(self):
+        scene = a_scene("hips")
+        track = scene.matrix_hierarchy.nodes[0].position_track
+        track.set_keys(range(40), np.outer(np.arange(40), [1, 1, 1]))
+        times = track.key_times
+        scene.pose(30.5)
+        scene.pose(0)
+        times[6] = 25  # 20 is met there first
+        scene.save(self.folder / "mixed.vr2")
+        loaded = vor2.load(self.folder / "mixed.vr2")
+        np.testing.assert_array_equal(scene.pose(20).world_matrices, loaded.pose(20).world_matrices)
+
     def test_replaced_keys_leave_the_arrays_that_were_taken_before(self):
         scene = a_scene("hips")
         track = scene.matrix_hierarchy.nodes[0].position_track
