@@ -34,7 +34,8 @@ TEST_F(ToolTest, wrong_usage_exits_with_2_and_says_what_is_wrong) {
 TEST_F(ToolTest, help_and_documents_tell_every_verb_and_option) {
     const Outcome help = run({"--help"});
     EXPECT_EQ(help.exit_code, 0);
-    EXPECT_TRUE(run({"--version"}).out.starts_with("vor2 "));
+    const std::string version = run({"--version"}).out;
+    EXPECT_TRUE(version.starts_with("vor2 ") && version.find("\ncommit ") != std::string::npos) << version;
     const std::string man = run({"documents", "man"}).out;
     for (const std::string verb :
          {"export", "import", "host", "info", "dump", "diff", "pose", "upgrade", "convert", "optimise"}) {

@@ -172,7 +172,7 @@ std::string fish_row(const std::string& verb, const OptionRow& row) {
 } // namespace
 
 std::string version_text() {
-    return "vor2 " VOR2_VERSION "\n";
+    return "vor2 " VOR2_VERSION "\n" VOR2_BUILD_TEXT "\n";
 }
 
 std::string help_text(const VerbList& verbs) {

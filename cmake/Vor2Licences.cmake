@@ -1,0 +1,13 @@
+# The licences of what is linked in or put into pages, as the packages that it comes from state them.
+set(VOR2_PARTS libjs-three libtinygltf-dev libstb-dev nlohmann-json3-dev libcli11-dev)
+set(VOR2_LICENCES "${CMAKE_BINARY_DIR}/third_party_licences.txt")
+set(licences "Parts of other makers in the vor2 program, the pages that it writes, and the libraries:\n")
+foreach(part ${VOR2_PARTS})
+  if(EXISTS "/usr/share/doc/${part}/copyright")
+    file(READ "/usr/share/doc/${part}/copyright" text)
+  else()
+    set(text "There was no statement of this part's licence where this was built.\n")
+  endif()
+  string(APPEND licences "\n======== ${part}\n\n${text}")
+endforeach()
+file(CONFIGURE OUTPUT "${VOR2_LICENCES}" CONTENT "@licences@" @ONLY)

@@ -1,0 +1,22 @@
+# Between the installation into a folder of CPack's and the packing of it: what a Debian package has compressed, and
+# times that don't tell when the package was made.
+if("$ENV{SOURCE_DATE_EPOCH}" STREQUAL "")
+  message(STATUS "Without SOURCE_DATE_EPOCH the package holds the time that it was made at")
+  string(TIMESTAMP now "%s" UTC)
+  set(ENV{SOURCE_DATE_EPOCH} "${now}")
+endif()
+if(CPACK_GENERATOR STREQUAL "DEB")
+  file(GLOB_RECURSE manuals "${CPACK_TEMPORARY_INSTALL_DIRECTORY}/vor2.1")
+  file(GLOB_RECURSE changes "${CPACK_TEMPORARY_INSTALL_DIRECTORY}/CHANGELOG.md")
+  foreach(file ${changes})
+    get_filename_component(folder "${file}" DIRECTORY)
+    string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
+    file(WRITE "${folder}/changelog" "vor2 (${CPACK_PACKAGE_VERSION}) unstable; urgency=medium\n\n  * CHANGELOG.md tells.\n\n -- ${CPACK_PACKAGE_CONTACT}  ${date}\n")
+    list(APPEND manuals "${folder}/changelog")
+  endforeach()
+  foreach(file ${manuals})
+    execute_process(COMMAND gzip -9nf "${file}" COMMAND_ERROR_IS_FATAL ANY)
+  endforeach()
+endif()
+execute_process(COMMAND find "${CPACK_TEMPORARY_INSTALL_DIRECTORY}" -exec touch -h -d "@$ENV{SOURCE_DATE_EPOCH}" {} +
+                COMMAND_ERROR_IS_FATAL ANY)
