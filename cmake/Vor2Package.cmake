@@ -24,6 +24,12 @@ else()
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+  if(VOR2_BUILD_PYTHON)
+    # A compiled module goes with one minor version of Python.
+    math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
+    set(CPACK_DEBIAN_PACKAGE_DEPENDS "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}), \
+python3 (<< ${Python_VERSION_MAJOR}.${next_minor}), python3-numpy")
+  endif()
   set(CPACK_DEBIAN_PACKAGE_SUGGESTS "nlohmann-json3-dev")
   set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 endif()

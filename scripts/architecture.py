@@ -9,17 +9,17 @@ import sys
 EVERYTHING = {"viewer", "convert", "inspect", "optimise", "headless", "host", "maya", "format", "support"}
 # Each part, with its place in the picture (centre and width), what it is, and what it may include.
 PARTS = {
-    "tools/vor2": (260, 40, 180, "the command line", EVERYTHING),
-    "python": (480, 40, 150, "the module", EVERYTHING),
-    "viewer": (80, 150, 120, "the page", {"inspect", "format", "support"}),
-    "convert": (215, 150, 130, "glTF, FBX, Collada", {"format", "support"}),
-    "optimise": (350, 150, 120, "fewer keys", {"format", "support"}),
-    "host": (485, 150, 120, "the plug-in", {"maya", "format", "support"}),
-    "headless": (630, 150, 150, "the embedded host", {"maya", "support"}),
-    "inspect": (80, 260, 120, "facts, check, diff", {"format", "support"}),
-    "maya": (555, 260, 170, "the host's API, headers", set()),
-    "format": (290, 370, 260, "the library", {"support"}),
-    "support": (395, 470, 610, "arrays, texts, maths, system", set()),
+    "python": (395, 40, 150, "the module", EVERYTHING | {"tools/vor2"}),
+    "tools/vor2": (395, 140, 200, "the command line", EVERYTHING),
+    "viewer": (80, 250, 120, "the page", {"inspect", "format", "support"}),
+    "convert": (215, 250, 130, "glTF, FBX, Collada", {"format", "support"}),
+    "optimise": (350, 250, 120, "fewer keys", {"format", "support"}),
+    "host": (485, 250, 120, "the plug-in", {"maya", "format", "support"}),
+    "headless": (630, 250, 150, "the embedded host", {"maya", "support"}),
+    "inspect": (80, 360, 120, "facts, check, diff", {"format", "support"}),
+    "maya": (555, 360, 170, "the host's API, headers", set()),
+    "format": (290, 470, 260, "the library", {"support"}),
+    "support": (395, 570, 610, "arrays, texts, maths, system", set()),
 }
 BESIDE = ("bench/", "build/", "fuzz/", "tests/", "tools/reference/")
 HEIGHT = 50
@@ -66,7 +66,7 @@ def arrow(upper, lower, place, count):
 
 def picture(pairs):
     present = {part for pair in pairs for part in pair}
-    lines = ['<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 720 510" font-family="sans-serif" text-anchor="middle">',
+    lines = ['<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 720 610" font-family="sans-serif" text-anchor="middle">',
              '<defs><marker id="head" viewBox="0 0 8 8" refX="2" refY="4" markerWidth="7" markerHeight="7" orient="auto">'
              '<path d="M0 0 8 4 0 8z" fill="#7a8594"/></marker></defs>', '<g stroke="#7a8594" stroke-width="1.5">']
     for part in PARTS:
