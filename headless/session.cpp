@@ -5,6 +5,7 @@
 #include "headless/graph/drivers.h"
 #include "headless/script/interpreter.h"
 #include "support/platform/native_path.h"
+#include "support/text/ascii.h"
 
 #include <algorithm>
 #include <charconv>
@@ -26,9 +27,7 @@ std::string lower_extension(const std::string& path) {
     const std::size_t slash = path.find_last_of("/\\");
     const std::size_t dot = path.rfind('.');
     if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return {};
-    std::string out = path.substr(dot + 1);
-    for (char& c : out) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    return out;
+    return VOR2_LOADER::lowered(path.substr(dot + 1));
 }
 
 std::string full_name(const std::string& path) {

@@ -1,6 +1,7 @@
 // MStatus and MString.
 #include "headless/api/access.h"
 #include "headless/graph/number_text.h"
+#include "support/text/ascii.h"
 #include "support/text/unicode.h"
 
 #include <maya/MStringArray.h>
@@ -174,7 +175,7 @@ MString& MString::toUpperCase() {
 }
 
 MString& MString::toLowerCase() {
-    for (char& c : text_) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    for (char& c : text_) c = VOR2_LOADER::lower(c);
     return *this;
 }
 

@@ -5,6 +5,7 @@
 #include "headless/graph/names.h"
 #include "headless/graph/transform.h"
 #include "headless/session.h"
+#include "support/text/ascii.h"
 
 #include <assimp/Importer.hpp>
 #include <assimp/config.h>
@@ -286,9 +287,7 @@ private:
 };
 
 std::string extension_of(const std::string& path) {
-    std::string out = path.substr(std::min(path.rfind('.'), path.size()));
-    std::ranges::transform(out, out.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return out;
+    return VOR2_LOADER::lowered(path.substr(std::min(path.rfind('.'), path.size())));
 }
 
 void warn_of_what_stays(const aiScene& file) {

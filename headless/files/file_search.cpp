@@ -3,6 +3,7 @@
 #include "headless/files/text_file.h"
 #include "headless/script/statement_reader.h"
 #include "support/platform/native_path.h"
+#include "support/text/ascii.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 
 namespace headless {
 
+using VOR2_LOADER::lower;
 using VOR2_LOADER::platform::native_path;
 namespace {
 
@@ -27,10 +29,6 @@ bool has_drive(std::string_view path) {
 
 bool has_root(std::string_view path) {
     return path.starts_with('/') || has_drive(path);
-}
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 // Paths with a drive come from a system where case means nothing.

@@ -1,12 +1,16 @@
 #include "headless/files/text_cursor.h"
 
 #include "headless/graph/number_text.h"
+#include "support/text/ascii.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
 namespace headless {
+
+using VOR2_LOADER::lower;
+
 namespace {
 
 bool blank(char c) {
@@ -15,10 +19,6 @@ bool blank(char c) {
 
 bool stands_alone(char c) {
     return c == '{' || c == '}' || c == ':';
-}
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "host/export/export_entry.h"
 #include "host/import/import_driver.h"
 #include "host/plugin/guarded.h"
+#include "support/text/ascii.h"
 
 #include <new>
 #include <string_view>
@@ -12,10 +13,6 @@ namespace {
 
 MStatus status_of(bool done) {
     return done ? MStatus::kSuccess : MStatus::kFailure;
-}
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 } // namespace
@@ -40,7 +37,7 @@ MPxFileTranslator::MFileKind TRANSLATOR::identifyFile(const MFileObject& file, c
     if (name.size() <= ENDING.size()) return kNotMyFileType;
     const std::string_view ending = name.substr(name.size() - ENDING.size());
     for (std::size_t i = 0; i < ENDING.size(); ++i) {
-        if (lower(ending[i]) != ENDING[i]) return kNotMyFileType;
+        if (VOR2_LOADER::lower(ending[i]) != ENDING[i]) return kNotMyFileType;
     }
     return kIsMyFileType;
 }

@@ -5,6 +5,7 @@
 #include "convert/assimp_reader.h"
 #endif
 #include "support/platform/native_path.h"
+#include "support/text/ascii.h"
 #include "tools/vor2/cli/messages.h"
 #include "tools/vor2/cli/whole_file.h"
 
@@ -14,9 +15,7 @@ using namespace vor2::convert;
 using VOR2_LOADER::platform::native_path;
 
 std::string extension_of(const std::string& name) {
-    std::string ending = native_path(name).extension().string();
-    for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    return ending;
+    return VOR2_LOADER::lowered(native_path(name).extension().string());
 }
 
 bool is_gltf(const std::string& extension) {

@@ -1,6 +1,7 @@
 #include "tools/vor2/cli/output_names.h"
 
 #include "support/platform/native_path.h"
+#include "support/text/ascii.h"
 
 #include <filesystem>
 #include <map>
@@ -21,8 +22,7 @@ std::string OutputNames::check(const std::vector<std::string>& inputs) const {
     if (output_.empty() == folder_.empty()) return "one of --output and --output-dir is needed";
     if (!output_.empty()) {
         if (inputs.size() > 1) return "--output is for one input; --output-dir takes many";
-        std::string ending = native_path(output_).extension().string();
-        for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        const std::string ending = VOR2_LOADER::lowered(native_path(output_).extension().string());
         return ending == extension_ ? "" : "--output: '" + output_ + "' doesn't end in " + extension_;
     }
     std::map<std::string, std::string> inputs_by_output;
