@@ -37,10 +37,29 @@ endif()
 set(VOR2_STANDARD_HEADERS <algorithm> <array> <cmath> <cstring> <functional> <map> <memory> <optional> <string>
     <string_view> <unordered_map> <utility> <variant> <vector>)
 
+# In a unity build (CMAKE_UNITY_BUILD, which the release is) the sources of a folder are compiled as one, which saves
+# two thirds of a full build: most of it goes into reading the same headers again. Names that a source keeps to itself
+# must therefore be its folder's own.
+function(vor2_folders_as_units name)
+  get_target_property(sources ${name} SOURCES)
+  get_target_property(home ${name} SOURCE_DIR)
+  foreach(source IN LISTS sources)
+    if(NOT source MATCHES "\\$<")
+      cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY "${home}" NORMALIZE OUTPUT_VARIABLE path)
+      cmake_path(GET path PARENT_PATH folder)
+      cmake_path(RELATIVE_PATH folder BASE_DIRECTORY "${CMAKE_SOURCE_DIR}")
+      string(MAKE_C_IDENTIFIER "${folder}" folder)
+      set_source_files_properties("${path}" TARGET_DIRECTORY ${name} PROPERTIES UNITY_GROUP "${folder}")
+    endif()
+  endforeach()
+endfunction()
+
 # vor2_library(NAME SOURCES...): a static library of ours.
 function(vor2_library name)
   add_library(${name} STATIC ${ARGN})
   set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
+  set_target_properties(${name} PROPERTIES UNITY_BUILD_MODE GROUP)
+  cmake_language(EVAL CODE "cmake_language(DEFER DIRECTORY [[${CMAKE_SOURCE_DIR}]] CALL vor2_folders_as_units ${name})")
   target_link_libraries(${name} PUBLIC "$<BUILD_INTERFACE:vor2_options>")
   if(VOR2_PRECOMPILE_HEADERS)
     target_precompile_headers(${name} PRIVATE ${VOR2_STANDARD_HEADERS})

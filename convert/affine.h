@@ -3,6 +3,8 @@
 /// Transforms in double precision, in which formats are converted; only results are rounded to the file's numbers.
 
 #include <array>
+#include <cstddef>
+#include <vector>
 
 namespace vor2::convert {
 
@@ -26,6 +28,10 @@ Vec3 operator+(const Vec3& a, const Vec3& b);
 Vec3 operator-(const Vec3& a, const Vec3& b);
 Vec3 operator*(const Vec3& a, double s);
 double length(const Vec3& v);
+/// The vector that stands at a place of a list of x, y, z, x, y, z and so on.
+inline Vec3 triple(const std::vector<float>& numbers, std::size_t index) {
+    return {numbers[3 * index], numbers[3 * index + 1], numbers[3 * index + 2]};
+}
 
 struct Placement {
     Vec3 translation{0, 0, 0};

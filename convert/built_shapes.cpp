@@ -11,10 +11,6 @@ namespace {
 
 using namespace VOR2_LOADER;
 
-Vec3 triple(const std::vector<float>& numbers, std::size_t index) {
-    return {numbers[3 * index], numbers[3 * index + 1], numbers[3 * index + 2]};
-}
-
 Vec3 unit(const Vec3& v) {
     const double size = length(v);
     return size > 0 && std::isfinite(size) ? v * (1 / size) : Vec3{0, 1, 0};

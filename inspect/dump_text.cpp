@@ -10,8 +10,6 @@ namespace {
 
 using namespace VOR2_LOADER;
 
-constexpr std::size_t deepest_indent = 40;
-
 class TextDump final : public RECORD_VISITOR {
 public:
     explicit TextDump(TextOut& out) : out_(out) {}
@@ -44,7 +42,7 @@ public:
 
 private:
     void start_line(std::string_view name) {
-        out_.put(2 * std::min(levels_.size(), deepest_indent), ' ');
+        out_.indent(levels_.size());
         if (!name.empty()) return out_.put(name);
         out_.put('[');
         out_.put(std::to_string(levels_.empty() ? 0 : levels_.back()++));

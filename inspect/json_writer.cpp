@@ -10,9 +10,6 @@
 namespace vor2::inspect {
 namespace {
 
-/// Deeper levels stand no further to the right, so that a file with deep nesting gives text linear in its size.
-constexpr std::size_t deepest_indent = 40;
-
 template<class NUMBER>
 std::string shortest_text(NUMBER number) {
     if (std::isnan(number)) return "nan";
@@ -84,7 +81,7 @@ int TextOut::finish() {
 
 void JsonWriter::new_line() {
     out_.put('\n');
-    out_.put(2 * std::min(levels_.size(), deepest_indent), ' ');
+    out_.indent(levels_.size());
 }
 
 void JsonWriter::before_value() {

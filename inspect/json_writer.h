@@ -9,6 +9,7 @@
 /// strings "nan", "inf" and "-inf". Texts of 16-bit units keep every unit: a surrogate without its partner is told as
 /// its escape, which every reader of JSON gives back.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -38,6 +39,9 @@ public:
     }
     void put(char c) { put(std::string_view(&c, 1)); }
     void put(std::size_t count, char c) { put(std::string(count, c)); }
+    /// Two blanks a level. Deeper levels than 40 stand no further to the right, so that a file with deep nesting gives
+    /// text linear in its size.
+    void indent(std::size_t levels) { put(2 * std::min<std::size_t>(levels, 40), ' '); }
     void flush();
     /// Flushes; 0, or the `errno` value of the first write that failed.
     [[nodiscard]] int finish();

@@ -11,32 +11,32 @@ using namespace VOR2_LOADER;
 using tinygltf::Value;
 
 // JSON has no word for what is no number.
-Value value_of(f32 number) {
+Value json_of(f32 number) {
     return Value(std::isfinite(number) ? static_cast<double>(number) : 0.0);
 }
-Value value_of(i32 number) {
+Value json_of(i32 number) {
     return Value(number);
 }
-Value value_of(const VECTOR_3& v) {
-    return Value(Value::Array{value_of(v.x), value_of(v.y), value_of(v.z)});
+Value json_of(const VECTOR_3& v) {
+    return Value(Value::Array{json_of(v.x), json_of(v.y), json_of(v.z)});
 }
-Value value_of(const VECTOR_4& v) {
-    return Value(Value::Array{value_of(v.x), value_of(v.y), value_of(v.z), value_of(v.w)});
+Value json_of(const VECTOR_4& v) {
+    return Value(Value::Array{json_of(v.x), json_of(v.y), json_of(v.z), json_of(v.w)});
 }
 
 template<class TRACK>
-Value value_of_track(const TRACK& track) {
-    if (track.key_values().size() == 1) return value_of(track.key_values()[0]);
+Value track_json(const TRACK& track) {
+    if (track.key_values().size() == 1) return json_of(track.key_values()[0]);
     Value::Array times, values;
-    for (const f32 time : track.key_times()) times.push_back(value_of(time));
-    for (const auto& value : track.key_values()) values.push_back(value_of(value));
+    for (const f32 time : track.key_times()) times.push_back(json_of(time));
+    for (const auto& value : track.key_values()) values.push_back(json_of(value));
     return Value(Value::Object{{"times", Value(std::move(times))}, {"values", Value(std::move(values))}});
 }
 
 template<class LIST>
 void put_tracks(Value::Object& out, const LIST& list) {
     for (const auto& property : list) {
-        if (property.track) out[utf8_of(property.name)] = value_of_track(*property.track);
+        if (property.track) out[utf8_of(property.name)] = track_json(*property.track);
     }
 }
 

@@ -22,10 +22,6 @@ VECTOR_3 finite(VECTOR_3 v) {
     return v;
 }
 
-Vec3 triple(const std::vector<float>& numbers, std::size_t index) {
-    return {numbers[3 * index], numbers[3 * index + 1], numbers[3 * index + 2]};
-}
-
 void for_each_triangle(const VOR2_TRI_OBJECT& mesh, auto use) {
     const u32 count = mesh.vertex_count();
     for (const VOR2_TRI_SUB_OBJECT& group : mesh.sub_objects) {

@@ -163,7 +163,7 @@ Result<CommandResult> Session::run_command(const std::string& name, const std::v
 
 namespace {
 
-void give(CommandResult result) {
+void give_result(CommandResult result) {
     Session::current().command_result = std::move(result);
 }
 
@@ -210,19 +210,19 @@ MStatus MPxCommand::redoIt() {
     return MStatus::kFailure;
 }
 void MPxCommand::setResult(bool value) {
-    give(integers(CommandResult::Kind::integer, {value ? 1 : 0}));
+    give_result(integers(CommandResult::Kind::integer, {value ? 1 : 0}));
 }
 void MPxCommand::setResult(int value) {
-    give(integers(CommandResult::Kind::integer, {value}));
+    give_result(integers(CommandResult::Kind::integer, {value}));
 }
 void MPxCommand::setResult(unsigned int value) {
-    give(integers(CommandResult::Kind::integer, {value}));
+    give_result(integers(CommandResult::Kind::integer, {value}));
 }
 void MPxCommand::setResult(double value) {
-    give(numbers(CommandResult::Kind::number, {value}));
+    give_result(numbers(CommandResult::Kind::number, {value}));
 }
 void MPxCommand::setResult(const MString& value) {
-    give(texts(CommandResult::Kind::text, {Access::text(value)}));
+    give_result(texts(CommandResult::Kind::text, {Access::text(value)}));
 }
 
 void MPxCommand::setResult(const MIntArray& values) {
@@ -262,7 +262,7 @@ void MPxCommand::appendToResult(double value) {
 }
 
 void MPxCommand::clearResult() {
-    give({});
+    give_result({});
 }
 void MPxCommand::displayInfo(const MString& text) {
     Session::current().info(Access::text(text));

@@ -17,7 +17,7 @@ public:
             words_.push_back({texts_.back(), 0, word.quoted});
         }
     }
-    Words words() const { return words_; }
+    WordList words() const { return words_; }
 
 private:
     std::string text_;

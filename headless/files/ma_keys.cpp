@@ -5,9 +5,6 @@
 namespace headless {
 namespace {
 
-// Keys in one statement; readers of lines don't like them endless.
-constexpr std::size_t longest_run = 500;
-
 class KeyWriter {
 public:
     KeyWriter(MaText& out, const AnimCurve& keys) : out_(out), keys_(keys) {}

@@ -5,9 +5,6 @@
 namespace headless {
 namespace {
 
-// Elements in one statement; readers of lines don't like them endless.
-constexpr std::size_t longest_run = 500;
-
 class MeshWriter {
 public:
     MeshWriter(MaText& out, const MeshData& data) : out_(out), data_(data) {}

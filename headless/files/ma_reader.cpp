@@ -41,7 +41,7 @@ public:
     }
 
 private:
-    using Follow = Result<void> (MaReader::*)(Words);
+    using Follow = Result<void> (MaReader::*)(WordList);
 
     static const std::unordered_map<std::string_view, Follow>& table() {
         static const std::unordered_map<std::string_view, Follow> rows = {
@@ -69,7 +69,7 @@ private:
         return rows;
     }
 
-    void follow(Words words) {
+    void follow(WordList words) {
         const auto row = table().find(words[0].text);
         const Result<void> done = row == table().end()
                                       ? Error{"Cannot find procedure \"" + std::string(words[0].text) + "\""}
@@ -86,9 +86,9 @@ private:
         return Error{why, path_, place.line, place.column};
     }
 
-    Result<void> nothing(Words) { return {}; }
+    Result<void> nothing(WordList) { return {}; }
 
-    Result<void> current_unit(Words words) {
+    Result<void> current_unit(WordList words) {
         const Flags flags{words};
         const std::string_view linear_name = flags.value("-l", "-linear"), angle_name = flags.value("-a", "-angle"),
                                time_name = flags.value("-t", "-time");
@@ -119,7 +119,7 @@ private:
         scene_.time_unit = unit;
     }
 
-    Result<void> playback_options(Words words) {
+    Result<void> playback_options(WordList words) {
         if (!reading_.fresh || !is_top_file()) return {};
         const Flags flags{words};
         Scene::Playback& range = scene_.playback;
@@ -150,7 +150,7 @@ private:
     }
 
     // What the file says of a file that it refers to, in front ("-rdi", with what lies deeper) and at its place.
-    SceneReference stated(Words words) const {
+    SceneReference stated(WordList words) const {
         const Flags flags{words};
         SceneReference out;
         out.file = words.back().text;
@@ -164,7 +164,7 @@ private:
         return out;
     }
 
-    Result<void> file(Words words) {
+    Result<void> file(WordList words) {
         const Flags flags{words};
         if (words.empty()) return {};
         if (flags.has("-rdi", "-referenceDepthInfo")) {
@@ -211,7 +211,7 @@ private:
         }
     }
 
-    void load(Words words, const std::vector<std::string>& paths, MaReference& reference) {
+    void load(WordList words, const std::vector<std::string>& paths, MaReference& reference) {
         const SceneReference& statement = reference.statement;
         // Few levels are enough for a handful of files that name each other twice to come to millions.
         if (++reading_.references_read > max_references) {

@@ -16,7 +16,7 @@ bool is_flag(const Word& word) {
     return !word.quoted && word.text.size() > 1 && word.text[0] == '-' && starts_identifier(word.text[1]);
 }
 
-Result<std::vector<std::string_view>> two_names(Words words) {
+Result<std::vector<std::string_view>> two_names(WordList words) {
     std::vector<std::string_view> names;
     for (std::size_t i = 0; i < words.size(); ++i) {
         if (!is_flag(words[i])) {
@@ -30,7 +30,7 @@ Result<std::vector<std::string_view>> two_names(Words words) {
     return names;
 }
 
-bool explain_themselves(Words words) {
+bool explain_themselves(WordList words) {
     if (words.size() == 1) return words[0].quoted || number_of(words[0].text) || truth_of(words[0].text);
     return std::ranges::all_of(words, [](const Word& word) { return !word.quoted && number_of(word.text); });
 }
@@ -57,7 +57,7 @@ Error MaStatements::no_such(std::string_view name) {
     return Error{"No object matches name: " + std::string(name)};
 }
 
-Result<void> MaStatements::create_node(Words words) {
+Result<void> MaStatements::create_node(WordList words) {
     current_ = nullptr;
     if (words.empty()) return Error{"createNode needs a type"};
     const Flags flags{words};
@@ -97,13 +97,13 @@ Node* MaStatements::present(std::string_view type, std::string_view name, bool s
     return shared || !found->type().is_dag() ? found : nullptr;
 }
 
-Result<void> MaStatements::rename(Words words) {
+Result<void> MaStatements::rename(WordList words) {
     const std::string_view uuid = Flags{words}.value("-uid", "-uuid");
     if (!uuid.empty() && current_ && !current_->default_node()) current_->uuid = uuid;
     return {};
 }
 
-Result<void> MaStatements::select(Words words) {
+Result<void> MaStatements::select(WordList words) {
     current_ = nullptr;
     for (const Word& word : words) {
         if (is_flag(word)) continue;
@@ -113,7 +113,7 @@ Result<void> MaStatements::select(Words words) {
     return {};
 }
 
-Result<void> MaStatements::parent(Words words) {
+Result<void> MaStatements::parent(WordList words) {
     std::vector<std::string_view> names;
     for (const Word& word : words) {
         if (!is_flag(word)) names.push_back(word.text);
@@ -152,7 +152,7 @@ Result<Plug> MaStatements::plug_at(const Target& target) {
     return Error{"No attribute '" + std::string(target.path) + "' on node '" + target.node->name() + "'"};
 }
 
-Result<void> MaStatements::set_attr(Words words) {
+Result<void> MaStatements::set_attr(WordList words) {
     if (Result<void> taken = parse_attribute_setting(words, setting_); !taken) return taken;
     const Result<Target> target = target_of(setting_.name);
     if (!target) return target.error();
@@ -187,14 +187,14 @@ bool MaStatements::is_kept_back(const Node& node) const {
     return node.default_node() && !(reading_.fresh && is_top_file());
 }
 
-Result<void> MaStatements::add_attr(Words words) {
+Result<void> MaStatements::add_attr(WordList words) {
     if (!current_) return {};
     const Result<AttributeAddition> addition = parse_attribute_addition(words, units_);
     if (!addition) return addition.error();
     return add_attribute(*current_, *addition);
 }
 
-Result<void> MaStatements::connect_attr(Words words) {
+Result<void> MaStatements::connect_attr(WordList words) {
     const Result<std::vector<std::string_view>> names = two_names(words);
     if (!names) return names.error();
     const Result<Target> from = target_of((*names)[0]);
@@ -228,7 +228,7 @@ Plug MaStatements::existing_plug(std::string_view name) {
     return target && target->node ? target->node->find_plug(target->path) : Plug();
 }
 
-Result<void> MaStatements::disconnect_attr(Words words) {
+Result<void> MaStatements::disconnect_attr(WordList words) {
     const Result<std::vector<std::string_view>> names = two_names(words);
     if (!names) return names.error();
     const Result<Target> to = target_of((*names)[1]);

@@ -10,12 +10,12 @@
 
 namespace headless {
 
-using Words = std::span<const Word>;
+using WordList = std::span<const Word>;
 
 /// Of a statement that is followed: a flag's value, or nothing when the flag isn't there. Flags without values can be
 /// asked for too.
 struct Flags {
-    Words words;
+    WordList words;
 
     const Word* find(std::string_view short_name, std::string_view long_name) const;
     bool has(std::string_view short_name, std::string_view long_name) const {
@@ -68,14 +68,14 @@ public:
         : reading_(reading), scene_(reading.scene), prefix_(std::move(prefix)) {}
 
     // Each takes the words behind the command.
-    Result<void> create_node(Words words);
-    Result<void> rename(Words words);
-    Result<void> select(Words words);
-    Result<void> parent(Words words);
-    Result<void> set_attr(Words words);
-    Result<void> add_attr(Words words);
-    Result<void> connect_attr(Words words);
-    Result<void> disconnect_attr(Words words);
+    Result<void> create_node(WordList words);
+    Result<void> rename(WordList words);
+    Result<void> select(WordList words);
+    Result<void> parent(WordList words);
+    Result<void> set_attr(WordList words);
+    Result<void> add_attr(WordList words);
+    Result<void> connect_attr(WordList words);
+    Result<void> disconnect_attr(WordList words);
 
     Node* find(std::string_view name) const;
     Node* current() const { return current_; }

@@ -17,6 +17,9 @@ struct FileUnits {
     double centimetres, radians, per_second;
 };
 
+/// Elements in one statement; readers of lines don't like them endless.
+inline constexpr std::size_t longest_run = 500;
+
 /// Puts the words of statements into a file, line by line through one buffer.
 class MaText {
 public:

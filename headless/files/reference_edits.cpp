@@ -146,12 +146,12 @@ Result<std::vector<ReferenceEditGroup>> parse_reference_edits(const std::vector<
 }
 
 void append_tokens(const ReferenceEditGroup& group, std::vector<std::string>& out) {
-    out.push_back(quoted(group.reference));
+    out.push_back(headless::quoted(group.reference));
     out.push_back(std::to_string(group.edits.size()));
     for (const ReferenceEdit& edit : group.edits) {
         out.push_back(std::to_string(static_cast<int>(edit.kind)));
         for (const ReferenceEdit::Field& field : edit.fields)
-            out.push_back(field.role == Role::number ? field.value : quoted(field.value));
+            out.push_back(field.role == Role::number ? field.value : headless::quoted(field.value));
     }
 }
 

@@ -26,7 +26,7 @@ Matrix composed(const Vector3& translate, const Vector3& rotate, RotateOrder ord
     return local_matrix(values);
 }
 
-Matrix product(const Elements& matrices) {
+Matrix chain_product(const Elements& matrices) {
     Matrix out;
     for (const int index : matrices.indices()) out = out * matrices.matrix(index);
     return out;
@@ -51,7 +51,7 @@ Matrix sum(const Elements& matrices) {
     return out;
 }
 
-Matrix weighted_sum(const Elements& entries) {
+Matrix weighted_matrix_sum(const Elements& entries) {
     if (entries.indices().empty()) return {};
     Matrix out = zero_matrix();
     for (const int index : entries.indices())
@@ -98,13 +98,13 @@ void add_matrix_kinds(NodeTypes& types) {
         .matrix("outputMatrix", "omat").from({"it", "ir", "ro", "is", "ish", "iq", "uer"}, composed);
     NodeKind(types, "multMatrix", "node", MFn::kMatrixMult)
         .matrix("matrixIn", "i").array()
-        .matrix("matrixSum", "o").from({"i"}, product);
+        .matrix("matrixSum", "o").from({"i"}, chain_product);
     NodeKind(types, "addMatrix", "node", MFn::kMatrixAdd)
         .matrix("matrixIn", "i").array()
         .matrix("matrixSum", "o").from({"i"}, sum);
     NodeKind(types, "wtAddMatrix", "node", MFn::kMatrixWtAdd)
         .array_of_compounds("wtMatrix", "i").matrix("matrixIn", "m").number("weightIn", "w").end()
-        .matrix("matrixSum", "o").from({"i"}, weighted_sum);
+        .matrix("matrixSum", "o").from({"i"}, weighted_matrix_sum);
     NodeKind(types, "inverseMatrix", "node", MFn::kPluginDependNode)
         .matrix("inputMatrix", "imat")
         .matrix("outputMatrix", "omat").from({"imat"}, [](const Matrix& m) { return inverse(m); });

@@ -30,7 +30,8 @@ Vector3 turn_between(const Vector3& a, const Vector3& b) {
 
 // 0 passes the first on, 1 is the dot product in all three, 2 the cross product, 3 the direction and 4 the point
 // through the matrix.
-Vector3 product(std::int64_t operation, const Vector3& a, const Vector3& b, const Matrix& matrix, bool normalized) {
+Vector3 vector_product(std::int64_t operation, const Vector3& a, const Vector3& b, const Matrix& matrix,
+                       bool normalized) {
     const double along = dot(a, b);
     const Vector3 out = operation == 1   ? Vector3{along, along, along}
                         : operation == 2 ? cross(a, b)
@@ -77,7 +78,7 @@ void add_vector_kinds(NodeTypes& types) {
         .vector("input2", "i2")
         .matrix("matrix", "m")
         .boolean("normalizeOutput", "no")
-        .vector("output", "o").from({"op", "i1", "i2", "m", "no"}, product);
+        .vector("output", "o").from({"op", "i1", "i2", "m", "no"}, vector_product);
     NodeKind(types, "pointMatrixMult", "node", MFn::kPointMatrixMult)
         .vector("inPoint", "ip", distance)
         .matrix("inMatrix", "im")

@@ -153,21 +153,21 @@ Result<CommandResult> attribute_exists(Session& session, const Arguments& argume
     return integer_result(node && (*node)->find_plug(arguments[0]) ? 1 : 0);
 }
 
-struct Ends {
+struct PlugPair {
     Plug source, destination;
 };
 
-Result<Ends> ends_of(Session& session, const Arguments& arguments) {
+Result<PlugPair> ends_of(Session& session, const Arguments& arguments) {
     if (arguments.count() != 2) return Error{"A source and a destination are needed"};
     const Result<Plug> source = plug_named(session.scene(), arguments[0]);
     if (!source) return source.error();
     const Result<Plug> destination = plug_named(session.scene(), arguments[1]);
     if (!destination) return destination.error();
-    return Ends{*source, *destination};
+    return PlugPair{*source, *destination};
 }
 
 Result<CommandResult> connect_attr(Session& session, const Arguments& arguments) {
-    const Result<Ends> ends = ends_of(session, arguments);
+    const Result<PlugPair> ends = ends_of(session, arguments);
     if (!ends) return ends.error();
     const auto& [source, destination] = *ends;
     if (destination.is_array() && !arguments.has("na"))
@@ -180,7 +180,7 @@ Result<CommandResult> connect_attr(Session& session, const Arguments& arguments)
 }
 
 Result<CommandResult> disconnect_attr(Session& session, const Arguments& arguments) {
-    const Result<Ends> ends = ends_of(session, arguments);
+    const Result<PlugPair> ends = ends_of(session, arguments);
     if (!ends) return ends.error();
     const auto& [source, destination] = *ends;
     if (destination.node->source_of(destination.key) != source)
@@ -198,7 +198,7 @@ constexpr const char* add_attr_flags =
     "nn,niceName=s ct,category=s* s,storable=b r,readable=b w,writable=b ci,cachedInternally=b is,internalSet=b "
     "uac,usedAsColor im,indexMatters=b";
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow attribute_rows[] = {
     {"setAttr", set_attr_flags, nullptr, set_attr},
     {"getAttr",
      "t,time=s l,lock k,keyable cb,channelBox se,settable typ,type s,size mi,multiIndices sl,silent "
@@ -213,7 +213,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> attribute_commands() {
-    return rows;
+    return attribute_rows;
 }
 
 } // namespace headless

@@ -9,7 +9,7 @@ struct Link {
     const char* to;   ///< of the constraint, in the target's element where it is the target's
 };
 
-struct Kind {
+struct ConstraintType {
     const char* type;
     std::vector<Link> of_target, of_constrained;
     std::vector<Link> outputs; ///< of the constraint, to what is constrained
@@ -18,34 +18,34 @@ struct Kind {
 const std::vector<Link> point_outputs = {{"ctx", "tx"}, {"cty", "ty"}, {"ctz", "tz"}};
 const std::vector<Link> orient_outputs = {{"crx", "rx"}, {"cry", "ry"}, {"crz", "rz"}};
 
-Kind point_kind() {
+ConstraintType point_kind() {
     return {"pointConstraint",
             {{"t", "tt"}, {"rp", "trp"}, {"rpt", "trt"}, {"pm", "tpm"}},
             {{"pim", "cpim"}, {"rp", "crp"}, {"rpt", "crt"}},
             point_outputs};
 }
 
-Kind orient_kind() {
+ConstraintType orient_kind() {
     return {"orientConstraint",
             {{"r", "tr"}, {"ro", "tro"}, {"jo", "tjo"}, {"pm", "tpm"}},
             {{"pim", "cpim"}, {"ro", "cro"}, {"jo", "cjo"}},
             orient_outputs};
 }
 
-Kind parent_kind() {
-    Kind out{"parentConstraint",
-             {{"t", "tt"},
-              {"rp", "trp"},
-              {"rpt", "trt"},
-              {"r", "tr"},
-              {"ro", "tro"},
-              {"s", "ts"},
-              {"pm", "tpm"},
-              {"jo", "tjo"},
-              {"ssc", "tsc"},
-              {"is", "tis"}},
-             {{"pim", "cpim"}, {"rp", "crp"}, {"rpt", "crt"}, {"ro", "cro"}, {"jo", "cjo"}},
-             point_outputs};
+ConstraintType parent_kind() {
+    ConstraintType out{"parentConstraint",
+                       {{"t", "tt"},
+                        {"rp", "trp"},
+                        {"rpt", "trt"},
+                        {"r", "tr"},
+                        {"ro", "tro"},
+                        {"s", "ts"},
+                        {"pm", "tpm"},
+                        {"jo", "tjo"},
+                        {"ssc", "tsc"},
+                        {"is", "tis"}},
+                       {{"pim", "cpim"}, {"rp", "crp"}, {"rpt", "crt"}, {"ro", "cro"}, {"jo", "cjo"}},
+                       point_outputs};
     out.outputs.insert(out.outputs.end(), orient_outputs.begin(), orient_outputs.end());
     return out;
 }
@@ -59,7 +59,7 @@ Matrix rotation_of(const Matrix& world) {
 // Makes one constraint on one transform.
 class ConstraintMaker {
 public:
-    ConstraintMaker(Scene& scene, const Kind& kind, Node& constrained, const Arguments& arguments)
+    ConstraintMaker(Scene& scene, const ConstraintType& kind, Node& constrained, const Arguments& arguments)
         : scene_(scene), kind_(kind), constrained_(constrained), arguments_(arguments) {}
 
     Result<Node*> make(const std::vector<Node*>& targets) {
@@ -185,14 +185,14 @@ private:
     }
 
     Scene& scene_;
-    const Kind& kind_;
+    const ConstraintType& kind_;
     Node& constrained_;
     const Arguments& arguments_;
     Matrix world_;
     Node* node_ = nullptr;
 };
 
-Result<CommandResult> constrain(Session& session, const Arguments& arguments, const Kind& kind) {
+Result<CommandResult> constrain(Session& session, const Arguments& arguments, const ConstraintType& kind) {
     Scene& scene = session.scene();
     const Result<std::vector<Node*>> found = named_or_selected(session, arguments.names());
     if (!found) return found.error();
@@ -210,26 +210,27 @@ Result<CommandResult> constrain(Session& session, const Arguments& arguments, co
     return texts_result({scene.unique_name_of(**made)});
 }
 
-Result<CommandResult> point(Session& session, const Arguments& arguments) {
+Result<CommandResult> point_constraint(Session& session, const Arguments& arguments) {
     return constrain(session, arguments, point_kind());
 }
-Result<CommandResult> orient(Session& session, const Arguments& arguments) {
+Result<CommandResult> orient_constraint(Session& session, const Arguments& arguments) {
     return constrain(session, arguments, orient_kind());
 }
-Result<CommandResult> parent(Session& session, const Arguments& arguments) {
+Result<CommandResult> parent_constraint(Session& session, const Arguments& arguments) {
     return constrain(session, arguments, parent_kind());
 }
 
-constexpr CommandRow rows[] = {
-    {"pointConstraint", "mo,maintainOffset w,weight=d n,name=s o,offset=ddd sk,skip=s*", point},
-    {"orientConstraint", "mo,maintainOffset w,weight=d n,name=s o,offset=ddd sk,skip=s*", orient},
-    {"parentConstraint", "mo,maintainOffset w,weight=d n,name=s st,skipTranslate=s* sr,skipRotate=s*", parent},
+constexpr CommandRow constraint_rows[] = {
+    {"pointConstraint", "mo,maintainOffset w,weight=d n,name=s o,offset=ddd sk,skip=s*", point_constraint},
+    {"orientConstraint", "mo,maintainOffset w,weight=d n,name=s o,offset=ddd sk,skip=s*", orient_constraint},
+    {"parentConstraint", "mo,maintainOffset w,weight=d n,name=s st,skipTranslate=s* sr,skipRotate=s*",
+     parent_constraint},
 };
 
 } // namespace
 
 std::span<const CommandRow> constraint_commands() {
-    return rows;
+    return constraint_rows;
 }
 
 } // namespace headless

@@ -253,7 +253,7 @@ Result<CommandResult> list_connections(Session& session, const Arguments& argume
     return texts_result(std::move(out));
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow dag_rows[] = {
     {"joint",
      "n,name=s p,position=ddd o,orientation=ddd rad,radius=d r,relative a,absolute ssc,scaleCompensate=b "
      "s,scale=ddd",
@@ -273,7 +273,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> dag_commands() {
-    return rows;
+    return dag_rows;
 }
 
 } // namespace headless

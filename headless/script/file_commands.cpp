@@ -101,7 +101,7 @@ Result<CommandResult> file(Session& session, const Arguments& arguments) {
     return told(session.open_file(path), path);
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow file_rows[] = {
     {"file",
      "o,open s,save new,newFile i,import r,reference rn,rename=s es,exportSelected ea,exportAll typ,type=s f,force "
      "ns,namespace=s pr,preserveReferences sn,sceneName shn,shortName exn,expandName ex,exists mf,modified=b l,list "
@@ -114,7 +114,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> file_commands() {
-    return rows;
+    return file_rows;
 }
 
 } // namespace headless

@@ -202,7 +202,7 @@ Result<CommandResult> cut_key(Session& session, const Arguments& arguments) {
     return integer_result(count);
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow key_rows[] = {
     {"setKeyframe",
      "at,attribute=s* t,time=s* v,value=d itt,inTangentType=s ott,outTangentType=s bd,breakdown=b s,shape=b "
      "hi,hierarchy=s cp,controlPoints=b i,insert mr,minimizeRotation",
@@ -214,7 +214,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> key_commands() {
-    return rows;
+    return key_rows;
 }
 
 } // namespace headless

@@ -9,7 +9,7 @@
 namespace headless {
 namespace {
 
-using Kind = CommandResult::Kind;
+using ResultKind = CommandResult::Kind;
 
 double leading_number(std::string_view text) {
     double out = 0.0;
@@ -43,21 +43,21 @@ std::string mel_text(const CommandResult& value) {
 }
 
 bool mel_is_text(const CommandResult& value) {
-    return value.kind == Kind::text || value.kind == Kind::texts;
+    return value.kind == ResultKind::text || value.kind == ResultKind::texts;
 }
 
 bool mel_is_list(const CommandResult& value) {
-    return value.kind == Kind::texts || value.kind == Kind::numbers || value.kind == Kind::integers;
+    return value.kind == ResultKind::texts || value.kind == ResultKind::numbers || value.kind == ResultKind::integers;
 }
 
 bool mel_truth(const CommandResult& value) {
-    if (value.kind == Kind::text) return !value.texts.front().empty() && value.texts.front() != "0";
+    if (value.kind == ResultKind::text) return !value.texts.front().empty() && value.texts.front() != "0";
     return mel_number(value) != 0.0;
 }
 
 std::size_t mel_size(const CommandResult& value) {
     if (mel_is_list(value)) return value.texts.size() + value.numbers.size() + value.integers.size();
-    return value.kind == Kind::text ? value.texts.front().size() : 1;
+    return value.kind == ResultKind::text ? value.texts.front().size() : 1;
 }
 
 CommandResult mel_element(const CommandResult& list, std::size_t i) {
@@ -115,7 +115,7 @@ CommandResult mel_list(const std::vector<CommandResult>& values) {
     CommandResult out;
     const bool texts = std::ranges::any_of(values, mel_is_text);
     const bool numbers = !texts && std::ranges::any_of(values, [](const CommandResult& v) { return !whole(v); });
-    out.kind = texts ? Kind::texts : numbers ? Kind::numbers : Kind::integers;
+    out.kind = texts ? ResultKind::texts : numbers ? ResultKind::numbers : ResultKind::integers;
     for (const CommandResult& value : values) {
         for (std::size_t i = 0, count = mel_is_list(value) ? mel_size(value) : 1; i < count; ++i) {
             const CommandResult one = mel_element(value, i);
@@ -140,8 +140,8 @@ CommandResult mel_converted(CommandResult value, std::string_view type) {
         return type == "float" ? number_result(mel_number(value)) : std::move(value);
     }
     CommandResult out;
-    out.kind = type == "string" ? Kind::texts : type == "int" ? Kind::integers : Kind::numbers;
-    if (value.kind == Kind::none) return out;
+    out.kind = type == "string" ? ResultKind::texts : type == "int" ? ResultKind::integers : ResultKind::numbers;
+    if (value.kind == ResultKind::none) return out;
     for (std::size_t i = 0, count = mel_is_list(value) ? mel_size(value) : 1; i < count; ++i) {
         const CommandResult one = mel_element(value, i);
         if (type == "string")

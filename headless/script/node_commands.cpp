@@ -142,7 +142,7 @@ Result<CommandResult> name_space(Session& session, const Arguments& arguments) {
     return Error{"namespace needs -add, -exists, -moveNamespace or -removeNamespace"};
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow node_rows[] = {
     {"createNode", "n,name=s p,parent=s s,shared ss,skipSelect", create_node},
     {"rename", "is,ignoreShape uid,uuid", rename},
     {"delete", "cn,constraints ch,constructionHistory", remove},
@@ -157,7 +157,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> node_commands() {
-    return rows;
+    return node_rows;
 }
 
 } // namespace headless

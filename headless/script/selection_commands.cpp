@@ -154,7 +154,7 @@ Result<CommandResult> ls(Session& session, const Arguments& arguments) {
     return texts_result(std::move(names));
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow selection_rows[] = {
     {"select",
      "add,add af,addFirst all,all ado,allDagObjects adn,allDependencyNodes cl,clear cc,containerCentric d,deselect "
      "hi,hierarchy ne,noExpand r,replace sym,symmetry tgl,toggle vis,visible",
@@ -168,7 +168,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> selection_commands() {
-    return rows;
+    return selection_rows;
 }
 
 } // namespace headless

@@ -121,7 +121,7 @@ Result<CommandResult> nothing(Session&, std::span<const Word>) {
     return CommandResult();
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow session_rows[] = {
     {"print", "", nullptr, print},
     {"warning", "", nullptr, warning},
     {"error", "", nullptr, error},
@@ -143,7 +143,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> session_commands() {
-    return rows;
+    return session_rows;
 }
 
 } // namespace headless

@@ -32,23 +32,23 @@ std::optional<bool> truth_of(std::string_view word) {
 namespace {
 
 // Flags of setAttr: by either name, and what stands behind them.
-enum class Flag { none, locked, keyable, channel_box, type, bare, skipped_value };
+enum class SetFlag { none, locked, keyable, channel_box, type, bare, skipped_value };
 
-Flag flag_of(std::string_view word) {
-    static constexpr std::pair<std::string_view, Flag> table[] = {
-        {"-k", Flag::keyable},        {"-keyable", Flag::keyable},
-        {"-l", Flag::locked},         {"-lock", Flag::locked},
-        {"-cb", Flag::channel_box},   {"-channelBox", Flag::channel_box},
-        {"-s", Flag::skipped_value},  {"-size", Flag::skipped_value},
-        {"-ch", Flag::skipped_value}, {"-capacityHint", Flag::skipped_value},
-        {"-ca", Flag::skipped_value}, {"-caching", Flag::skipped_value},
-        {"-av", Flag::bare},          {"-alteredValue", Flag::bare},
-        {"-c", Flag::bare},           {"-clamp", Flag::bare},
-        {"-typ", Flag::type},         {"-type", Flag::type}};
+SetFlag set_flag_of(std::string_view word) {
+    static constexpr std::pair<std::string_view, SetFlag> table[] = {
+        {"-k", SetFlag::keyable},        {"-keyable", SetFlag::keyable},
+        {"-l", SetFlag::locked},         {"-lock", SetFlag::locked},
+        {"-cb", SetFlag::channel_box},   {"-channelBox", SetFlag::channel_box},
+        {"-s", SetFlag::skipped_value},  {"-size", SetFlag::skipped_value},
+        {"-ch", SetFlag::skipped_value}, {"-capacityHint", SetFlag::skipped_value},
+        {"-ca", SetFlag::skipped_value}, {"-caching", SetFlag::skipped_value},
+        {"-av", SetFlag::bare},          {"-alteredValue", SetFlag::bare},
+        {"-c", SetFlag::bare},           {"-clamp", SetFlag::bare},
+        {"-typ", SetFlag::type},         {"-type", SetFlag::type}};
     for (const auto& [name, flag] : table) {
         if (word == name) return flag;
     }
-    return Flag::none;
+    return SetFlag::none;
 }
 
 bool looks_like_flag(std::string_view word) {
@@ -71,16 +71,16 @@ Result<void> parse_attribute_setting(std::span<const Word> words, AttributeSetti
                 out.values.push_back(word);
             continue;
         }
-        const Flag flag = flag_of(word.text);
-        if (flag == Flag::none) return Error{"Invalid flag '" + std::string(word.text) + "'"};
-        if (flag == Flag::bare) continue;
-        if (++i == words.size()) return Error{"Flag '" + std::string(word.text) + "' needs an argument"};
+        const SetFlag flag = set_flag_of(word.text);
+        if (flag == SetFlag::none) return Error{"Invalid flag '" + std::string(word.text) + "'"};
+        if (flag == SetFlag::bare) continue;
+        if (++i == words.size()) return Error{"SetFlag '" + std::string(word.text) + "' needs an argument"};
         const std::string_view value = words[i].text;
-        if (flag == Flag::type) out.type = value;
-        if (flag == Flag::type || flag == Flag::skipped_value) continue;
+        if (flag == SetFlag::type) out.type = value;
+        if (flag == SetFlag::type || flag == SetFlag::skipped_value) continue;
         const auto truth = truth_of(value);
-        if (!truth) return Error{"Flag '" + std::string(word.text) + "' must be passed a boolean argument"};
-        (flag == Flag::locked ? out.locked : flag == Flag::keyable ? out.keyable : out.channel_box) = truth;
+        if (!truth) return Error{"SetFlag '" + std::string(word.text) + "' must be passed a boolean argument"};
+        (flag == SetFlag::locked ? out.locked : flag == SetFlag::keyable ? out.keyable : out.channel_box) = truth;
     }
     if (out.name.empty()) return Error{"setAttr needs the name of an attribute"};
     return {};

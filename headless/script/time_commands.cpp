@@ -76,7 +76,7 @@ Result<CommandResult> playback_options(Session& session, const Arguments& argume
     return CommandResult();
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow time_rows[] = {
     {"currentTime", "u,update=b", current_time},
     {"currentUnit", "t,time=s l,linear=s a,angle=s f,fullName ua,updateAnimation=b", current_unit},
     {"playbackOptions",
@@ -88,7 +88,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> time_commands() {
-    return rows;
+    return time_rows;
 }
 
 } // namespace headless

@@ -199,7 +199,7 @@ Result<CommandResult> xform(Session& session, const Arguments& arguments) {
     return CommandResult();
 }
 
-constexpr CommandRow rows[] = {
+constexpr CommandRow xform_rows[] = {
     {"xform",
      "ws,worldSpace os,objectSpace m,matrix=dddddddddddddddd t,translation=ddd ro,rotation=ddd s,scale=ddd "
      "rp,rotatePivot=ddd sp,scalePivot=ddd roo,rotateOrder=s r,relative a,absolute p,preserve=b",
@@ -209,7 +209,7 @@ constexpr CommandRow rows[] = {
 } // namespace
 
 std::span<const CommandRow> xform_commands() {
-    return rows;
+    return xform_rows;
 }
 
 } // namespace headless

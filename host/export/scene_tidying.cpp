@@ -3,7 +3,7 @@
 namespace VOR2_EXPORTER_MAYA {
 namespace {
 
-constexpr u32 NO_MATERIAL = 0xFFFFFFFF;
+constexpr u32 NOT_KEPT = 0xFFFFFFFF;
 
 using DIFFERING_MATERIALS = VOR2_GEOM_INSTANCE_DIFFERING_MATERIALS;
 using DIFFERING_SUB_OBJECTS = VOR2_GEOM_INSTANCE_DIFFERING_SUB_OBJECTS;
@@ -103,13 +103,13 @@ void drop_unused_materials(VOR2& root) {
     OWNED_ARRAY<VOR2_MATERIAL>& materials = root.materials;
     ARRAY<u32> remap;
     remap.reserve(materials.size());
-    for (u64 i = 0; i < materials.size(); ++i) remap.push_back(NO_MATERIAL);
+    for (u64 i = 0; i < materials.size(); ++i) remap.push_back(NOT_KEPT);
     each_material_id(root, [&remap](u32 id) {
         if (id < remap.size()) remap[id] = 0;
     });
     u32 kept = 0;
     for (u64 i = 0; i < materials.size(); ++i) {
-        if (remap[i] == NO_MATERIAL) continue;
+        if (remap[i] == NOT_KEPT) continue;
         if (kept != i) materials[kept] = std::move(materials[i]);
         remap[i] = kept++;
     }
