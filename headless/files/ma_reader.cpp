@@ -179,6 +179,10 @@ private:
         MaReference& reference = reading_.references.back();
         SceneReference& statement = reference.statement;
         std::vector<std::string> paths{statement.file};
+        // A node is one reference's: a second one that names it is left without.
+        if (!statement.node_name.empty() &&
+            !reading_.references_by_node.try_emplace(prefix_ + statement.node_name, &reference).second)
+            statement.node_name.clear();
         // The outermost file decides what is loaded and from where.
         const auto above = reading_.stated_above.find(prefix_ + statement.node_name);
         if (!statement.node_name.empty() && above != reading_.stated_above.end()) {
@@ -189,8 +193,6 @@ private:
             if (statement.file != paths.front()) paths.insert(paths.begin(), statement.file);
         }
         if (!statement.unloaded) load(words, paths, reference);
-        if (!statement.node_name.empty())
-            reading_.references_by_node.try_emplace(prefix_ + statement.node_name, &reference);
         to_scene_names(statement);
         return {};
     }

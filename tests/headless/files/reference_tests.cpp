@@ -180,6 +180,16 @@ createNode animCurveTA -n "out"; connectAttr "out.o" "mRN.phl[7]";)");
     EXPECT_EQ(number("m:r:ctrl.tx"), 4);
 }
 
+TEST_F(References, of_two_that_name_one_node_each_keeps_its_file) {
+    ASSERT_TRUE(session.open_file(put("top.ma", R"(file -rdi 1 -rfn "rN" -dr 1 "a.ma"; file -rdi 1 -rfn "rN" -dr 1 "b.ma";
+file -r -rfn "rN" -dr 1 "a.ma"; file -r -rfn "rN" -dr 1 "b.ma";)")));
+    const std::string saved = folder + "/saved.ma";
+    ASSERT_TRUE(session.save_as(saved));
+    const std::string text = text_of(saved);
+    EXPECT_NE(text.find("file -r -dr 1 -rfn \"rN\" \"a.ma\";"), std::string::npos) << text;
+    EXPECT_NE(text.find("file -r -dr 1 \"b.ma\";"), std::string::npos) << text;
+}
+
 TEST_F(References, prefixes_and_shared_nodes_stand_where_the_host_has_them) {
     put("rig.ma", std::string(rig) + "createNode odd -s -n \"options\"; createNode odd -n \"o\"; connectAttr "
                                      "\":options.a\" \"o.b\";");
