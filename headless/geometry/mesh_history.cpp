@@ -98,7 +98,8 @@ private:
 
     bool create(const Node& node) {
         const std::string& type = node.type().name();
-        if (!node.type().derives_from("polyCreator")) return false;
+        // What they all derive from is a kind, too, but makes nothing.
+        if (!node.type().derives_from("polyCreator") || type == "polyCreator") return false;
         const bool uvs = count(node, "cuv") > 0;
         if (type == "polyCube") {
             mesh_ = make_cube({number(node, "w"), number(node, "h"), number(node, "d"), count(node, "sw"),

@@ -233,7 +233,8 @@ TEST_F(MeshHistoryTest, moves_points_by_tweaks_and_begins_with_spheres) {
         setAttr ".vl[0].vt[73]" -type "float3" 1 0 0;
         setAttr ".vl[0].vt[74]" -type "float3" 9 9 9; setAttr ".vl[1].vt[0]" -type "float3" 9 9 9;
         connectAttr "s.out" "w.ip[0].ig"; connectAttr "w.og[0]" "m.i";
-        createNode mesh -n "n" -p "t"; connectAttr "u.out" "n.i";)",
+        createNode mesh -n "n" -p "t"; connectAttr "u.out" "n.i";
+        createNode polyCreator -n "c"; createNode mesh -n "o" -p "t"; connectAttr "c.out" "o.i";)",
                                      "test.ma", {}));
     const auto found = mesh("m");
     ASSERT_EQ(found->points.size(), 6u * 12 + 2);
@@ -243,6 +244,7 @@ TEST_F(MeshHistoryTest, moves_points_by_tweaks_and_begins_with_spheres) {
     }
     EXPECT_EQ(mesh("n")->points.size(), 0u);
     EXPECT_EQ(mesh("n")->notes, Names{"'u' (polyUnite) in its history isn't evaluated"});
+    EXPECT_EQ(mesh("o")->notes, Names{"'c' (polyCreator) in its history isn't evaluated"});
 }
 
 TEST_F(MeshHistoryTest, makes_no_more_corners_than_are_allowed_for_all_meshes_together) {
