@@ -276,15 +276,14 @@ file -rdi 1 -ns "w" -rfn "wRN" "P:/job//rigs/walk.ma"; file -r -ns "w" -dr 1 -rf
 }
 
 TEST_F(HostVerbs, many_scenes_go_out_at_once_past_a_bad_one) {
-    fs::create_directory(place("out"));
     for (const std::string name : {"b", "c", "d"}) write(name + ".ma", walk);
     write("c.ma", "createNode ;;; {");
-    const Outcome outcome = run({"export", "-j", "2", "b.ma", "c.ma", "d.ma", "--output-dir", "out"});
+    const Outcome outcome = run({"export", "-j", "2", "b.ma", "c.ma", "d.ma", "--output-dir", "deep/out"});
     EXPECT_EQ(outcome.exit_code, 1);
     ASSERT_EQ(outcome.problems().size(), 2U) << outcome.err;
     EXPECT_TRUE(outcome.problems()[0].starts_with("vor2: c.ma: ")) << outcome.err;
     EXPECT_EQ(outcome.problems()[1], "vor2: 3 files, 1 failed");
-    EXPECT_TRUE(exists("out/b.vr2") && exists("out/d.vr2") && !exists("out/c.vr2"));
+    EXPECT_TRUE(exists("deep/out/b.vr2") && exists("deep/out/d.vr2") && !exists("deep/out/c.vr2"));
 }
 
 TEST_F(HostVerbs, real_scenes_go_the_whole_way) {

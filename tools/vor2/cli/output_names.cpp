@@ -14,8 +14,10 @@ using VOR2_LOADER::platform::native_path;
 
 void OutputNames::describe(Syntax& syntax) {
     syntax.file("-o,--output", "OUT" + extension_, "the file to write", output_);
-    syntax.folder("-d,--output-dir", "DIR", "write a file for each input into this folder, under the input's name",
-                  folder_);
+    syntax.folder(
+        "-d,--output-dir", "DIR",
+        "write a file for each input into this folder, under the input's name; it is made where it isn't there",
+        folder_);
 }
 
 std::string OutputNames::check(const std::vector<std::string>& inputs) const {

@@ -44,6 +44,11 @@ std::string why_not_a_target(const fs::path& target) {
     return {};
 }
 
+void make_output_folder(const std::string& folder) {
+    std::error_code ignored;
+    if (!folder.empty()) fs::create_directories(native_path(folder), ignored);
+}
+
 OutputSet::OutputSet(const std::string& target, OutputRules rules)
     : named_target_(target), target_(real_place(target)), folder_(target_.parent_path()), rules_(rules),
       outer_(VOR2_LOADER::platform::output_redirection) {

@@ -25,6 +25,9 @@ std::filesystem::path real_place(const std::string& name);
 /// Why no file can be written at that place; nothing when one can.
 std::string why_not_a_target(const std::filesystem::path& target);
 
+/// Makes the folder that outputs are to go to, unless it is there. Where it can't be made, each output tells why.
+void make_output_folder(const std::string& folder);
+
 struct OutputRules {
     bool allow_outside = false;
     /// Whether a scene beside the outermost output may take the place of the file of that name; without it, of any.

@@ -84,7 +84,8 @@ public:
     }
     void describe(Syntax& syntax) override {
         syntax.required_files("FILE", "FILE", "the scenes, and last the file to write", files_);
-        syntax.folder("-d,--output-dir", "DIR", "write a file for each input into this folder", folder_);
+        syntax.folder("-d,--output-dir", "DIR",
+                      "write a file for each input into this folder; it is made where it isn't there", folder_);
         syntax.choice("--to", {"vr2", "glb", "gltf"},
                       "what --output-dir takes (default: glb for scenes, vr2 for all else)", to_);
         syntax.flag("--merge", "put all inputs into one glTF, as its animations", merge_);
@@ -111,6 +112,7 @@ public:
         return folder_.empty() ? check_output() : check_names();
     }
     int run() override {
+        make_output_folder(folder_);
         const auto convert_one = [this](std::size_t i) { return convert({files_[i]}, name_for(files_[i])); };
         if (!folder_.empty() && files_.size() == 1 && wants_process(extension_of(files_[0])))
             return run_apart(files_[0], "converting " + files_[0], [&] { return convert_one(0); });

@@ -129,6 +129,7 @@ public:
             problem(clip_file_, bad);
             return exit_refused;
         }
+        make_output_folder(outputs_.folder());
         const auto work = [this](std::size_t index) { return export_one(index); };
         if (scenes_.size() == 1 && wants_process(extension_of(scenes_[0])))
             return run_apart(scenes_[0], "exporting " + scenes_[0], [&work] { return work(0); });

@@ -33,6 +33,7 @@ public:
     }
     std::string check() const override { return outputs_.check(files_); }
     int run() override {
+        make_output_folder(outputs_.folder());
         return run_for_each(files_, jobs_, "importing", [this](std::size_t index) { return import_one(index); });
     }
 
