@@ -30,7 +30,9 @@ else()
     set(CPACK_DEBIAN_PACKAGE_DEPENDS "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}), \
 python3 (<< ${Python_VERSION_MAJOR}.${next_minor}), python3-numpy")
   endif()
-  set(CPACK_DEBIAN_PACKAGE_SUGGESTS "nlohmann-json3-dev")
+  if(VOR2_ASSIMP)
+    set(CPACK_DEBIAN_PACKAGE_SUGGESTS libassimp-dev) # for programs that link vor2_convert
+  endif()
   set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 endif()
 
