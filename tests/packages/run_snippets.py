@@ -69,7 +69,8 @@ def main():
         pythons = sys.argv[2:] if document.stem == "python" else []
         prepare(folder, root / "examples", plain=not pythons)
         shutil.copy(root / "docs" / "arm.ma", folder)
-        print(f"{document.name}: {run_shell(document, folder)} lines", flush=True)
+        if lines := run_shell(document, folder):
+            print(f"{document.name}: {lines} lines", flush=True)
         for python in pythons:
             print(f"{document.name}: {run_python(document, folder, python)} blocks under {python}", flush=True)
     if (work / "arm.vr2").read_bytes() != (root / "docs" / "arm.vr2").read_bytes():
