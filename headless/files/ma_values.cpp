@@ -184,10 +184,10 @@ void ValueWriter::value(AttributeKind kind, const Value& value, bool bare) {
     } else if (const auto* list = value.get_if<Value::Doubles>()) {
         numbers(*list, bare, "doubleArray");
     } else if (const auto* integers = value.get_if<Value::Integers>()) {
-        out_.text(" -type \"Int32Array\" ").integer(static_cast<std::int64_t>(integers->size()));
+        out_.text(" -type \"Int32Array\"").gap().integer(static_cast<std::int64_t>(integers->size()));
         for (const std::int64_t element : *integers) out_.gap().integer(element);
     } else if (const auto* texts = value.get_if<Value::Texts>()) {
-        out_.text(" -type \"stringArray\" ").integer(static_cast<std::int64_t>(texts->size()));
+        out_.text(" -type \"stringArray\"").gap().integer(static_cast<std::int64_t>(texts->size()));
         for (const std::string& element : *texts) out_.gap().quoted(element);
     } else if (const auto* tokens = value.get_if<RawTokens>()) {
         raw(*tokens);
@@ -198,7 +198,7 @@ void ValueWriter::numbers(std::span<const double> list, bool bare, std::string_v
     if (list.size() >= 2 && list.size() <= 4) {
         if (!bare) out_.text(" -type \"double").integer(static_cast<std::int64_t>(list.size())).text("\"");
     } else if (!bare) {
-        out_.text(" -type ").quoted(list_type).text(" ").integer(static_cast<std::int64_t>(list.size()));
+        out_.text(" -type ").quoted(list_type).gap().integer(static_cast<std::int64_t>(list.size()));
     }
     for (const double element : list) out_.gap().number(element);
 }

@@ -271,6 +271,14 @@ setAttr ".a[4]" -type "other" x; setAttr ".a[5]" y;)",
                                      "a.ma"));
     for (const auto& [element, value] : {std::pair{"w.a[0]", 7}, {"w.b[0]", 6}}) // what had no index is the first
         EXPECT_EQ(scene.evaluate(*scene.find_plug(element)).number(), value);
+
+    // A list of numbers comes back as words of its type, which break the line where the numbers did.
+    const std::string first = folder + "/a.ma", second = folder + "/b.ma";
+    Scene numbers, words;
+    ASSERT_TRUE(read_maya_ascii_text(
+        numbers, "createNode odd -n w; setAttr \"." + std::string(90, 'a') + "\" 0 0 1 1 1;", "a.ma"));
+    ASSERT_TRUE(write_maya_ascii(numbers, first) && read_maya_ascii(words, first) && write_maya_ascii(words, second));
+    EXPECT_EQ(text_of(first), text_of(second));
 }
 
 TEST_F(MaWriterTest, a_file_is_whole_or_not_there_and_a_bad_target_or_value_is_one_clear_error) {
