@@ -1,5 +1,6 @@
 /** The page: a scene, or two over each other, with everything around. */
 
+import { forgetColours } from "./draw/colours";
 import { Stage, SwitchName } from "./draw/stage";
 import { Compared } from "./panels/compared";
 import { Curves } from "./panels/curves";
@@ -165,7 +166,8 @@ class Page {
         const root = document.documentElement;
         const dark = matchMedia("(prefers-color-scheme: dark)");
         const changed = () => {
-            this.stage.themeChanged();
+            forgetColours();
+            this.stage.recolour();
             this.curves.themeChanged();
             this.compared?.themeChanged();
         };

@@ -127,7 +127,7 @@ export class Bones {
 
     follow(pose: Pose): void {
         const thickest = this.size * 0.016;
-        const { head, tail, radius } = this.attributes(this.bones);
+        const { head, tail, radius } = attributesOf(this.bones, "head", "tail", "radius");
         const reach = new Float32Array(this.scene.nodeCount);
         this.links.forEach(([parent, child], i) => {
             const a = pose.placeOf(parent), b = pose.placeOf(child);
@@ -138,7 +138,7 @@ export class Bones {
             reach[parent] = Math.max(reach[parent], radius[i]);
             reach[child] = Math.max(reach[child], radius[i] * 0.6);
         });
-        const balls = this.attributes(this.balls);
+        const balls = attributesOf(this.balls, "head", "radius");
         for (let i = 0; i < this.scene.nodeCount; ++i) {
             balls.head.set(pose.placeOf(i), i * 3);
             balls.radius[i] = Math.max(Math.min(reach[i] * 0.62, thickest), this.size * 0.0026);
@@ -154,19 +154,20 @@ export class Bones {
     colour(colours: BoneColours, selected: (node: number) => boolean, hovered: number): void {
         const tintOf = (node: number, plain: Color) =>
             node === hovered ? colours.hovered : selected(node) ? colours.selected : plain;
-        const bones = this.attributes(this.bones), balls = this.attributes(this.balls);
+        const bones = attributesOf(this.bones, "tint"), balls = attributesOf(this.balls, "tint");
         this.links.forEach(([parent], i) => tintOf(parent, colours.bone).toArray(bones.tint as never, i * 3));
         for (let i = 0; i < this.scene.nodeCount; ++i) tintOf(i, colours.joint).toArray(balls.tint as never, i * 3);
         (this.lines.material as LineBasicMaterial).color.copy(colours.link);
     }
+}
 
-    private attributes(mesh: Mesh): Record<string, Float32Array> {
-        const all: Record<string, Float32Array> = {};
-        const { attributes } = mesh.geometry as BufferGeometry;
-        for (const [name, attribute] of Object.entries(attributes)) {
-            all[name] = attribute.array as Float32Array;
-            if (name !== "position") (attribute as Float32BufferAttribute).needsUpdate = true;
-        }
-        return all;
-    }
+/** The numbers of attributes that are about to change. */
+function attributesOf<Name extends string>(mesh: Mesh, ...names: Name[]): Record<Name, Float32Array> {
+    const { attributes } = mesh.geometry as BufferGeometry;
+    const found = names.map((name): [Name, Float32Array] => {
+        const attribute = attributes[name] as Float32BufferAttribute;
+        attribute.needsUpdate = true;
+        return [name, attribute.array as Float32Array];
+    });
+    return Object.fromEntries(found) as Record<Name, Float32Array>;
 }

@@ -53,6 +53,7 @@ export class Stage {
     private size = 1;
     private wanted = true;
     private moved = true;
+    private coloured = false;
     private followed: Vector3 | null = null;
     private homeYaw = 0;
 
@@ -75,9 +76,9 @@ export class Stage {
         this.ways = new Trails(scenes[0]);
         this.anchors = anchorsOf(scenes[0]);
         this.assemble();
-        for (const signal of this.switches.values()) signal.watch(() => this.redraw(true));
-        selection.nodes.watch(() => this.redraw(true));
-        selection.hovered.watch(() => this.redraw());
+        for (const signal of this.switches.values()) signal.watch(() => this.recolour());
+        selection.nodes.watch(() => this.recolour());
+        selection.hovered.watch(() => this.recolour(false));
         new ResizeObserver(() => this.resize()).observe(canvas.parentElement!);
     }
 
@@ -94,8 +95,10 @@ export class Stage {
         for (const { pose } of this.layers) pose.setTime(time);
         this.redraw(true);
     }
-    themeChanged(): void {
-        this.redraw(true);
+    /** Something is to be seen in another colour. */
+    recolour(moved = true): void {
+        this.coloured = false;
+        this.redraw(moved);
     }
 
     /** Draws, where something is new. */
@@ -104,7 +107,8 @@ export class Stage {
         this.wanted = false;
         if (this.moved) this.bringUpToDate();
         this.moved = false;
-        this.colour();
+        if (!this.coloured) this.colour();
+        this.coloured = true;
         this.orbit.place();
         this.renderer.clear();
         this.renderer.render(this.solid, this.camera);
@@ -134,8 +138,13 @@ export class Stage {
     }
 
     frameAll(): void {
-        const [centre, radius] = this.bounds();
-        this.orbit.frame(centre, radius);
+        this.frame(this.box());
+    }
+    private frame(box: Bounds): void {
+        // The switches lie over the picture's upper edge.
+        const bar = document.getElementById("switches")?.offsetHeight ?? 0;
+        const free = Math.max(0.6, 1 - bar / (this.canvas.clientHeight || 1));
+        this.orbit.frame(box.centre(), Math.max(box.radius(), 1e-3) / free);
         this.followed = null;
         this.redraw(true);
     }
@@ -160,7 +169,9 @@ export class Stage {
     home(): void {
         this.homeYaw = facingOf(this.layers[0].pose) ?? 0;
         this.orbit.look(this.homeYaw + 0.42, 0.16);
-        this.frameAll();
+        const box = this.box();
+        if (!this.is("follow")) this.addPlaces(box);
+        this.frame(box);
     }
     get sceneSize(): number {
         return this.size;
@@ -181,7 +192,7 @@ export class Stage {
         const { scene, pose } = this.layers[0];
         pose.setTime(scene.start);
         if (this.layers[1]) this.layers[1].pose.setTime(scene.start);
-        const [centre, radius] = this.bounds();
+        const box = this.box(), centre = box.centre(), radius = Math.max(box.radius(), 1e-3);
         this.size = radius * 2;
         for (const { bones } of this.layers) bones.sceneSize = this.size;
         this.ground.fit(this.size, centre);
@@ -201,18 +212,25 @@ export class Stage {
         return false;
     }
 
-    private bounds(): [Vector3, number] {
+    /** Round all that is there at the present time. */
+    private box(): Bounds {
         const box = new Bounds();
         for (const { scene, pose, meshes } of this.layers) {
-            const anchors = anchorsOf(scene);
-            for (let i = 0; i < scene.nodeCount; ++i) {
-                // Beside meshes, what stands still at the origin is a group and no joint.
-                const isGroup = !meshes.isEmpty && scene.isStill(i) && pose.placeOf(i).every((v) => v === 0);
-                if (!anchors.has(i) && !isGroup) box.add(pose.placeOf(i));
-            }
+            addJoints(box, scene, pose, meshes);
             for (const { surface, matrix } of meshes.placed(pose)) box.addAll(meshes.shape(surface, pose).positions, matrix);
         }
-        return box.isEmpty ? [new Vector3(0, 0, 0), 1] : [box.centre(), Math.max(box.radius(), 1e-3)];
+        return box;
+    }
+    /** And where joints come to in the course of a scene that stays where it is. */
+    private addPlaces(box: Bounds): void {
+        const moments = 12;
+        for (const { scene, meshes } of this.layers) {
+            const pose = new Pose(scene);
+            for (let part = 1; part <= moments; ++part) {
+                pose.setTime(scene.start + ((scene.end - scene.start) * part) / moments);
+                addJoints(box, scene, pose, meshes);
+            }
+        }
     }
 
     private bringUpToDate(): void {
@@ -316,6 +334,15 @@ export class Stage {
         this.orbit.distance *= narrow(before) / narrow(this.camera.aspect);
         this.redraw();
         this.draw();
+    }
+}
+
+function addJoints(box: Bounds, scene: Scene, pose: Pose, meshes: Meshes): void {
+    const anchors = anchorsOf(scene);
+    for (let i = 0; i < scene.nodeCount; ++i) {
+        // Beside meshes, what stands still at the origin is a group and no joint.
+        const isGroup = !meshes.isEmpty && scene.isStill(i) && pose.placeOf(i).every((v) => v === 0);
+        if (!anchors.has(i) && !isGroup) box.add(pose.placeOf(i));
     }
 }
 

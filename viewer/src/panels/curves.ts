@@ -57,7 +57,7 @@ export class Curves {
         this.fit();
         selection.nodes.watch(() => this.choose());
         this.rotations.watch(() => this.choose());
-        clock.time.watch(() => (this.wanted = true));
+        clock.time.watch(() => (this.wanted ||= this.lanes.length > 0));
         new ResizeObserver(() => this.choose()).observe(this.canvas.parentElement!);
         this.canvas.addEventListener("pointermove", (e) => this.move(e));
         this.canvas.addEventListener("pointerdown", (e) => this.down(e));
