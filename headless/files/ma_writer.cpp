@@ -175,7 +175,13 @@ Result<void> MaWriter::other_nodes() {
         if (at->type().name() == "script") tell_range(*at);
     }
     if (range_told_) return {};
-    out_.text("createNode script -n ").quoted(range_script).end_statement();
+    std::string name(range_script);
+    const auto is_taken = [&] {
+        const auto found = scene_.resolve(name);
+        return found && !found->empty();
+    };
+    for (int number = 1; is_taken(); ++number) name = std::string(range_script) + std::to_string(number);
+    out_.text("createNode script -n ").quoted(name).end_statement();
     out_.text("\tsetAttr \".b\" -type \"string\" ").quoted(range_text()).end_statement();
     out_.text("\tsetAttr \".st\" 6;\n");
     return {};
