@@ -35,6 +35,21 @@ RotateOrder rotate_order_of(const BvhJoint& joint) {
     return rotate_order(std::ranges::find(orders, letters) - std::begin(orders));
 }
 
+// What was (x, y, z) becomes (x, z, -y): a rotation about Y is one about -Z then, and one about Z is one about Y.
+void turn_upright(BvhFile& file) {
+    for (BvhJoint& joint : file.joints) {
+        joint.offset = {joint.offset.x, joint.offset.z, -joint.offset.y};
+        for (std::size_t i = 0; i < joint.channels.size(); ++i) {
+            const int axis = axis_of(joint.channels[i]);
+            if (axis == 0) continue;
+            joint.channels[i] = static_cast<Channel>(static_cast<int>(joint.channels[i]) + (axis == 1 ? 1 : -1));
+            if (axis == 2) continue;
+            for (std::size_t at = joint.first_channel + i; at < file.values.size(); at += file.channel_count)
+                file.values[at] = -file.values[at];
+        }
+    }
+}
+
 class BvhBuilder {
 public:
     BvhBuilder(Scene& scene, const BvhFile& file, const BvhOptions& options)
@@ -126,8 +141,9 @@ void BvhBuilder::remove_what_was_made() {
 } // namespace
 
 Result<void> read_bvh_text(Scene& scene, std::string_view text, const std::string& path, const BvhOptions& options) {
-    const Result<BvhFile> file = parse_bvh(text, path);
+    Result<BvhFile> file = parse_bvh(text, path);
     if (!file) return file.error();
+    if (options.z_is_up) turn_upright(*file);
     Result<void> done = BvhBuilder(scene, *file, options).build();
     if (done && file->frame_count != file->stated_count)
         Session::current().warning(path + ": the file says that it has " + std::to_string(file->stated_count) +

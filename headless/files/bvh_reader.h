@@ -9,6 +9,7 @@ namespace headless {
 
 struct BvhOptions {
     double unit_in_centimetres = 1.0; ///< what one unit of the file's lengths is
+    bool z_is_up = false;             ///< else Y is, as most files have it; none says
 };
 
 /// Reads a motion capture file into a scene: joints with the rotate order that their channels ask for, an end joint

@@ -66,6 +66,20 @@ TEST_F(Bvh, turns_each_channel_order_into_the_rotate_order_of_the_same_rotation)
         const Matrix found = own.local_matrix(**own.find_node("hips"));
         for (int r = 0; r < 3; ++r)
             for (int c = 0; c < 3; ++c) EXPECT_NEAR(found[c][r], wanted[r][c], 1e-14) << order << r << c;
+
+        // With Z up the same rotation is seen from other axes: X, Z and -Y of the file.
+        Scene upright;
+        ASSERT_TRUE(read_bvh_text(upright,
+                                  one_joint("OFFSET 9 9 9\nCHANNELS 6 Zposition Xposition Yposition" +
+                                                body.substr(body.rfind("CHANNELS 3") + 10) + "\n",
+                                            "Frames: 1\nFrame Time: 0.04\n3 1 2 20 -35 50\n"),
+                                  "", {1.0, true}));
+        const Rows axes{{{1, 0, 0}, {0, 0, 1}, {0, -1, 0}}}, back{{{1, 0, 0}, {0, 0, -1}, {0, 1, 0}}};
+        const Rows turned = product(product(axes, wanted), back);
+        const Matrix seen = upright.local_matrix(**upright.find_node("hips"));
+        for (int r = 0; r < 3; ++r)
+            for (int c = 0; c < 3; ++c) EXPECT_NEAR(seen[c][r], turned[r][c], 1e-14) << order << r << c;
+        EXPECT_EQ((std::array{seen[3][0], seen[3][1], seen[3][2]}), (std::array{1.0, 3.0, -2.0}));
     }
 }
 

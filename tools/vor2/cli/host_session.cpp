@@ -1,6 +1,5 @@
 #include "tools/vor2/cli/host_session.h"
 
-#include "headless/files/bvh_reader.h"
 #include "headless/script/interpreter.h"
 #include "host/plugin/plugin.h"
 #include "support/platform/hooks.h"
@@ -142,12 +141,10 @@ bool HostSession::tell_error() {
     return false;
 }
 
-bool HostSession::open(const std::string& scene, std::optional<double> bvh_unit) {
-    if (bvh_unit) {
-        session_.register_reader("bvh", [unit = *bvh_unit](headless::Scene& into, const std::string& path) {
-            return headless::read_bvh(into, path, {unit});
-        });
-    }
+bool HostSession::open(const std::string& scene, const headless::BvhOptions& capture) {
+    session_.register_reader("bvh", [capture](headless::Scene& into, const std::string& path) {
+        return headless::read_bvh(into, path, capture);
+    });
     begin_step();
     const headless::Result<void> opened = session_.open_file(scene);
     if (!opened) note_error(opened.error());

@@ -2,6 +2,7 @@
 
 /// The embedded host as the tool uses it: with the readers of scene files, the scripts' interpreters and the plug-in.
 
+#include "headless/files/bvh_reader.h"
 #include "headless/session.h"
 #include "tools/vor2/cli/syntax.h"
 
@@ -36,9 +37,8 @@ public:
     HostSession& operator=(const HostSession&) = delete;
 
     headless::Session& session() { return session_; }
-    /// False, told to the user, when the scene can't be opened. `bvh_unit` is what a unit of a motion capture file
-    /// is in centimetres.
-    bool open(const std::string& scene, std::optional<double> bvh_unit = {});
+    /// False, told to the user, when the scene can't be opened.
+    bool open(const std::string& scene, const headless::BvhOptions& capture = {});
     /// False, told to the user, when the host knows no such unit.
     bool set_time_unit(const std::string& unit);
     /// Runs a command of the plug-in. Gives why it failed, or the first error that was shown meanwhile; empty when all

@@ -1,6 +1,7 @@
 #include "host/export/mesh_export.h"
 #include "inspect/json_writer.h"
 #include "support/platform/native_path.h"
+#include "tools/vor2/cli/capture_options.h"
 #include "tools/vor2/cli/clips.h"
 #include "tools/vor2/cli/default_nodes.h"
 #include "tools/vor2/cli/foreign_file.h"
@@ -91,7 +92,7 @@ public:
                     meshes_.moving_points);
         syntax.text("--time-unit", "UNIT",
                     "film, pal, ntsc, game, show, palf, ntscf, 120fps ... in place of the scene's", time_unit_);
-        syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
+        capture_.describe(syntax);
         search_.describe(syntax);
         search_.describe_missing(syntax);
         on_problems_.describe(syntax);
@@ -104,7 +105,7 @@ public:
         if ((meshes_.include_bones || meshes_.skin_and_morph || meshes_.moving_points) && !meshes_.meshes)
             return "--include-bones, --skin-and-morph and --moving-points go with --meshes";
         if (sample_at_ && !(*sample_at_ > 0)) return "--sample-at: the rate must be above 0";
-        if (bvh_unit_ && !(*bvh_unit_ > 0)) return "--bvh-unit: the unit must be above 0";
+        if (std::string wrong = capture_.check(); !wrong.empty()) return wrong;
         if (std::string wrong = search_.check(); !wrong.empty()) return wrong;
         if (has_clips() && (start_ || stop_))
             return "--clip: each has its own frames; --start and --stop don't go with them";
@@ -172,7 +173,8 @@ private:
     bool open(HostSession& host, const std::string& file) const {
         // What can't be written anyway isn't worth the opening.
         if (!has_clips() && !OutputSet(outputs_.name_for(file)).ready()) return false;
-        if (!host.open(file, bvh_unit_) || (!time_unit_.empty() && !host.set_time_unit(time_unit_))) return false;
+        if (!host.open(file, capture_.options()) || (!time_unit_.empty() && !host.set_time_unit(time_unit_)))
+            return false;
         if (meshes_.meshes && is_foreign(extension_of(file)))
             note(file + ": the meshes of such a file don't reach the host; vor2 convert takes them along");
         return true;
@@ -264,7 +266,8 @@ private:
     std::string clip_file_;
     bool scene_clips_ = false;
     OutputNames outputs_{".vr2"};
-    std::optional<double> start_, stop_, sample_at_, bvh_unit_;
+    std::optional<double> start_, stop_, sample_at_;
+    CaptureOptions capture_;
     std::string strip_namespace_, rotate_180_, update_view_, origin_, time_unit_;
     VOR2_EXPORTER_MAYA::MESH_OPTIONS meshes_;
     bool allow_unevaluated_ = false, json_ = false;

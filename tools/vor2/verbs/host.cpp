@@ -1,4 +1,5 @@
 #include "headless/files/text_file.h"
+#include "tools/vor2/cli/capture_options.h"
 #include "tools/vor2/cli/host_session.h"
 #include "tools/vor2/cli/line_outputs.h"
 #include "tools/vor2/cli/messages.h"
@@ -41,12 +42,12 @@ public:
         add_step_row(syntax, "--script", ValueKind::file, "FILE", "a script to run", true);
         syntax.flag("--python", "the lines of -c are Python", python_);
         syntax.file("--save", "OUT.ma", "save the scene at the end", save_);
-        syntax.number("--bvh-unit", "CM", "what a unit of a .bvh file is in centimetres (default 1)", bvh_unit_);
+        capture_.describe(syntax);
         search_.describe(syntax);
         repeat_.describe(syntax);
     }
     std::string check() const override {
-        if (bvh_unit_ && !(*bvh_unit_ > 0)) return "--bvh-unit: the unit must be above 0";
+        if (const std::string wrong = capture_.check(); !wrong.empty()) return wrong;
         if (const std::string wrong = search_.check(); !wrong.empty()) return wrong;
         return repeat_.check();
     }
@@ -57,7 +58,7 @@ public:
         host.session().file_search = search_.search(false);
         if (!host.is_equipped()) return exit_refused;
         if (!save_.empty() && !OutputSet(save_).ready()) return exit_refused;
-        if (!scene_.empty() && !host.open(scene_, bvh_unit_)) return exit_refused;
+        if (!scene_.empty() && !host.open(scene_, capture_.options())) return exit_refused;
         if (!run_steps(host)) return exit_refused;
         host.work_on(save_);
         return save_.empty() || host.save_as(save_) ? exit_done : exit_refused;
@@ -95,7 +96,7 @@ private:
 
     std::string scene_, save_;
     std::vector<Step> steps_;
-    std::optional<double> bvh_unit_;
+    CaptureOptions capture_;
     bool python_ = false;
     SearchOptions search_;
     RepeatOptions repeat_;
