@@ -161,7 +161,7 @@ unsigned int MPlug::logicalIndex(MStatus* status) const {
 
 MPlug MPlug::elementByLogicalIndex(unsigned int i, MStatus* status) const {
     const Plug plug = Access::plug(*this);
-    const bool good = plug && plug.is_array() && i <= 0x7fffffffu;
+    const bool good = plug && plug.is_array() && i <= static_cast<unsigned int>(last_index);
     return part(good ? plug.element(static_cast<int>(i)) : Plug(), status);
 }
 

@@ -191,7 +191,7 @@ std::vector<int> Node::existing_indices(const PlugKey& array) const {
 
 int Node::next_free_index(const PlugKey& array) const {
     if (std::vector<int> taken; data_ && data_->indices({const_cast<Node*>(this), array}, taken))
-        return taken.empty() ? 0 : taken.back() + 1;
+        return taken.empty() ? 0 : std::min(taken.back(), last_index - 1) + 1;
     if (array.depth == max_array_levels) return 0;
     int highest = -1;
     // Keys of one attribute and depth stand in order of their indices, so the last within the array is found
@@ -211,7 +211,7 @@ int Node::next_free_index(const PlugKey& array) const {
             look(inputs_, beyond);
         }
     }
-    return highest == std::numeric_limits<int>::max() ? highest : highest + 1;
+    return std::min(highest, last_index - 1) + 1;
 }
 
 } // namespace headless

@@ -68,7 +68,7 @@ std::string Plug::name(bool short_names) const {
 
 bool read_index(std::string_view& text, std::int32_t& out) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
-    if (error != std::errc() || out < 0) return false;
+    if (error != std::errc() || out < 0 || out > last_index) return false;
     text.remove_prefix(end - text.data());
     return true;
 }

@@ -7,6 +7,9 @@
 
 namespace headless {
 
+/// The largest index of an element, so that one behind it can be counted to.
+inline constexpr std::int32_t last_index = 0x7FFFFFFE;
+
 /// Which attribute of a node, and which elements of the arrays on the way to it, outermost first.
 /// With as many indices as the attribute has array levels it is a value or an element; with one fewer it is
 /// the whole array.
@@ -54,7 +57,8 @@ struct PathSegment {
 
 /// Takes an index, or a count of elements, off the front of a text; false where none stands.
 bool read_index(std::string_view& text, std::int32_t& out);
-/// What stands in a pair of brackets: "3", "0:7" or "*". False for anything else, and for a range that runs backwards.
+/// What stands in a pair of brackets: "3", "0:7" or "*". False for anything else, indices above `last_index`, and a
+/// range that runs backwards.
 bool read_range(std::string_view inside, PathSegment& out);
 
 /// Splits ".a[3].b[0:7].c" (the leading dot may be missing). False when it isn't of that form, a name isn't one that

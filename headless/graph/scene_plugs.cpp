@@ -2,7 +2,6 @@
 #include "headless/graph/scene.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace headless {
 namespace {
@@ -62,7 +61,7 @@ Result<void> Scene::connect(const Plug& source, const Plug& wanted, bool force) 
     if (wanted.is_array()) {
         const int free = wanted.node->next_free_index(wanted.key);
         destination = wanted.element(free);
-        if (source == destination && free < std::numeric_limits<int>::max()) destination = wanted.element(free + 1);
+        if (source == destination && free < last_index) destination = wanted.element(free + 1);
     }
     if (source == destination) return Error{"'" + source.name() + "' can't feed itself"};
     if (destination.attribute().output) return Error{"'" + destination.name() + "' can't be a destination"};

@@ -210,17 +210,17 @@ TEST_F(MaReaderTest, a_list_that_is_told_in_blocks_goes_on_with_the_type_of_the_
 
 TEST_F(MaReaderTest, no_element_stands_behind_the_last_that_an_index_can_name) {
     ASSERT_TRUE(
-        read("createNode mesh -n m; setAttr \".fc[2147483647]\" -type \"polyFaces\" f 3 0 1 2 f 3 0 1 2;"
-             "createNode odd -n o; setAttr \"o.a[2147483647]\" 1; connectAttr \"o.a[2147483647]\" \"o.a\" -na;"));
+        read("createNode mesh -n m; setAttr \".fc[2147483646]\" -type \"polyFaces\" f 3 0 1 2 f 3 0 1 2;"
+             "createNode odd -n o; setAttr \"o.a[2147483646]\" 1; connectAttr \"o.a[2147483646]\" \"o.a\" -na;"));
     EXPECT_EQ(messages.back(),
-              "W: a.ma:1:23: Behind 'mShape.face[2147483647]' there is no element (and 1 more passed over)");
+              "W: a.ma:1:23: Behind 'mShape.face[2147483646]' there is no element (and 1 more passed over)");
 }
 
 TEST_F(MaReaderTest, lists_within_a_range_that_are_no_lists_are_passed_over) {
-    for (const char* wrong :
-         {".wl[0:1].w\" 1 0 1", ".wl[0:1].w\" 1 0 1 2 0 1 5", ".wl[0:1].w\" 0 0 7", ".wl[0:1].w\" -1 0",
-          ".wl[0:1].w\" 4294967295 0 1", ".wl[0:1].w\" 1 -1 1 0", ".wl[0:1].w\" 1 0 x 0",
-          ".wl[2147483647:2147483648].w\" 0 0", ".tx[0:1].w\" 0 0", ".wl[1:0].w\" 1 0 1"}) {
+    for (const char* wrong : {".wl[0:1].w\" 1 0 1", ".wl[0:1].w\" 1 0 1 2 0 1 5", ".wl[0:1].w\" 0 0 7",
+                              ".wl[0:1].w\" -1 0", ".wl[0:1].w\" 4294967295 0 1", ".wl[0:1].w\" 1 -1 1 0",
+                              ".wl[0:1].w\" 1 0 x 0", ".wl[2147483647:2147483648].w\" 0 0",
+                              ".wl[0:1].w\" 1 2147483647 5 0", ".tx[0:1].w\" 0 0", ".wl[1:0].w\" 1 0 1"}) {
         messages.clear();
         session.new_scene();
         ASSERT_TRUE(
