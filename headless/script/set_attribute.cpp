@@ -284,8 +284,7 @@ std::optional<std::int32_t> index_of(std::string_view word) {
 // Moves on to the next element of the array at a level of the plug.
 Result<void> to_next(Plug& element, int level) {
     std::int32_t& index = element.key.index[level];
-    if (index >= last_index)
-        return Error{"Behind '" + element.name() + "' there is no element"};
+    if (index >= last_index) return Error{"Behind '" + element.name() + "' there is no element"};
     ++index;
     return {};
 }

@@ -181,7 +181,8 @@ createNode animCurveTA -n "out"; connectAttr "out.o" "mRN.phl[7]";)");
 }
 
 TEST_F(References, of_two_that_name_one_node_each_keeps_its_file) {
-    ASSERT_TRUE(session.open_file(put("top.ma", R"(file -rdi 1 -rfn "rN" -dr 1 "a.ma"; file -rdi 1 -rfn "rN" -dr 1 "b.ma";
+    ASSERT_TRUE(
+        session.open_file(put("top.ma", R"(file -rdi 1 -rfn "rN" -dr 1 "a.ma"; file -rdi 1 -rfn "rN" -dr 1 "b.ma";
 file -r -rfn "rN" -dr 1 "a.ma"; file -r -rfn "rN" -dr 1 "b.ma";)")));
     const std::string saved = folder + "/saved.ma";
     ASSERT_TRUE(session.save_as(saved));
