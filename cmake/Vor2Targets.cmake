@@ -37,7 +37,7 @@ endif()
 set(VOR2_STANDARD_HEADERS <algorithm> <array> <cmath> <cstring> <functional> <map> <memory> <optional> <string>
     <string_view> <unordered_map> <utility> <variant> <vector>)
 
-# In a unity build (CMAKE_UNITY_BUILD, which the release is) the sources of a folder are compiled as one, which saves
+# In a unity build (CMAKE_UNITY_BUILD, which the release and ./test are) the sources of a folder are compiled as one, which saves
 # two thirds of a full build: most of it goes into reading the same headers again. Names that a source keeps to itself
 # must therefore be its folder's own.
 function(vor2_folders_as_units name)
@@ -81,7 +81,7 @@ endfunction()
 function(vor2_test name)
   cmake_parse_arguments(ARG "" "HEADER" "LIBS" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
-  set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF)
+  set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF UNITY_BUILD OFF)
   target_link_libraries(${name} PRIVATE vor2_options ${ARG_LIBS} GTest::gtest_main)
   # GCC 12 sees overflows in the standard library's own growing of vectors of bytes at -O3.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
