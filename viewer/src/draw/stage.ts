@@ -41,7 +41,6 @@ export class Stage {
     private readonly renderer: WebGLRenderer;
     private readonly isSoftware: boolean;
     private isStill = true;
-    private readonly pace = { since: 0, pictures: 0, isSlow: false };
     private readonly solid = new DrawnScene();
     private readonly front = new DrawnScene();
     private readonly ground = new Ground();
@@ -105,7 +104,6 @@ export class Stage {
     /** Draws, where something is new. */
     draw(): void {
         if (!this.wanted) return;
-        if (this.isSoftware && !this.isStill && !this.pace.isSlow) this.watchPace();
         this.wanted = false;
         if (this.moved) this.bringUpToDate();
         this.moved = false;
@@ -321,24 +319,13 @@ export class Stage {
     /** Without a card edges are smoothed by drawing finer, as long as nothing moves. */
     set playing(on: boolean) {
         this.isStill = !on;
-        this.pace.pictures = 0;
         if (this.isSoftware) this.resize();
-    }
-    /** A scene that is too much for the processor is drawn coarser while it plays. */
-    private watchPace(): void {
-        const { pace } = this, now = performance.now(), counted = 12, slow = 22;
-        if (pace.pictures === 0) pace.since = now;
-        if (pace.pictures++ < counted) return;
-        pace.isSlow = (now - pace.since) / counted > slow;
-        pace.pictures = 0;
-        if (pace.isSlow) this.resize();
     }
     private resize(): void {
         const { clientWidth, clientHeight } = this.canvas.parentElement!;
         if (clientWidth === 0 || clientHeight === 0) return;
         const screen = window.devicePixelRatio || 1;
-        const fine = this.isSoftware ? (this.isStill ? Math.max(2, screen) : this.pace.isSlow ? 0.7 : 1) : Math.min(screen, 2);
-        this.renderer.setPixelRatio(fine);
+        this.renderer.setPixelRatio(this.isSoftware && this.isStill ? Math.max(2, screen) : this.isSoftware ? 1 : Math.min(screen, 2));
         this.renderer.setSize(clientWidth, clientHeight, false);
         const before = this.camera.aspect;
         this.camera.aspect = clientWidth / clientHeight;
