@@ -116,7 +116,10 @@ int add_skin(GltfWork& work, const GltfScene& scene, const std::vector<std::size
     for (const std::size_t joint : joints) {
         const VOR2_MATRIX_NODE& node = scene.scene.matrix_hierarchy.nodes[joint];
         Affine inverse = matrix_across(widened(node.world_matrix), Axes::mirrored, scene.axes[joint]).inverse();
-        if (!inverse.is_finite()) {
+        // In single precision, too, which the file has.
+        const bool fits = std::all_of(&inverse.m[0][0], &inverse.m[0][0] + 12,
+                                      [](double number) { return std::isfinite(static_cast<float>(number)); });
+        if (!fits) {
             work.report.note("joint " + utf8_of(node.name) + " has no size where the mesh " + name +
                              " is bound to it, so that what it moves may come out wrong");
             inverse = Affine();

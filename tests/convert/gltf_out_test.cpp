@@ -25,6 +25,19 @@ TEST(GltfOut, nodes_skins_and_targets_stand_as_the_library_has_them) {
     }
 }
 
+TEST(GltfOut, a_joint_too_small_to_turn_back_is_named_and_leaves_a_file_that_can_be_read) {
+    VOR2 scene = busy_scene(), back;
+    for (const float scale : {0.0F, 1e-39F}) { // of which the second's inverse is no number in single precision
+        VOR2_MATRIX_NODE& hand = scene.matrix_hierarchy.nodes[2];
+        hand.scale_track = make_owned<VOR2_ANIMATABLE_VECTOR_3_LINEAR>();
+        hand.scale_track->add_key({scale, scale, scale}, 0);
+        Report report;
+        scene_of(glb_of(scene, {}, &report), back);
+        ASSERT_FALSE(report.notes.empty()) << scale;
+        EXPECT_NE(report.notes[0].find("joint hand has no size"), std::string::npos) << report.notes[0];
+    }
+}
+
 TEST(GltfOut, a_key_stays_a_key_and_a_long_way_round_gets_more) {
     VOR2 scene = busy_scene();
     const GltfPlayer player(glb_of(scene));
