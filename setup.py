@@ -28,7 +28,7 @@ class CMakeBuild(build_ext):
             options.append(f"-Dpybind11_DIR={pybind11.get_cmake_dir()}")
         if shutil.which("ninja"):
             options.append("-GNinja")
-        self.cmake("-S", SOURCE, "-B", build, "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_UNITY_BUILD=ON", *options)
+        self.cmake("-S", SOURCE, "-B", build, "-DCMAKE_BUILD_TYPE=Release", "-DVOR2_UNITY_BUILD=ON", *options)
         self.cmake("--build", build, "--target", "vor2_python_package", f"-j{os.cpu_count()}")
         self.cmake("--install", build, "--component", "python", "--strip", "--prefix", pathlib.Path(self.build_lib).resolve())
 

@@ -37,10 +37,16 @@ endif()
 set(VOR2_STANDARD_HEADERS <algorithm> <array> <cmath> <cstring> <functional> <map> <memory> <optional> <string>
     <string_view> <unordered_map> <utility> <variant> <vector>)
 
-# In a unity build (CMAKE_UNITY_BUILD, which the release and ./test are) the sources of a folder are compiled as one, which saves
-# two thirds of a full build: most of it goes into reading the same headers again. Names that a source keeps to itself
-# must therefore be its folder's own.
-function(vor2_folders_as_units name)
+# With VOR2_UNITY_BUILD the sources of a folder are compiled as one, which saves more than half of a full build: most of
+# it goes into reading the same headers again. Names that a source keeps to itself must therefore be its folder's own.
+function(vor2_compile_by_folder name)
+  if(VOR2_UNITY_BUILD)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    # Once all folders have put in their sources.
+    cmake_language(EVAL CODE "cmake_language(DEFER DIRECTORY [[${CMAKE_SOURCE_DIR}]] CALL vor2_group_by_folder ${name})")
+  endif()
+endfunction()
+function(vor2_group_by_folder name)
   get_target_property(sources ${name} SOURCES)
   get_target_property(home ${name} SOURCE_DIR)
   foreach(source IN LISTS sources)
@@ -58,8 +64,7 @@ endfunction()
 function(vor2_library name)
   add_library(${name} STATIC ${ARGN})
   set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
-  set_target_properties(${name} PROPERTIES UNITY_BUILD_MODE GROUP)
-  cmake_language(EVAL CODE "cmake_language(DEFER DIRECTORY [[${CMAKE_SOURCE_DIR}]] CALL vor2_folders_as_units ${name})")
+  vor2_compile_by_folder(${name})
   target_link_libraries(${name} PUBLIC "$<BUILD_INTERFACE:vor2_options>")
   if(VOR2_PRECOMPILE_HEADERS)
     target_precompile_headers(${name} PRIVATE ${VOR2_STANDARD_HEADERS})
@@ -81,7 +86,7 @@ endfunction()
 function(vor2_test name)
   cmake_parse_arguments(ARG "" "HEADER" "LIBS" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
-  set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF UNITY_BUILD OFF)
+  set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF)
   target_link_libraries(${name} PRIVATE vor2_options ${ARG_LIBS} GTest::gtest_main)
   # GCC 12 sees overflows in the standard library's own growing of vectors of bytes at -O3.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
