@@ -47,8 +47,7 @@ std::vector<MeshBlock> blocks_of(std::string_view report) {
 }
 
 void put(JsonWriter& json, std::string_view key, const std::string& text) {
-    json.key(key);
-    json.text(std::string_view(text));
+    json.text(key, std::string_view(text));
 }
 
 void put_list(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
@@ -98,8 +97,7 @@ std::uint64_t write_check_json(const CheckedScene& checked, JsonWriter::Layout l
     JsonWriter json(out, layout);
     std::uint64_t found = 0;
     json.begin_object();
-    json.key("file");
-    json.text(checked.file);
+    json.text("file", checked.file);
     json.key("meshes");
     json.begin_array();
     for (const MeshBlock& block : blocks_of(checked.report)) {
@@ -117,8 +115,7 @@ std::uint64_t write_check_json(const CheckedScene& checked, JsonWriter::Layout l
         found += check_strictly(checked.scene, checked.file_name, [&json](const Finding& finding) {
             json.begin_object();
             put(json, "record", finding.record);
-            json.key("name");
-            json.text(finding.name);
+            json.text("name", finding.name);
             put(json, "field", finding.field);
             put(json, "value", finding.value);
             put(json, "complaint", finding.complaint);

@@ -13,22 +13,17 @@ void write_line(const Difference& difference, TextOut& out) {
 
 void write_json(const Difference& difference, JsonWriter& json) {
     json.begin_object();
-    json.key("record");
-    json.text(difference.record);
+    json.text("record", difference.record);
     json.key("index");
     if (difference.index) {
         json.number(std::uint64_t{*difference.index});
     } else {
         json.null();
     }
-    json.key("name");
-    json.text(difference.name);
-    json.key("field");
-    json.text(difference.field);
-    json.key("a");
-    json.text(difference.first);
-    json.key("b");
-    json.text(difference.second);
+    json.text("name", difference.name);
+    json.text("field", difference.field);
+    json.text("a", difference.first);
+    json.text("b", difference.second);
     json.end_object();
 }
 
@@ -41,10 +36,8 @@ std::uint64_t write_diff_text(const ScenePair& scenes, const DiffOptions& option
 std::uint64_t write_diff_json(const ScenePair& scenes, const DiffOptions& options, TextOut& out) {
     JsonWriter json(out, JsonWriter::Layout::indented);
     json.begin_object();
-    json.key("a");
-    json.text(scenes.first_name);
-    json.key("b");
-    json.text(scenes.second_name);
+    json.text("a", scenes.first_name);
+    json.text("b", scenes.second_name);
     json.key("differences");
     json.begin_array();
     const std::uint64_t count =

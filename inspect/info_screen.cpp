@@ -205,11 +205,9 @@ void write_record_json(const SceneFacts& facts, JsonWriter& json) {
                                                                      {"exported_as", &facts.record.exported_as},
                                                                      {"source", &facts.record.source}};
     for (const auto& [name, value] : texts) {
-        json.key(name);
-        json.text(*value);
+        json.text(name, *value);
     }
-    json.key("forced");
-    json.boolean(facts.record.forced);
+    json.boolean("forced", facts.record.forced);
 }
 
 void write_nodes_json(const SceneFacts& facts, JsonWriter& json) {
@@ -217,8 +215,7 @@ void write_nodes_json(const SceneFacts& facts, JsonWriter& json) {
     json.begin_array();
     for (const NodeFacts& node : facts.nodes) {
         json.begin_object();
-        json.key("name");
-        json.text(node.name);
+        json.text("name", node.name);
         json.number("parent", std::int64_t{node.parent});
         write_keys(json, "position_keys", node.position_keys);
         write_keys(json, "rotation_keys", node.rotation_keys);
@@ -234,8 +231,7 @@ void write_chunks_json(const SceneFacts& facts, JsonWriter& json) {
     for (const ChunkSize& kind : facts.chunks.kinds) {
         json.begin_object();
         json.number("chunk_id", std::int64_t{kind.chunk_id});
-        json.key("name");
-        json.text(kind.name);
+        json.text("name", kind.name);
         json.number("count", kind.count);
         json.number("bytes", kind.bytes);
         json.end_object();
@@ -266,8 +262,7 @@ void write_info_screen(const SceneFacts& facts, std::size_t most_nodes, TextOut&
 void write_info_json(const SceneFacts& facts, TextOut& out) {
     JsonWriter json(out, JsonWriter::Layout::line);
     json.begin_object();
-    json.key("file");
-    json.text(facts.file);
+    json.text("file", facts.file);
     json.number("bytes", facts.bytes);
     json.number("version", facts.version);
     write_record_json(facts, json);

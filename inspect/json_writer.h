@@ -73,15 +73,25 @@ public:
     void number(double value);
     void number(std::int64_t value) { value_text(std::to_string(value)); }
     void number(std::uint64_t value) { value_text(std::to_string(value)); }
+    void boolean(bool value) { value_text(value ? "true" : "false"); }
+    void null() { value_text("null"); }
+    void text(std::u16string_view value) { value_text(quoted(value)); }
+    void text(std::string_view utf8); ///< bytes that are no UTF-8 become units of their own
+    /// A key with its value.
     template<class NUMBER>
     void number(std::string_view name, NUMBER value) {
         key(name);
         number(value);
     }
-    void boolean(bool value) { value_text(value ? "true" : "false"); }
-    void null() { value_text("null"); }
-    void text(std::u16string_view value) { value_text(quoted(value)); }
-    void text(std::string_view utf8); ///< bytes that are no UTF-8 become units of their own
+    void boolean(std::string_view name, bool value) {
+        key(name);
+        boolean(value);
+    }
+    template<class TEXT>
+    void text(std::string_view name, const TEXT& value) {
+        key(name);
+        text(value);
+    }
     /// Behind the last value: a line end.
     void finish() { out_.put('\n'); }
 

@@ -31,8 +31,7 @@ void write_meshes(std::string_view key, const OWNED_ARRAY<MESH>& meshes, JsonWri
     for (const OWNED<MESH>& mesh : meshes) {
         if (!mesh) continue;
         json.begin_object();
-        json.key("name");
-        json.text(mesh->name.view());
+        json.text("name", mesh->name.view());
         write_vertices("positions", *mesh, &VOR2_VERT::get_position, json);
         write_vertices("normals", *mesh, &VOR2_VERT::get_normal, json);
         json.end_object();
@@ -58,8 +57,7 @@ void write_pose_json(const VOR2& scene, float time, TextOut& out) {
     json.begin_array();
     for (const VOR2_MATRIX_NODE& node : scene.matrix_hierarchy.nodes) {
         json.begin_object();
-        json.key("name");
-        json.text(node.name.view());
+        json.text("name", node.name.view());
         json.number("parent", std::int64_t{node.parent_index});
         json.key("world_matrix");
         json.begin_array(true);

@@ -39,8 +39,7 @@ public:
     }
     void begin_object(std::string_view name, std::string_view class_name) override {
         at(name).begin_object();
-        json_.key("class");
-        json_.text(class_name);
+        json_.text("class", class_name);
     }
     void end_object() override { json_.end_object(); }
     void absent(std::string_view name) override { at(name).null(); }

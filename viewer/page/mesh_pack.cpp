@@ -59,10 +59,8 @@ void MeshPack::write_list(std::string_view list, const OWNED_ARRAY<MESH>& meshes
 template<class MESH>
 void MeshPack::write_mesh(std::string_view list, u64 index, const MESH& mesh) {
     json_.begin_object();
-    json_.key("record");
-    json_.text(std::string(list) + "[" + std::to_string(index) + "]");
-    json_.key("name");
-    json_.text(inspect::readable(mesh.name));
+    json_.text("record", std::string(list) + "[" + std::to_string(index) + "]");
+    json_.text("name", inspect::readable(mesh.name));
     json_.number("node", std::int64_t{mesh.matrix_index});
     std::vector<u32> place_of;
     place_of.reserve(mesh.vertices.size());
@@ -135,8 +133,7 @@ std::vector<std::vector<u32>> MeshPack::write_plain_vertices(const VERTICES& ver
 }
 
 void MeshPack::write_vertices(const VOR2_RIGID& mesh, std::vector<u32>& place_of) {
-    json_.key("kind");
-    json_.text(std::string_view("rigid"));
+    json_.text("kind", std::string_view("rigid"));
     write_plain_vertices(
         mesh.vertices, place_of,
         [](const VOR2_RIGID_VERT& vertex, std::vector<u32>& row) {
@@ -147,8 +144,7 @@ void MeshPack::write_vertices(const VOR2_RIGID& mesh, std::vector<u32>& place_of
 }
 
 void MeshPack::write_vertices(const VOR2_WEIGHTED_MESH& mesh, std::vector<u32>& place_of) {
-    json_.key("kind");
-    json_.text(std::string_view("weighted"));
+    json_.text("kind", std::string_view("weighted"));
     const std::vector<std::vector<u32>> influences = write_plain_vertices(
         mesh.vertices, place_of,
         [](const VOR2_WEIGHTED_MESH_VERT& vertex, std::vector<u32>& row) {
@@ -168,8 +164,7 @@ void MeshPack::write_vertices(const VOR2_WEIGHTED_MESH& mesh, std::vector<u32>& 
 }
 
 void MeshPack::write_vertices(const VOR2_MORPH_MESH& mesh, std::vector<u32>& place_of) {
-    json_.key("kind");
-    json_.text(std::string_view("morph"));
+    json_.text("kind", std::string_view("morph"));
     const std::vector<std::vector<u32>> offsets = write_plain_vertices(
         mesh.vertices, place_of,
         [](const VOR2_MORPH_MESH_VERT& vertex, std::vector<u32>& row) {
@@ -194,8 +189,7 @@ void MeshPack::write_vertices(const VOR2_MORPH_MESH& mesh, std::vector<u32>& pla
     json_.begin_array();
     for (const auto& target : mesh.morph_targets) {
         json_.begin_object();
-        json_.key("name");
-        json_.text(inspect::readable(target.name));
+        json_.text("name", inspect::readable(target.name));
         json_.number("track", std::int64_t{tracks_.add(target.track)});
         json_.end_object();
     }
@@ -204,8 +198,7 @@ void MeshPack::write_vertices(const VOR2_MORPH_MESH& mesh, std::vector<u32>& pla
 
 // Nothing is shared here: each vertex has tracks of its own.
 void MeshPack::write_vertices(const VOR2_ANIM_MESH& mesh, std::vector<u32>& place_of) {
-    json_.key("kind");
-    json_.text(std::string_view("anim"));
+    json_.text("kind", std::string_view("anim"));
     json_.number("vertices", u64{mesh.vertices.size()});
     std::vector<u32> numbers, uvs;
     bool mapped = false;

@@ -106,14 +106,11 @@ void Pictures::write_all(inspect::JsonWriter& json) const {
     json.begin_array();
     for (const Picture& picture : pictures_) {
         json.begin_object();
-        json.key("name");
-        json.text(picture.name);
+        json.text("name", picture.name);
         if (picture.type.empty()) {
-            json.key("missing");
-            json.text(picture.why_missing);
+            json.text("missing", picture.why_missing);
         } else {
-            json.key("type");
-            json.text(picture.type);
+            json.text("type", picture.type);
             json.key("bytes");
             json.begin_array(true);
             json.number(picture.bytes.first);

@@ -41,14 +41,6 @@ public:
     std::vector<std::string> notes() const { return pictures_.missing(); }
 
 private:
-    void text(std::string_view key, std::string_view value) {
-        json_.key(key);
-        json_.text(value);
-    }
-    template<class NUMBER>
-    void number(std::string_view key, NUMBER value) {
-        json_.number(key, value);
-    }
     void write_span(std::string_view key, WordSpan span) {
         json_.key(key);
         json_.begin_array(true);
@@ -82,23 +74,22 @@ private:
 };
 
 void ScenePacker::write_facts(const SceneFacts& facts) {
-    text("file", facts.file);
-    number("bytes", facts.bytes);
-    number("version", facts.version);
-    text("creator", facts.creator);
+    json_.text("file", facts.file);
+    json_.number("bytes", facts.bytes);
+    json_.number("version", facts.version);
+    json_.text("creator", facts.creator);
     json_.key("record");
     json_.begin_object();
-    text("user", facts.record.user);
-    text("exportedAt", facts.record.exported_at);
-    text("exportedAs", facts.record.exported_as);
-    text("source", facts.record.source);
-    json_.key("forced");
-    json_.boolean(facts.record.forced);
-    text("text", facts.record.recognised ? "" : facts.file_info);
+    json_.text("user", facts.record.user);
+    json_.text("exportedAt", facts.record.exported_at);
+    json_.text("exportedAs", facts.record.exported_as);
+    json_.text("source", facts.record.source);
+    json_.boolean("forced", facts.record.forced);
+    json_.text("text", facts.record.recognised ? "" : facts.file_info);
     json_.end_object();
-    number("start", facts.start);
-    number("end", facts.end);
-    number("rate", facts.sample_rate);
+    json_.number("start", facts.start);
+    json_.number("end", facts.end);
+    json_.number("rate", facts.sample_rate);
     json_.key("counts");
     json_.begin_array();
     for (const auto& [name, count] : facts.objects) {
@@ -118,8 +109,8 @@ void ScenePacker::write_facts(const SceneFacts& facts) {
         json_.end_array();
     }
     json_.end_array();
-    number("trackCount", facts.tracks);
-    number("keyCount", facts.keys);
+    json_.number("trackCount", facts.tracks);
+    json_.number("keyCount", facts.keys);
 }
 
 void ScenePacker::write_findings() {
@@ -130,16 +121,15 @@ void ScenePacker::write_findings() {
         inspect::check_strictly(scene_, file_name_, [this, &told](const inspect::Finding& finding) {
             if (told++ >= most_findings) return;
             json_.begin_object();
-            text("record", finding.record);
-            json_.key("name");
-            json_.text(std::u16string_view(finding.name));
-            text("field", finding.field);
-            text("value", finding.value);
-            text("complaint", finding.complaint);
+            json_.text("record", finding.record);
+            json_.text("name", std::u16string_view(finding.name));
+            json_.text("field", finding.field);
+            json_.text("value", finding.value);
+            json_.text("complaint", finding.complaint);
             json_.end_object();
         });
     json_.end_array();
-    number("findingCount", count);
+    json_.number("findingCount", count);
 }
 
 void ScenePacker::write_nodes() {
@@ -147,8 +137,8 @@ void ScenePacker::write_nodes() {
     json_.begin_array();
     for (const VOR2_MATRIX_NODE& node : scene_.matrix_hierarchy.nodes) {
         json_.begin_object();
-        text("name", readable(node.name));
-        number("parent", std::int64_t{node.parent_index});
+        json_.text("name", readable(node.name));
+        json_.number("parent", std::int64_t{node.parent_index});
         json_.key("tracks");
         json_.begin_array(true);
         json_.number(std::int64_t{tracks_.add(node.position_track)});
@@ -174,9 +164,9 @@ void ScenePacker::write_properties_of(u64 node, const LIST& list) {
     for (const auto& property : list) {
         if (!property.track) continue;
         json_.begin_object();
-        number("node", std::uint64_t{node});
-        text("name", readable(property.name));
-        number("track", std::int64_t{tracks_.add(property.track)});
+        json_.number("node", std::uint64_t{node});
+        json_.text("name", readable(property.name));
+        json_.number("track", std::int64_t{tracks_.add(property.track)});
         json_.end_object();
     }
 }
@@ -200,7 +190,7 @@ void ScenePacker::write_materials() {
     json_.begin_array();
     for (const OWNED<VOR2_MATERIAL>& material : scene_.materials) {
         json_.begin_object();
-        text("name", material ? readable(material->name) : std::string());
+        json_.text("name", material ? readable(material->name) : std::string());
         const auto* standard = dynamic_cast<const VOR2_STANDARD_MATERIAL*>(material.get());
         json_.key("colours");
         json_.begin_array(true);
@@ -210,8 +200,8 @@ void ScenePacker::write_materials() {
                 json_.number(std::int64_t{tracks_.add(*track)});
         }
         json_.end_array();
-        number("transparency", std::int64_t{standard != nullptr ? tracks_.add(standard->transparency) : -1});
-        number("picture", std::int64_t{material ? pictures_.of_material(*material) : -1});
+        json_.number("transparency", std::int64_t{standard != nullptr ? tracks_.add(standard->transparency) : -1});
+        json_.number("picture", std::int64_t{material ? pictures_.of_material(*material) : -1});
         json_.end_object();
     }
     json_.end_array();
@@ -222,11 +212,11 @@ void ScenePacker::write_materials() {
 void ScenePacker::write_object(std::string_view kind, std::string_view record, u64 index,
                                const VOR2_POSITIONAL_OBJECT& object, int mesh) {
     json_.begin_object();
-    text("kind", kind);
-    text("record", std::string(record) + "[" + std::to_string(index) + "]");
-    text("name", readable(object.name));
-    number("node", std::uint64_t{object.matrix_index});
-    if (mesh >= 0) number("mesh", std::int64_t{mesh});
+    json_.text("kind", kind);
+    json_.text("record", std::string(record) + "[" + std::to_string(index) + "]");
+    json_.text("name", readable(object.name));
+    json_.number("node", std::uint64_t{object.matrix_index});
+    if (mesh >= 0) json_.number("mesh", std::int64_t{mesh});
     json_.end_object();
 }
 

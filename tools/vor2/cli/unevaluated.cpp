@@ -30,15 +30,11 @@ std::vector<Unevaluated> unevaluated_in_export(headless::Scene& scene, const std
 }
 
 void write_report(const ExportReport& report, vor2::inspect::JsonWriter& json) {
-    const auto text = [&json](const char* key, const std::string& value) {
-        json.key(key);
-        json.text(std::string_view(value));
-    };
+    const auto text = [&json](const char* key, const std::string& value) { json.text(key, std::string_view(value)); };
     json.begin_object();
     text("file", report.file);
     text("output", report.output);
-    json.key("exported");
-    json.boolean(report.exported);
+    json.boolean("exported", report.exported);
     json.key("unevaluated");
     json.begin_array();
     for (const Unevaluated& found : report.unevaluated) {

@@ -151,8 +151,7 @@ private:
     void write_json(const VOR2& scene, const Result& result, TextOut& out) const {
         JsonWriter json(out, JsonWriter::Layout::indented);
         json.begin_object();
-        json.key("file");
-        json.text(std::string_view(output_));
+        json.text("file", std::string_view(output_));
         json.number("keys_before", result.keys_before);
         json.number("keys_after", result.keys_after);
         json.number("bytes_before", bytes_before_);
@@ -178,8 +177,7 @@ private:
         const NodeReport& node = result.nodes[index];
         json.begin_object();
         json.number("node", std::uint64_t{index});
-        json.key("name");
-        json.text(scene.matrix_hierarchy.nodes[index].name.view());
+        json.text("name", scene.matrix_hierarchy.nodes[index].name.view());
         json.number("keys_before", node.keys_before);
         json.number("keys_after", node.keys_after);
         json.number("point_distance", node.point_distance);
