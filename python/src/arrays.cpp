@@ -71,14 +71,19 @@ std::string wanted_shape(u32 width, bool is_list) {
     return width == 1 ? "(n,)" : "(n, " + number + ")";
 }
 
-/// Neither more than the largest float nor, by rounding, an infinity where there was none.
-void refuse_overflow(const py::array& wide, const py::array& narrow, const std::string& name) {
-    const auto* before = static_cast<const double*>(wide.data());
-    const auto* after = static_cast<const float*>(narrow.data());
-    for (py::ssize_t i = 0; i < wide.size(); ++i) {
-        if (std::isinf(after[i]) && !std::isinf(before[i]))
-            throw py::value_error(name + ": a number is too large for single precision");
-    }
+float narrowed(double wide, const std::string& name, const char* what) {
+    const auto narrow = static_cast<float>(wide);
+    if (std::isinf(narrow) && !std::isinf(wide))
+        throw py::value_error(name + ": " + what + " is too large for single precision");
+    return narrow;
+}
+
+py::array narrowed(const py::array& wide, const std::string& name) {
+    py::array made(dtype_of('f'), std::vector<py::ssize_t>(wide.shape(), wide.shape() + wide.ndim()));
+    const auto* from = static_cast<const double*>(wide.data());
+    auto* to = static_cast<float*>(made.mutable_data());
+    for (py::ssize_t i = 0; i < wide.size(); ++i) to[i] = narrowed(from[i], name, "a number");
+    return made;
 }
 
 void refuse_out_of_range(const py::array& array, char number, const std::string& name) {
@@ -91,20 +96,8 @@ void refuse_out_of_range(const py::array& array, char number, const std::string&
                               " to " + told(most));
 }
 
-py::array contiguous(const py::array& array, const py::dtype& type) {
-    const py::module_ numpy = py::module_::import("numpy");
-    // What a narrowing loses is found here, and told as an error.
-    const py::object silence = numpy.attr("errstate")(py::arg("all") = "ignore");
-    silence.attr("__enter__")();
-    py::object made;
-    try {
-        made = numpy.attr("ascontiguousarray")(array, type);
-    } catch (...) {
-        silence.attr("__exit__")(py::none(), py::none(), py::none());
-        throw;
-    }
-    silence.attr("__exit__")(py::none(), py::none(), py::none());
-    return py::reinterpret_borrow<py::array>(made);
+py::array contiguous(const py::array& array, char number) {
+    return py::module_::import("numpy").attr("ascontiguousarray")(array, dtype_of(number));
 }
 
 } // namespace
@@ -154,13 +147,10 @@ py::array to_numbers(py::handle value, char number, u32 width, bool is_list, con
                               wanted_shape(width, is_list) + " is needed");
     if (number != 'f') {
         refuse_out_of_range(array, number, name);
-        return contiguous(array, dtype_of(number));
+        return contiguous(array, number);
     }
-    if (sort == 'f' && array.itemsize() == 4) return contiguous(array, dtype_of('f'));
-    const py::array wide = contiguous(array, dtype_of('d'));
-    py::array narrow = contiguous(wide, dtype_of('f'));
-    refuse_overflow(wide, narrow, name);
-    return narrow;
+    if (sort == 'f' && array.itemsize() == 4) return contiguous(array, 'f');
+    return narrowed(contiguous(array, 'd'), name);
 }
 
 void put_number(py::handle value, char number, void* to, const std::string& name) {
@@ -176,9 +166,7 @@ void put_number(py::handle value, char number, void* to, const std::string& name
             std::memcpy(to, &wide, sizeof wide);
             return;
         }
-        const auto narrow = static_cast<float>(wide);
-        if (std::isinf(narrow) && !std::isinf(wide))
-            throw py::value_error(name + ": " + told(value) + " is too large for single precision");
+        const float narrow = narrowed(wide, name, told(value).c_str());
         std::memcpy(to, &narrow, sizeof narrow);
         return;
     }

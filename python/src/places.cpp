@@ -1,7 +1,5 @@
 #include "python/src/places.h"
 
-#include <unordered_map>
-
 namespace vor2::python {
 
 std::size_t Anchor::count = 0;

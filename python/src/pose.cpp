@@ -59,13 +59,8 @@ py::list meshes(const OWNED_ARRAY<MESH>& all) {
     py::list made;
     for (const OWNED<MESH>& mesh : all) {
         if (!mesh) continue;
-        const std::u16string_view name = mesh->name.view();
-        int order = -1;
-        auto text = py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF16(reinterpret_cast<const char*>(name.data()),
-                                                                            static_cast<py::ssize_t>(name.size() * 2),
-                                                                            "surrogatepass", &order));
-        made.append(
-            py::make_tuple(text, vertices(*mesh, &VOR2_VERT::get_position), vertices(*mesh, &VOR2_VERT::get_normal)));
+        made.append(py::make_tuple(text_of(mesh->name), vertices(*mesh, &VOR2_VERT::get_position),
+                                   vertices(*mesh, &VOR2_VERT::get_normal)));
     }
     return made;
 }

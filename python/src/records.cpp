@@ -51,15 +51,6 @@ RESULT guarded(const CALL& call, RESULT failed) {
     return failed;
 }
 
-py::str get_text(const TEXT& text) {
-    int little_endian = -1;
-    PyObject* made = PyUnicode_DecodeUTF16(reinterpret_cast<const char*>(text.c_str()),
-                                           static_cast<py::ssize_t>(text.length() * sizeof(char16_t)), "surrogatepass",
-                                           &little_endian);
-    if (made == nullptr) throw py::error_already_set();
-    return py::reinterpret_steal<py::str>(made);
-}
-
 TEXT to_text(py::handle value, const std::string& name) {
     constexpr std::size_t longest = 0xFFFF;
     if (!PyUnicode_Check(value.ptr()))
@@ -77,7 +68,7 @@ TEXT to_text(py::handle value, const std::string& name) {
 
 py::object get_texts(const ARRAY<TEXT>& texts) {
     py::tuple all(texts.size());
-    for (std::size_t i = 0; i < texts.size(); ++i) all[i] = get_text(texts[i]);
+    for (std::size_t i = 0; i < texts.size(); ++i) all[i] = text_of(texts[i]);
     return py::object(all);
 }
 
@@ -100,7 +91,7 @@ py::object get_field(const Place& owner, const Field& field) {
     case Kind::matrix:
         return view_tuple(place, field);
     case Kind::text:
-        return get_text(*static_cast<TEXT*>(address));
+        return text_of(*static_cast<TEXT*>(address));
     case Kind::texts:
         return get_texts(*static_cast<ARRAY<TEXT>*>(address));
     case Kind::record:
@@ -383,10 +374,23 @@ void wait_until_idle(Keeper& keeper) {
     }
 }
 
+py::str text_of(const VOR2_LOADER::TEXT& text) {
+    int little_endian = -1;
+    PyObject* made = PyUnicode_DecodeUTF16(reinterpret_cast<const char*>(text.c_str()),
+                                           static_cast<py::ssize_t>(text.length() * sizeof(char16_t)), "surrogatepass",
+                                           &little_endian);
+    if (made == nullptr) throw py::error_already_set();
+    return py::reinterpret_steal<py::str>(made);
+}
+
+py::str text_of(const std::string& utf8) {
+    PyObject* made = PyUnicode_DecodeUTF8(utf8.data(), static_cast<py::ssize_t>(utf8.size()), "surrogateescape");
+    if (made == nullptr) throw py::error_already_set();
+    return py::reinterpret_steal<py::str>(made);
+}
+
 void raise_error(const std::string& line) {
-    const py::str text = py::reinterpret_steal<py::str>(
-        PyUnicode_DecodeUTF8(line.data(), static_cast<py::ssize_t>(line.size()), "surrogateescape"));
-    PyErr_SetObject(error_type, text.ptr());
+    PyErr_SetObject(error_type, text_of(line).ptr());
     throw py::error_already_set();
 }
 

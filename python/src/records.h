@@ -3,6 +3,7 @@
 /// The scene's objects in Python: a class for each of the library's, with an attribute for each field of its record.
 
 #include "python/src/arrays.h"
+#include "support/text/text.h"
 
 namespace vor2::python {
 
@@ -28,6 +29,10 @@ void assign_optional(const Place& place, const OptionalOperations& operations, p
                      const std::string& name);
 /// And a record or None for the object that is there.
 py::object get_optional(const Place& place, const OptionalOperations& operations);
+
+py::str text_of(const VOR2_LOADER::TEXT& text);
+/// What of it isn't UTF-8 goes back to the same bytes.
+py::str text_of(const std::string& utf8);
 
 /// Waits until the library is done with what another thread asked of it.
 void wait_until_idle(Keeper& keeper);

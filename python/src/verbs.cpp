@@ -5,11 +5,7 @@
 
 #include <pybind11/stl.h>
 
-#include <mutex>
-
 namespace vor2::python {
-
-std::mutex& outputs_lock();
 
 namespace {
 
@@ -59,9 +55,7 @@ py::tuple run_verb(const std::string& name, const std::vector<std::string>& word
         platform::fixed_account_name.reset();
     }
     listener.tell(code == tool::exit_usage);
-    const std::string text = printed.text();
-    return py::make_tuple(code, py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF8(
-                                    text.data(), static_cast<py::ssize_t>(text.size()), "surrogateescape")));
+    return py::make_tuple(code, text_of(printed.text()));
 }
 
 /// The options of a verb by their last name without dashes: None for a flag, else the words that it may have.

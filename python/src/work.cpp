@@ -11,14 +11,12 @@
 #include <pybind11/stl.h>
 
 #include <algorithm>
-#include <mutex>
 
 namespace vor2::python {
 
 using namespace VOR2_LOADER;
 using namespace vor2::inspect;
 
-/// What redirects files for a process, and the one host in it, are used by one thread at a time.
 std::mutex& outputs_lock() {
     static std::mutex lock;
     return lock;
@@ -50,17 +48,13 @@ Handle& wanted_scene(py::handle object) {
 }
 
 void Listener::tell(bool failed) const {
-    const auto text = [](const std::string& line) {
-        return py::reinterpret_steal<py::str>(
-            PyUnicode_DecodeUTF8(line.data(), static_cast<py::ssize_t>(line.size()), "surrogateescape"));
-    };
     const py::object warn = py::module_::import("warnings").attr("warn");
     const py::object sort = py::module_::import("vor2").attr("Note");
-    for (const std::string& note : notes_) warn(text(note), sort, 2);
+    for (const std::string& note : notes_) warn(text_of(note), sort, 2);
     if (!failed && problems_.empty()) return;
     py::list lines;
-    for (const std::string& problem : problems_) lines.append(text(problem));
-    if (lines.empty()) lines.append(text("the work failed without a word"));
+    for (const std::string& problem : problems_) lines.append(text_of(problem));
+    if (lines.empty()) lines.append(text_of("the work failed without a word"));
     const py::object error = py::handle(error_type)(lines[0]);
     error.attr("lines") = lines;
     PyErr_SetObject(error_type, error.ptr());
@@ -71,11 +65,6 @@ namespace {
 
 VOR2& scene_of(const Handle& handle) {
     return *static_cast<VOR2*>(handle.address());
-}
-
-py::object text_of(const std::string& text) {
-    return py::reinterpret_steal<py::object>(
-        PyUnicode_DecodeUTF8(text.data(), static_cast<py::ssize_t>(text.size()), "surrogateescape"));
 }
 
 py::object load(const std::string& name, bool leave_out_missing) {

@@ -4,6 +4,8 @@
 
 #include "python/src/records.h"
 
+#include <mutex>
+
 namespace vor2::python {
 
 /// Keeps scenes to the thread that works on them, without the interpreter's lock, while it lives.
@@ -18,6 +20,9 @@ private:
     std::vector<Keeper*> keepers_;
     PyThreadState* thread_;
 };
+
+/// What redirects files for a process, and the one host in it, are used by one thread at a time.
+std::mutex& outputs_lock();
 
 void add_scene_work(py::module_& module);
 void add_pose(py::module_& module);
