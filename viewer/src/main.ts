@@ -71,6 +71,7 @@ class Page {
         this.clock.playing.watch((on) => (this.stage.playing = on));
         this.selection.nodes.watch((nodes) => this.announce(nodes));
         this.stage.drawn = () => this.label();
+        this.stage.coveredAbove = () => byId("switches").offsetHeight;
         byId("frame-all").addEventListener("click", () => this.stage.frameAll());
         byId("frame-selected").addEventListener("click", () => this.stage.frameSelected());
         this.stage.home();

@@ -38,6 +38,8 @@ export class Stage {
     readonly layers: Layer[];
     /** Called after each picture. */
     drawn: () => void = () => undefined;
+    /** How many pixels of the picture's upper edge lie under something. */
+    coveredAbove: () => number = () => 0;
     private readonly renderer: WebGLRenderer;
     private readonly isSoftware: boolean;
     private isStill = true;
@@ -141,9 +143,7 @@ export class Stage {
         this.frame(this.box());
     }
     private frame(box: Bounds): void {
-        // The switches lie over the picture's upper edge.
-        const bar = document.getElementById("switches")?.offsetHeight ?? 0;
-        const free = Math.max(0.6, 1 - bar / (this.canvas.clientHeight || 1));
+        const free = Math.max(0.6, 1 - this.coveredAbove() / (this.canvas.clientHeight || 1));
         this.orbit.frame(box.centre(), Math.max(box.radius(), 1e-3) / free);
         this.followed = null;
         this.redraw(true);
