@@ -104,7 +104,9 @@ void add(SAMPLE& sample, const std::string& name, u64 tracks) {
                             {"tracks/large", 200, 3000},
                             {"small_objects/small", 500, 1},
                             {"small_objects/large", 50000, 1}};
-    const SIZE sizes[] = {{"small", 300}, {"medium", 9000}, {"large", 240000}};
+    std::vector<SIZE> sizes{{"small", 300}, {"medium", 9000}, {"large", 240000}};
+    // Two gigabytes of scenes, for who asks for them (bench/run --huge).
+    if (std::getenv("VOR2_BENCH_HUGE") != nullptr) sizes.push_back({"huge", 2000000});
     using FILL = void (*)(VOR2&, u32);
     const std::pair<const char*, FILL> kinds[] = {
         {"rigid", [](VOR2& root, u32 count) { add_mesh(root.rigids, count); }},
@@ -113,7 +115,7 @@ void add(SAMPLE& sample, const std::string& name, u64 tracks) {
         {"anim", [](VOR2& root, u32 count) { add_mesh(root.anim_meshes, count / 4); }},
         {"many_objects", [](VOR2& root, u32 count) { add_small_objects(root, count / 3); }},
     };
-    samples.reserve(std::size(shapes) + std::size(kinds) * std::size(sizes));
+    samples.reserve(std::size(shapes) + std::size(kinds) * sizes.size());
     for (const SHAPE& shape : shapes) {
         std::string file = std::string("vor2_bench_") + shape.name + ".vr2";
         std::replace(file.begin(), file.end(), '/', '_');
@@ -123,6 +125,8 @@ void add(SAMPLE& sample, const std::string& name, u64 tracks) {
     }
     for (const auto& [kind, fill_root] : kinds) {
         for (const SIZE& size : sizes) {
+            if (size.vertices > 240000 && kind != std::string_view("rigid") && kind != std::string_view("weighted"))
+                continue;
             const std::string file = std::string("vor2_bench_") + kind + "_" + size.name + ".vr2";
             const u32 vertices = size.vertices;
             samples.push_back(make_sample(
