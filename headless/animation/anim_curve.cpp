@@ -254,24 +254,28 @@ CurveSegment AnimCurve::segment(std::size_t i, Round round) const {
     return CurveSegment::bezier(t0, t1, v0, v1, {first.x / 3.0, first.y / 3.0}, {second.x / 3.0, second.y / 3.0});
 }
 
-// At a time from the first key's to the last's.
+// At a time from the first key's to the last's. On a key, where a scene is sampled most, no segment is made.
 double AnimCurve::within(double time, Round round) const {
     if (size() == 1) return values_[0];
-    std::size_t at = segment_at_;
+    std::size_t at = cursor_;
     const auto spans = [&](std::size_t i) { return i + 1 < size() && times_[i] <= time && time <= times_[i + 1]; };
-    if (at == none || !spans(at) || round != segment_round_) {
-        if (at != none && spans(at + 1)) {
+    if (!spans(at)) {
+        if (spans(at + 1)) {
             ++at;
         } else {
             const std::span<const double> all = times_.view();
             const auto behind_time = std::upper_bound(all.begin(), all.end() - 1, time);
             at = static_cast<std::size_t>(std::max<std::ptrdiff_t>(behind_time - all.begin(), 1)) - 1;
         }
+        cursor_ = at;
+    }
+    if (time == times_[at]) return values_[at];
+    if (time == times_[at + 1]) return values_[at + 1];
+    if (at != segment_at_ || round != segment_round_) {
         segment_ = segment(at, round);
         segment_at_ = at;
         segment_round_ = round;
     }
-    if (time == times_[at]) return values_[at];
     return segment_.evaluate(time);
 }
 

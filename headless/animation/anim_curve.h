@@ -146,6 +146,7 @@ private:
 
     static constexpr double endless = 3.4028234663852886e38;
     static constexpr std::size_t none = ~std::size_t{0};
+    mutable std::size_t cursor_ = 0; ///< where the last time lay, should it still be there
     mutable std::size_t segment_at_ = none;
     mutable Round segment_round_;
     mutable CurveSegment segment_ = CurveSegment::hold(0, 1, 0, 0);
