@@ -10,11 +10,6 @@ namespace {
 
 constexpr int max_hops = 64;
 
-// A driven curve has no time to key at.
-bool is_keyed_curve(const Node& node) {
-    return node.type().derives_from("animCurve") && is_time_curve(node);
-}
-
 // What is connected to the plug, or to the compound around it, at the same place within.
 Plug source_feeding(const Plug& plug) {
     if (plug.node->inputs().empty()) return {};
@@ -64,8 +59,8 @@ Error cannot_key(const Plug& plug, std::string_view why) {
     return Error{"The attribute '" + plug.name() + "' " + std::string(why) + " and cannot be keyed"};
 }
 
-// Nothing when the plug can be keyed.
-Result<void> check_keyable(const Plug& plug) {
+// Where a plug that can be keyed is driven from.
+Result<Plug> keyable_driver(const Plug& plug) {
     if (!plug) return Error{"There is no such attribute to be keyed"};
     const Attribute& attribute = plug.attribute();
     const bool single = plug.key.depth == attribute.array_levels;
@@ -74,12 +69,17 @@ Result<void> check_keyable(const Plug& plug) {
         return cannot_key(plug, "holds no number");
     if (plug.is_locked()) return cannot_key(plug, "is locked");
     const Plug driver = driver_of(plug);
-    if (driver.attribute().output && !is_keyed_curve(*driver.node))
-        return cannot_key(plug, "is driven by another node");
-    return {};
+    if (driver.attribute().output && !is_time_curve(*driver.node)) return cannot_key(plug, "is driven by another node");
+    return driver;
 }
 
-Result<Node*> make_curve(Scene& scene, const Plug& plug) {
+// The curve that is a driver; null for the plug's own value or another plug's. A driven curve has no time to key at.
+Node* curve_that_is(const Plug& driver, const Plug& driven) {
+    return driver != driven && is_time_curve(*driver.node) ? driver.node : nullptr;
+}
+
+// A plain connection ends at the plug that holds the value, the driver, and there the curve comes in.
+Result<Node*> make_curve(Scene& scene, const Plug& plug, const Plug& driver) {
     const AttributeKind kind = plug.attribute().kind;
     const std::string path = plug.path();
     const std::string name = std::string(plug.node->short_name()) + "_" + path.substr(path.rfind('.') + 1);
@@ -87,9 +87,7 @@ Result<Node*> make_curve(Scene& scene, const Plug& plug) {
     if (!made) return made;
     Node& curve = **made;
     CurveData::of(curve)->edit().set_tangent(Tangent::automatic);
-    // A plain connection ends at the plug that holds the value, and there the curve comes in.
-    const Plug at = driver_of(plug);
-    if (Result<void> done = scene.connect(curve.plug(curve.find_attribute("output")), at); !done) {
+    if (Result<void> done = scene.connect(curve.plug(curve.find_attribute("output")), driver); !done) {
         scene.remove_node(curve);
         return done.error();
     }
@@ -125,14 +123,14 @@ void add_single(const Plug& plug, std::vector<Plug>& out) {
 } // namespace
 
 Node* curve_of(const Plug& plug) {
-    const Plug driver = driver_of(plug);
-    return driver != plug && is_keyed_curve(*driver.node) ? driver.node : nullptr;
+    return curve_that_is(driver_of(plug), plug);
 }
 
 Result<Node*> curve_for_keying(Scene& scene, const Plug& plug) {
-    if (Result<void> allowed = check_keyable(plug); !allowed) return allowed.error();
-    if (Node* curve = curve_of(plug)) return curve;
-    return make_curve(scene, plug);
+    const Result<Plug> driver = keyable_driver(plug);
+    if (!driver) return driver.error();
+    if (Node* curve = curve_that_is(*driver, plug)) return curve;
+    return make_curve(scene, plug, *driver);
 }
 
 Result<void> key_plugs(Scene& scene, std::span<const Plug> plugs, double time) {
@@ -140,20 +138,25 @@ Result<void> key_plugs(Scene& scene, std::span<const Plug> plugs, double time) {
     std::vector<Plug> singles;
     singles.reserve(plugs.size());
     for (const Plug& plug : plugs) add_single(plug, singles);
-    std::vector<double> values;
-    values.reserve(singles.size());
+    struct NewKey {
+        double value;
+        Node* curve; // null where one must be made
+    };
+    std::vector<NewKey> keys;
+    keys.reserve(singles.size());
     for (const Plug& plug : singles) {
-        if (Result<void> allowed = check_keyable(plug); !allowed) return allowed;
-        values.push_back(scene.evaluate(plug).number());
-        if (!std::isfinite(values.back())) return cannot_key(plug, "has no finite value");
+        const Result<Plug> driver = keyable_driver(plug);
+        if (!driver) return driver.error();
+        keys.push_back({scene.evaluate(plug).number(), curve_that_is(*driver, plug)});
+        if (!std::isfinite(keys.back().value)) return cannot_key(plug, "has no finite value");
     }
     const AnimCurve* first = nullptr;
     for (std::size_t i = 0; i < singles.size(); ++i) {
-        const Result<Node*> node = curve_for_keying(scene, singles[i]);
+        const Result<Node*> node = keys[i].curve ? keys[i].curve : curve_for_keying(scene, singles[i]);
         if (!node) return node.error();
         AnimCurve& curve = CurveData::of(**node)->edit();
         if (first && curve.size() == 0) curve.share_times(*first);
-        put_key(curve, time, values[i], singles[i].attribute().kind);
+        put_key(curve, time, keys[i].value, singles[i].attribute().kind);
         (*node)->touch();
         if (!first) first = &curve;
     }

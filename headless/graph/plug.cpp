@@ -27,8 +27,8 @@ bool Plug::is_compound() const {
 }
 
 bool Plug::is_locked() const {
-    for (Plug at = *this; at; at = at.parent()) {
-        if (at.node->flags(at.key.attribute).locked) return true;
+    for (AttributeId id = key.attribute; id != no_attribute; id = node->attribute(id).parent) {
+        if (node->flags(id).locked) return true;
     }
     return false;
 }
