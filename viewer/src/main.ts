@@ -212,6 +212,7 @@ class Page {
             label.style.transform = `translate(${Math.round(seen[0] + 9)}px, ${Math.round(seen[1] - 9)}px)`;
         }
         for (const label of this.namesShown.slice(used)) label.hidden = true;
+        this.labels.hidden = used === 0; // an empty layer over the picture takes time, too
     }
 
     private announce(nodes: readonly number[]): void {

@@ -1,14 +1,16 @@
 /** The picture: one scene, or two over each other, as the camera sees them. */
 
-import { Group, Matrix4, PerspectiveCamera, Scene as DrawnScene, Vector3, WebGLRenderer } from "three";
+import { Group, Matrix4, PerspectiveCamera, Scene as DrawnScene, Vector2, Vector3, WebGLRenderer } from "three";
 import { facingOf } from "../scene/facing";
 import { Joints, pickJoint, rayHits } from "../scene/pick";
 import { Pose } from "../scene/pose";
 import type { Scene } from "../scene/scene";
 import type { Selection } from "../scene/selection";
 import { Signal } from "../scene/signal";
+import { Backdrop } from "./backdrop";
 import { Bones } from "./bones";
 import { threeColour } from "./colours";
+import { followLens } from "./lens";
 import { Meshes } from "./meshes";
 import { Orbit } from "./orbit";
 import { Ground, Lines, Trails, axesOf, boxesOf, normalsOf } from "./overlays";
@@ -43,6 +45,7 @@ export class Stage {
     private readonly renderer: WebGLRenderer;
     private readonly isSoftware: boolean;
     private isStill = true;
+    private readonly backdrop = new Backdrop();
     private readonly solid = new DrawnScene();
     private readonly front = new DrawnScene();
     private readonly ground = new Ground();
@@ -53,6 +56,7 @@ export class Stage {
     private readonly ways: Trails;
     private readonly anchors: Set<number>;
     private size = 1;
+    private readonly pixels = new Vector2();
     private wanted = true;
     private moved = true;
     private coloured = false;
@@ -62,11 +66,10 @@ export class Stage {
     constructor(private readonly canvas: HTMLCanvasElement, scenes: readonly Scene[], private readonly selection: Selection,
         clicked: (event: PointerEvent) => void) {
         this.isSoftware = drawsBySoftware();
-        const attributes = { antialias: !this.isSoftware, alpha: true, premultipliedAlpha: true };
+        const attributes = { antialias: !this.isSoftware, alpha: false, stencil: false };
         const context = canvas.getContext("webgl2", attributes) ?? undefined;
         this.renderer = new WebGLRenderer({ canvas, ...attributes, context: context as never });
         this.renderer.autoClear = false;
-        this.renderer.setClearColor(0, 0);
         for (const [name, on] of Object.entries(switchesAtFirst)) this.switches.set(name as SwitchName, new Signal(on));
         this.orbit = new Orbit(this.camera, canvas, () => this.redraw(), clicked);
         this.layers = scenes.map((scene, i) => ({
@@ -112,7 +115,10 @@ export class Stage {
         if (!this.coloured) this.colour();
         this.coloured = true;
         this.orbit.place();
-        this.renderer.clear();
+        this.renderer.getDrawingBufferSize(this.pixels);
+        followLens(this.camera, this.pixels);
+        this.backdrop.follow(this.pixels);
+        this.renderer.clear(false, true, false);
         this.renderer.render(this.solid, this.camera);
         this.renderer.clearDepth();
         this.renderer.render(this.front, this.camera);
@@ -186,7 +192,7 @@ export class Stage {
         }
         solidRoot.add(this.boxes.object, this.normals.object);
         frontRoot.add(this.trails.object, this.axes.object);
-        this.solid.add(this.ground.group, solidRoot);
+        this.solid.add(this.ground.group, solidRoot, this.backdrop.object);
         this.front.add(frontRoot);
         if (this.layers[1]) this.layers[1].bones.opacity = 0.55;
         const { scene, pose } = this.layers[0];
@@ -296,6 +302,7 @@ export class Stage {
         this.boxes.colour = pick("box");
         this.normals.colour = pick("normal");
         this.ground.colour(pick("grid"), pick("grid-bold"));
+        this.backdrop.colour(pick("sky"), pick("haze"));
     }
 
     private meshAt(meshes: Meshes, pose: Pose, x: number, y: number): number {

@@ -1,6 +1,7 @@
 /** How surfaces look: a soft light from above and a key from the viewer's left, on both sides of a face. */
 
 import { Color, DataTexture, DoubleSide, ShaderMaterial, Texture } from "three";
+import { lens, seenPlace } from "./lens";
 
 const vertexShader = `
     #ifdef SKINNED
@@ -42,7 +43,6 @@ const vertexShader = `
     varying vec2 vUv;
     #endif
     varying vec3 vNormal;
-    varying vec3 vPlace;
     void main() {
         vec4 place = vec4(position, 1.0);
         vec3 turned = normal;
@@ -64,13 +64,11 @@ const vertexShader = `
         #ifdef MAPPED
         vUv = uv;
         #endif
-        vec4 seen = modelViewMatrix * place;
         vNormal = mat3(modelViewMatrix) * turned;
-        vPlace = seen.xyz;
-        gl_Position = projectionMatrix * seen;
+        gl_Position = projectionMatrix * (modelViewMatrix * place);
     }`;
 
-const fragmentShader = `
+const fragmentShader = `${seenPlace}
     uniform vec3 colour;
     uniform vec3 glow;
     uniform float opacity;
@@ -82,7 +80,6 @@ const fragmentShader = `
     uniform sampler2D picture;
     #endif
     varying vec3 vNormal;
-    varying vec3 vPlace;
     void main() {
         vec3 base = colour;
         float alpha = opacity;
@@ -99,9 +96,10 @@ const fragmentShader = `
         gl_FragColor = vec4(base, alpha);
         #else
         float size = dot(vNormal, vNormal);
-        vec3 flat_ = normalize(cross(dFdx(vPlace), dFdy(vPlace)));
+        vec3 place = seenPlace();
+        vec3 flat_ = normalize(cross(dFdx(place), dFdy(place)));
         vec3 n = size > 1e-12 && size < 1e12 ? vNormal * inversesqrt(size) : flat_;
-        vec3 eye = normalize(-vPlace);
+        vec3 eye = normalize(-place);
         if (dot(flat_, eye) < 0.0) flat_ = -flat_;
         if (dot(n, flat_) < 0.0) n = -n;
         float sky = 0.5 + 0.5 * n.y;
@@ -143,6 +141,7 @@ export function makeSurface(options: SurfaceOptions): ShaderMaterial {
             glow: { value: new Color(0) },
             opacity: { value: options.opacity },
             picture: { value: picture },
+            lens,
             palette: { value: skin?.palette ?? null },
             paletteSize: { value: skin ? [skin.palette.image.width, skin.palette.image.height] : [1, 1] },
         },
