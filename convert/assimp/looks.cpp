@@ -99,13 +99,16 @@ std::optional<TextureUse> texture_of(AssimpReading& reading, const aiMaterial& m
         TextureUse use;
         use.name = text_of(path);
         use.uv_set = std::min(set, 7U);
-        const aiTexture* inside = reading.source.GetEmbeddedTexture(path.C_Str());
+        const auto [inside, number] = reading.source.GetEmbeddedTextureAndIndex(path.C_Str());
         if (inside == nullptr || inside->mHeight != 0) return use;
         const std::string hint(inside->achFormatHint);
-        const std::string own =
-            name + "_" + std::to_string(inside - reading.source.mTextures[0]) + "." + (hint.empty() ? "png" : hint);
         std::string file = use.name.substr(use.name.find_last_of("/\\") + 1);
-        use.name = file.empty() || file[0] == '*' ? own : name + "_" + file;
+        if (file.empty() || file[0] == '*') {
+            file = std::to_string(number) + ".";
+            file += hint.empty() ? "png" : hint;
+        }
+        use.name = name + "_";
+        use.name += file;
         auto& pictures = reading.out.pictures;
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(inside->pcData);
         if (std::none_of(pictures.begin(), pictures.end(),

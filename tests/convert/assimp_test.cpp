@@ -72,6 +72,27 @@ TEST(AssimpIn, joints_of_an_fbx_file_stand_where_its_own_keys_have_them) {
     }
 }
 
+// Two triangles, each with a picture that lies in the file under no name.
+constexpr std::string_view pictured =
+    R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0]}], "nodes": [{"mesh": 0}],
+    "meshes": [{"primitives": [{"attributes": {"POSITION": 0}, "material": 0}, {"attributes": {"POSITION": 0}, "material": 1}]}],
+    "materials": [{"pbrMetallicRoughness": {"baseColorTexture": {"index": 0}}}, {"pbrMetallicRoughness": {"baseColorTexture": {"index": 1}}}],
+    "textures": [{"source": 0}, {"source": 1}],
+    "images": [{"uri": "data:image/png;base64,iVBORwA="}, {"uri": "data:image/png;base64,iVBORwE="}],
+    "buffers": [{"byteLength": 36, "uri": "data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}],
+    "bufferViews": [{"buffer": 0, "byteLength": 36}],
+    "accessors": [{"bufferView": 0, "componentType": 5126, "count": 3, "type": "VEC3", "min": [0, 0, 0], "max": [1, 1, 0]}]})";
+
+TEST(AssimpIn, pictures_without_names_are_called_by_their_numbers) {
+    const std::vector<std::uint8_t> bytes(pictured.begin(), pictured.end());
+    ImportedFile file;
+    ASSERT_EQ(read_with_assimp({bytes, ".gltf", "hero"}, file).problem, "");
+    std::map<std::string, std::vector<std::uint8_t>> pictures;
+    for (const ImportedPicture& picture : file.pictures) pictures[picture.name] = picture.bytes;
+    const std::vector<std::uint8_t> first{0x89, 'P', 'N', 'G', 0}, second{0x89, 'P', 'N', 'G', 1};
+    EXPECT_EQ(pictures, (decltype(pictures){{"hero_0.png", first}, {"hero_1.png", second}}));
+}
+
 TEST(AssimpIn, a_character_comes_with_its_skin) {
     VOR2 scene = busy_scene(), back;
     scene.matrix_hierarchy.nodes[2].scale_track.reset(); // which shears what is below
