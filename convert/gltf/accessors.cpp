@@ -115,9 +115,10 @@ std::vector<NUMBER> GltfAccessors::numbers(int index, int wanted, READ read) {
     std::vector<NUMBER> out(accessor.count * static_cast<std::size_t>(wanted));
     if (accessor.bufferView >= 0) {
         const Place from = place(accessor.bufferView, accessor.byteOffset, accessor.count, size, "an accessor");
-        for (std::size_t i = 0; i < out.size(); ++i) {
-            const auto element = i / static_cast<std::size_t>(wanted), part = i % static_cast<std::size_t>(wanted);
-            out[i] = read(from.first + element * from.stride + part * component);
+        auto to = out.begin();
+        for (std::size_t i = 0; i < accessor.count; ++i) {
+            for (int part = 0; part < wanted; ++part)
+                *to++ = read(from.first + i * from.stride + static_cast<std::size_t>(part) * component);
         }
     }
     if (accessor.sparse.isSparse) apply_sparse(accessor, wanted, read, out);

@@ -60,7 +60,7 @@ MStatus remove(std::map<std::string, Entry, std::less<>>& registry, const MStrin
 } // namespace
 
 MStatus MFnPlugin::registerFileTranslator(const MString& name, const char*, MCreatorFunction creator, const char*,
-                                          const char*, bool, MString) {
+                                          const char*, bool, MString) { // NOLINT(performance-unnecessary-value-param)
     Session& session = Session::current();
     return add(session.translators, name, Session::Translator{session.registering_plugin, creator});
 }

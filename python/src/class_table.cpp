@@ -54,6 +54,7 @@ std::vector<const ClassInfo*> gather() {
         }
     }
     std::vector<const ClassInfo*> classes;
+    classes.reserve(found.size());
     for (const auto& [name, info] : found) classes.push_back(info);
     std::stable_sort(classes.begin(), classes.end(),
                      [](const ClassInfo* a, const ClassInfo* b) { return a->bases.size() < b->bases.size(); });

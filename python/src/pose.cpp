@@ -83,7 +83,7 @@ void set_time(VOR2& scene, float time, bool is_changed) {
     scene.set_time(time);
 }
 
-py::tuple pose(py::handle object, py::object time) {
+py::tuple pose(py::handle object, const py::object& time) {
     const Handle& handle = wanted_scene(object);
     Keeper& keeper = handle.place.keeper();
     VOR2& scene = *static_cast<VOR2*>(handle.address());

@@ -56,7 +56,7 @@ void* SHARED_BLOCKS::take(std::size_t size) {
     const std::size_t whole = BEFORE + whole_words(size);
     if (static_cast<std::size_t>(my_end - my_next) < whole) open();
     SHOW(my_next, BEFORE + size);
-    std::memcpy(my_next, &my_block, sizeof my_block);
+    std::memcpy(my_next, &my_block, sizeof(void*));
     void* out = my_next + BEFORE;
     HIDE(my_next, BEFORE);
     my_next += whole;
@@ -68,7 +68,7 @@ void SHARED_BLOCKS::give_back(void* memory, std::size_t size) noexcept {
     u8* before = static_cast<u8*>(memory) - BEFORE;
     BLOCK* block = nullptr;
     SHOW(before, BEFORE);
-    std::memcpy(&block, before, sizeof block);
+    std::memcpy(&block, before, sizeof(void*));
     HIDE(before, BEFORE + size);
     block->drop(1);
 }

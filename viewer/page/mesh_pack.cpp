@@ -3,6 +3,9 @@
 #include "inspect/scene_facts.h"
 #include "viewer/page/row_set.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace vor2::viewer {
 namespace {
 
@@ -13,7 +16,7 @@ void append(std::vector<u32>& row, VECTOR_3 v) {
 }
 
 u32 eight_bits(f32 part) {
-    return part > 0 ? static_cast<u32>(std::min(part, 1.0F) * 255.0F + 0.5F) : 0;
+    return part > 0 ? static_cast<u32>(std::lround(std::min(part, 1.0F) * 255.0F)) : 0;
 }
 
 u32 packed(const VOR2_COLOUR& colour) {

@@ -42,7 +42,8 @@ std::string foreign_extensions() {
 }
 
 bool tell(const std::string& file, const Report& report) {
-    for (const std::string& text : report.notes) note(file + ": " + text);
+    const std::string start = file + ": ";
+    for (const std::string& text : report.notes) note(start + text);
     if (!report.good()) problem(file, report.problem);
     return report.good();
 }

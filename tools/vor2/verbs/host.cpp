@@ -47,8 +47,8 @@ public:
         repeat_.describe(syntax);
     }
     std::string check() const override {
-        if (const std::string wrong = capture_.check(); !wrong.empty()) return wrong;
-        if (const std::string wrong = search_.check(); !wrong.empty()) return wrong;
+        if (std::string wrong = capture_.check(); !wrong.empty()) return wrong;
+        if (std::string wrong = search_.check(); !wrong.empty()) return wrong;
         return repeat_.check();
     }
     int run() override {
