@@ -88,8 +88,8 @@ Placement placement_of(const tinygltf::Node& node, int index) {
         expect_finite(*numbers, index);
     if (node.matrix.size() == 16) {
         Affine matrix;
-        for (int c = 0; c < 4; ++c) {
-            for (int r = 0; r < 3; ++r) matrix.m[r][c] = node.matrix[static_cast<std::size_t>(4 * c + r)];
+        for (std::size_t c = 0; c < 4; ++c) {
+            for (std::size_t r = 0; r < 3; ++r) matrix.m[r][c] = node.matrix[4 * c + r];
         }
         return matrix.placement();
     }

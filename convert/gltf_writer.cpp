@@ -36,6 +36,7 @@ namespace {
 
 std::vector<double> list(const auto& numbers) {
     std::vector<double> out;
+    out.reserve(std::size(numbers));
     for (const double number : numbers)
         out.push_back(std::isfinite(number) ? static_cast<double>(static_cast<float>(number)) : 0.0);
     return out;

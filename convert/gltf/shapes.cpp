@@ -116,7 +116,7 @@ void add_poses(GltfWork& work, VOR2_ANIM_MESH& mesh, const std::vector<float>& t
             mesh.vertex(v).get_position(position);
             const Vec3 there = converted(widened(position), Axes::mirrored);
             for (std::size_t k = 0; k < 3; ++k) {
-                const auto offset = static_cast<float>(there[k] - static_cast<double>(base[3 * v + k]));
+                const auto offset = static_cast<float>(there[k] - static_cast<double>(base[std::size_t{3} * v + k]));
                 offsets.push_back(std::isfinite(offset) ? offset : 0.0F);
             }
         }

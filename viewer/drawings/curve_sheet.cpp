@@ -25,13 +25,13 @@ constexpr std::string_view style =
 
 std::string number(double value) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.5g", value == 0 ? 0.0 : value);
+    (void)std::snprintf(text, sizeof text, "%.5g", value == 0 ? 0.0 : value);
     return text;
 }
 /// A place in the picture.
 std::string place(double value) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.2f", value);
+    (void)std::snprintf(text, sizeof text, "%.2f", value);
     return text;
 }
 

@@ -48,14 +48,14 @@ int side_of(const std::string& name) {
 class DotCanvas {
 public:
     DotCanvas(int columns, int rows)
-        : columns_(columns), rows_(rows), cells_(static_cast<std::size_t>(columns * rows)) {}
+        : columns_(columns), rows_(rows), cells_(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows)) {}
 
     int width() const { return columns_ * 2; }
     int height() const { return rows_ * 4; }
     void dot(int x, int y) {
         if (x < 0 || y < 0 || x >= width() || y >= height()) return;
         static constexpr unsigned char bits[4][2] = {{1, 8}, {2, 16}, {4, 32}, {64, 128}};
-        cells_[static_cast<std::size_t>(y / 4 * columns_ + x / 2)].dots |= bits[y % 4][x % 2];
+        cells_[place(x / 2, y / 4)].dots |= bits[y % 4][x % 2];
     }
     void line(double x0, double y0, double x1, double y1) {
         const int steps = std::max(1, static_cast<int>(std::ceil(std::max(std::abs(x1 - x0), std::abs(y1 - y0)))));
@@ -65,12 +65,11 @@ public:
     }
     /// A letter instead of a cell's dots.
     void letter(int column, int row, char32_t c) {
-        if (column >= 0 && row >= 0 && column < columns_ && row < rows_)
-            cells_[static_cast<std::size_t>(row * columns_ + column)].letter = c;
+        if (column >= 0 && row >= 0 && column < columns_ && row < rows_) cells_[place(column, row)].letter = c;
     }
     bool is_free(int column, int row, int length) const {
         if (row < 0 || row >= rows_ || column < 0 || column + length > columns_) return false;
-        const auto first = cells_.begin() + row * columns_ + column;
+        const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(place(column, row));
         return std::all_of(first, first + length, [](const Cell& cell) { return cell.dots == 0 && cell.letter == 0; });
     }
 
@@ -78,8 +77,7 @@ public:
         std::string out;
         for (int row = 0; row < rows_; ++row) {
             std::string line;
-            for (int column = 0; column < columns_; ++column)
-                append_cell(line, cells_[static_cast<std::size_t>(row * columns_ + column)], braille);
+            for (int column = 0; column < columns_; ++column) append_cell(line, cells_[place(column, row)], braille);
             line.erase(line.find_last_not_of(' ') + 1);
             out += line + "\n";
         }
@@ -87,6 +85,10 @@ public:
     }
 
 private:
+    std::size_t place(int column, int row) const {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
+    }
+
     struct Cell {
         unsigned char dots = 0;
         char32_t letter = 0;

@@ -76,7 +76,8 @@ std::vector<Clip> clips_of_scene(headless::Session& session) {
     std::vector<Clip> out;
     for (const std::string& node : ask(session, "ls -type gameFbxExporter")) {
         for (const std::string& index : ask(session, "getAttr -multiIndices " + node + ".ac")) {
-            const std::string clip = "getAttr " + node + ".ac[" + index + "].";
+            std::string clip = "getAttr ";
+            clip.append(node).append(".ac[").append(index).append("].");
             const std::vector<std::string> name = ask(session, clip + "acn"), start = ask(session, clip + "acs"),
                                            stop = ask(session, clip + "ace");
             if (name.size() != 1 || start.size() != 1 || stop.size() != 1) continue;

@@ -26,7 +26,7 @@ bool is_called(const VOR2& scene, u64 node, const std::string& name) {
         const i32 parent = nodes[n].parent_index;
         if (path.size() >= name.size() || parent < 0 || static_cast<u64>(parent) >= n) return false;
         n = static_cast<u64>(parent);
-        path = vor2::inspect::readable(nodes[n].name) + "|" + path;
+        path.insert(0, vor2::inspect::readable(nodes[n].name) + "|");
     }
     return true;
 }
