@@ -28,7 +28,7 @@ namespace {
 
 constexpr std::size_t FIRST_SIZE = 4096, LARGEST_SIZE = 1U << 22U;
 /// In front of what is taken stands the block that it is part of, on 32-bit systems with room behind it.
-constexpr std::size_t BEFORE = 8;
+constexpr std::size_t BEFORE = 8, ADDRESS = sizeof(void*);
 /// What a block counts more than is in use, as long as more may be taken out of it: then only giving back counts.
 constexpr u64 OPEN = u64{1} << 40U;
 
@@ -56,7 +56,7 @@ void* SHARED_BLOCKS::take(std::size_t size) {
     const std::size_t whole = BEFORE + whole_words(size);
     if (static_cast<std::size_t>(my_end - my_next) < whole) open();
     SHOW(my_next, BEFORE + size);
-    std::memcpy(my_next, &my_block, sizeof(void*));
+    std::memcpy(my_next, &my_block, ADDRESS);
     void* out = my_next + BEFORE;
     HIDE(my_next, BEFORE);
     my_next += whole;
@@ -68,7 +68,7 @@ void SHARED_BLOCKS::give_back(void* memory, std::size_t size) noexcept {
     u8* before = static_cast<u8*>(memory) - BEFORE;
     BLOCK* block = nullptr;
     SHOW(before, BEFORE);
-    std::memcpy(&block, before, sizeof(void*));
+    std::memcpy(&block, before, ADDRESS);
     HIDE(before, BEFORE + size);
     block->drop(1);
 }
