@@ -42,8 +42,7 @@ std::string foreign_extensions() {
 }
 
 bool tell(const std::string& file, const Report& report) {
-    const std::string start = file + ": ";
-    for (const std::string& text : report.notes) note(start + text);
+    for (const std::string& text : report.notes) note(file, text);
     if (!report.good()) problem(file, report.problem);
     return report.good();
 }

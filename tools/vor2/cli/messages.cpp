@@ -21,6 +21,12 @@ std::string one_line(std::string line) {
     return line;
 }
 
+std::string line_of(std::string_view file, std::string_view text) {
+    std::string line;
+    if (!file.empty()) line.append(file).append(": ");
+    return one_line(line.append(text));
+}
+
 void write_line(std::string_view text) {
     std::string line(prefix);
     line.append(text) += '\n';
@@ -40,9 +46,7 @@ bool is_quiet() {
 
 void problem(std::string_view file, std::string_view why) {
     ++problem_count;
-    std::string line;
-    if (!file.empty()) line.append(file).append(": ");
-    line = one_line(line.append(why));
+    const std::string line = line_of(file, why);
     if (listener != nullptr) return listener->take_problem(line);
     write_line(line);
 }
@@ -52,8 +56,13 @@ std::size_t problems_told() {
 }
 
 void note(std::string_view text) {
-    if (listener != nullptr) return listener->take_note(one_line(std::string(text)));
-    if (!quiet_run) write_line(one_line(std::string(text)));
+    note(std::string_view(), text);
+}
+
+void note(std::string_view file, std::string_view text) {
+    const std::string line = line_of(file, text);
+    if (listener != nullptr) return listener->take_note(line);
+    if (!quiet_run) write_line(line);
 }
 
 std::FILE* results() {

@@ -20,8 +20,9 @@ bool is_quiet();
 void problem(std::string_view file, std::string_view why);
 /// How many lines `problem` has told in this process.
 std::size_t problems_told();
-/// A line "vor2: text", unless quiet.
+/// A line "vor2: text", or "vor2: FILE: text", unless quiet.
 void note(std::string_view text);
+void note(std::string_view file, std::string_view text);
 
 /// Where results are printed: standard output, or what a listener has in its place.
 std::FILE* results();

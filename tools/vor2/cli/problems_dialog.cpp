@@ -54,7 +54,7 @@ void ProblemsDialog::tell() const {
         problem(scene_, "the export is cancelled: problems were found, see " + report_ +
                             " (--on-problems force exports all the same)");
     } else if (was_asked_) {
-        note(scene_ + ": warning: exported in spite of problems, see " + report_);
+        note(scene_, "warning: exported in spite of problems, see " + report_);
     }
 }
 

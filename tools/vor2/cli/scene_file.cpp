@@ -33,7 +33,7 @@ void leave_out_missing_of(REFERENCES& references, const TEXT& file, const std::s
         if (file_exists(path)) {
             leave_out_missing(*reference->scene, path, name);
         } else {
-            note(name + ": warning: there is no scene " + platform::native_file_name(path) + ", which it refers to");
+            note(name, "warning: there is no scene " + platform::native_file_name(path) + ", which it refers to");
             reference->scene.reset();
         }
     }

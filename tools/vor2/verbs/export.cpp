@@ -176,7 +176,7 @@ private:
         if (!host.open(file, capture_.options()) || (!time_unit_.empty() && !host.set_time_unit(time_unit_)))
             return false;
         if (meshes_.meshes && is_foreign(extension_of(file)))
-            note(file + ": the meshes of such a file don't reach the host; vor2 convert takes them along");
+            note(file, "the meshes of such a file don't reach the host; vor2 convert takes them along");
         return true;
     }
 

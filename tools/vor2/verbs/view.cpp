@@ -101,8 +101,7 @@ private:
         if (!load_scene(scene, file, buffer)) return {};
         ScenePack pack =
             vor2::viewer::pack_scene(name_without_folder(file), library_name(file), scene, {buffer.start, buffer.end});
-        const std::string start = file + ": warning: ";
-        for (const std::string& line : pack.notes) note(start + line);
+        for (const std::string& line : pack.notes) note(file, "warning: " + line);
         if (pack.words.size() <= vor2::viewer::most_words) return pack;
         problem(file, "holds more than a browser could show");
         return {};
