@@ -46,14 +46,10 @@ std::vector<MeshBlock> blocks_of(std::string_view report) {
     return blocks;
 }
 
-void put(JsonWriter& json, std::string_view key, const std::string& text) {
-    json.text(key, std::string_view(text));
-}
-
 void put_list(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
     json.key(key);
     json.begin_array();
-    for (const std::string& text : texts) json.text(std::string_view(text));
+    for (const std::string& text : texts) json.text(text);
     json.end_array();
 }
 
@@ -103,7 +99,7 @@ std::uint64_t write_check_json(const CheckedScene& checked, JsonWriter::Layout l
     for (const MeshBlock& block : blocks_of(checked.report)) {
         found += block.channels.size() + block.positions.size();
         json.begin_object();
-        put(json, "name", block.name);
+        json.text("name", block.name);
         put_list(json, "mapping_channels", block.channels);
         put_list(json, "bad_normals_at", block.positions);
         json.end_object();
@@ -114,11 +110,11 @@ std::uint64_t write_check_json(const CheckedScene& checked, JsonWriter::Layout l
         json.begin_array();
         found += check_strictly(checked.scene, checked.file_name, [&json](const Finding& finding) {
             json.begin_object();
-            put(json, "record", finding.record);
+            json.text("record", finding.record);
             json.text("name", finding.name);
-            put(json, "field", finding.field);
-            put(json, "value", finding.value);
-            put(json, "complaint", finding.complaint);
+            json.text("field", finding.field);
+            json.text("value", finding.value);
+            json.text("complaint", finding.complaint);
             json.end_object();
         });
         json.end_array();

@@ -136,7 +136,7 @@ std::vector<std::vector<u32>> MeshPack::write_plain_vertices(const VERTICES& ver
 }
 
 void MeshPack::write_vertices(const VOR2_RIGID& mesh, std::vector<u32>& place_of) {
-    json_.text("kind", std::string_view("rigid"));
+    json_.text("kind", "rigid");
     write_plain_vertices(
         mesh.vertices, place_of,
         [](const VOR2_RIGID_VERT& vertex, std::vector<u32>& row) {
@@ -147,7 +147,7 @@ void MeshPack::write_vertices(const VOR2_RIGID& mesh, std::vector<u32>& place_of
 }
 
 void MeshPack::write_vertices(const VOR2_WEIGHTED_MESH& mesh, std::vector<u32>& place_of) {
-    json_.text("kind", std::string_view("weighted"));
+    json_.text("kind", "weighted");
     const std::vector<std::vector<u32>> influences = write_plain_vertices(
         mesh.vertices, place_of,
         [](const VOR2_WEIGHTED_MESH_VERT& vertex, std::vector<u32>& row) {
@@ -167,7 +167,7 @@ void MeshPack::write_vertices(const VOR2_WEIGHTED_MESH& mesh, std::vector<u32>& 
 }
 
 void MeshPack::write_vertices(const VOR2_MORPH_MESH& mesh, std::vector<u32>& place_of) {
-    json_.text("kind", std::string_view("morph"));
+    json_.text("kind", "morph");
     const std::vector<std::vector<u32>> offsets = write_plain_vertices(
         mesh.vertices, place_of,
         [](const VOR2_MORPH_MESH_VERT& vertex, std::vector<u32>& row) {
@@ -201,7 +201,7 @@ void MeshPack::write_vertices(const VOR2_MORPH_MESH& mesh, std::vector<u32>& pla
 
 // Nothing is shared here: each vertex has tracks of its own.
 void MeshPack::write_vertices(const VOR2_ANIM_MESH& mesh, std::vector<u32>& place_of) {
-    json_.text("kind", std::string_view("anim"));
+    json_.text("kind", "anim");
     json_.number("vertices", u64{mesh.vertices.size()});
     std::vector<u32> numbers, uvs;
     bool mapped = false;

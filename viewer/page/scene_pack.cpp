@@ -94,7 +94,7 @@ void ScenePacker::write_facts(const SceneFacts& facts) {
     json_.begin_array();
     for (const auto& [name, count] : facts.objects) {
         json_.begin_array(true);
-        json_.text(std::string_view(name));
+        json_.text(name);
         json_.number(count);
         json_.end_array();
     }

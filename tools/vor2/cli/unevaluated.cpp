@@ -30,28 +30,27 @@ std::vector<Unevaluated> unevaluated_in_export(headless::Scene& scene, const std
 }
 
 void write_report(const ExportReport& report, vor2::inspect::JsonWriter& json) {
-    const auto text = [&json](const char* key, const std::string& value) { json.text(key, std::string_view(value)); };
     json.begin_object();
-    text("file", report.file);
-    text("output", report.output);
+    json.text("file", report.file);
+    json.text("output", report.output);
     json.boolean("exported", report.exported);
     json.key("unevaluated");
     json.begin_array();
     for (const Unevaluated& found : report.unevaluated) {
         json.begin_object();
-        text("node", found.node->name());
-        text("kind", found.node->type().name());
-        text("why", found.why);
+        json.text("node", found.node->name());
+        json.text("kind", found.node->type().name());
+        json.text("why", found.why);
         json.key("moves");
         json.begin_array();
-        for (const Node* node : found.moving) json.text(std::string_view(node->name()));
+        for (const Node* node : found.moving) json.text(node->name());
         json.end_array();
         json.end_object();
     }
     json.end_array();
     json.key("warnings");
     json.begin_array();
-    for (const std::string& warning : report.warnings) json.text(std::string_view(warning));
+    for (const std::string& warning : report.warnings) json.text(warning);
     json.end_array();
     json.end_object();
     json.finish();

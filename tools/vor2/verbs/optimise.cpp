@@ -151,7 +151,7 @@ private:
     void write_json(const VOR2& scene, const Result& result, TextOut& out) const {
         JsonWriter json(out, JsonWriter::Layout::indented);
         json.begin_object();
-        json.text("file", std::string_view(output_));
+        json.text("file", output_);
         json.number("keys_before", result.keys_before);
         json.number("keys_after", result.keys_after);
         json.number("bytes_before", bytes_before_);
