@@ -36,8 +36,8 @@ std::vector<std::string> read_pictures(GltfReading& reading, const std::string& 
         name.resize(std::min(name.find_last_of('.'), name.size()));
         for (char& c : name)
             c = std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-' || c == '_' || c == ' ' ? c : '_';
+        if (name.empty()) name = std::to_string(i);
         name.insert(0, file + "_");
-        if (name.size() == file.size() + 1) name += std::to_string(i);
         const std::string extension = type == "image/jpeg" ? ".jpg" : ".png";
         while (std::any_of(names.begin(), names.end(),
                            [&](const std::string& other) { return other == name + extension; }))

@@ -286,10 +286,10 @@ PyTypeObject* make_type(const std::string& name, PyTypeObject* base, PyGetSetDef
     slots.push_back({0, nullptr});
     // The type keeps the name's characters.
     const std::string* full_name = new std::string("vor2." + name);
-    PyType_Spec spec{full_name->c_str(), sizeof(RecordObject), 0, Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE,
-                     slots.data()};
+    PyType_Spec description{full_name->c_str(), sizeof(RecordObject), 0, Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE,
+                            slots.data()};
     PyObject* bases = base == nullptr ? nullptr : PyTuple_Pack(1, base);
-    PyObject* type = PyType_FromSpecWithBases(&spec, bases);
+    PyObject* type = PyType_FromSpecWithBases(&description, bases);
     Py_XDECREF(bases);
     if (type == nullptr) throw py::error_already_set();
     return reinterpret_cast<PyTypeObject*>(type);

@@ -65,7 +65,7 @@ function ball(detail: number): Solid {
  */
 class Copies {
     readonly mesh: Mesh;
-    readonly size: number;
+    private readonly size: number; // corners of a copy
     private readonly places: BufferAttribute;
     private readonly tints: BufferAttribute;
 
