@@ -7,7 +7,8 @@ namespace vor2::convert {
 
 /// How a conversion went. A note tells what the other format can't say, in a sentence without a full stop.
 struct Report {
-    std::string problem; ///< why nothing came of it; empty when all went well
+    std::string problem;        ///< why nothing came of it; empty when all went well
+    bool lacks_texture = false; ///< the problem is a texture that isn't there or can't be read
     std::vector<std::string> notes;
 
     [[nodiscard]] bool good() const { return problem.empty(); }

@@ -36,10 +36,12 @@ int texture_of(GltfWork& work, const std::string& name) {
     if (type.empty()) {
         const std::string why =
             bytes ? "the texture " + name + " is of a kind that can't be read" : "there is no texture " + name;
-        if (work.options.leave_out_textures)
+        if (work.options.leave_out_textures) {
             work.report.note(why + ", and it is left out");
-        else
+        } else if (work.report.good()) {
+            work.report.lacks_texture = true;
             work.report.fail(why);
+        }
         return -1;
     }
     return known->second = add_texture(work, name, *bytes, type);

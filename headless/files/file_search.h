@@ -19,6 +19,7 @@ struct FileSearch {
     std::string project;       ///< the project's folder; empty for the nearest above the scene with a workspace.mel
     std::vector<PathMap> maps; ///< tried in this order, before the paths as they are
     bool missing_is_refused = false; ///< a scene whose references can't all be read isn't read either
+    std::string way_out{};           ///< stands behind the words of such a refusal: what would help
 };
 
 /// Finds the files that one scene and those it refers to name. What a path may stand for, in this order:

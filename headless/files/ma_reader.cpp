@@ -332,10 +332,11 @@ void finish(Reading& reading) {
     }
 }
 
-Error told_of_all(const std::vector<Error>& problems, const std::string& path) {
+Error told_of_all(const std::vector<Error>& problems, const std::string& path, const std::string& way_out) {
     Error out = problems.front();
     if (out.file != path) out = Error{out.text(), path};
     if (problems.size() > 1) out.message += " (and " + std::to_string(problems.size() - 1) + " more references)";
+    out.message += way_out;
     return out;
 }
 
@@ -357,7 +358,7 @@ Result<void> read_maya_ascii_text(Scene& scene, std::string_view text, const std
     reading.fresh = holds_nothing_of_its_own(scene);
     Result<void> done = MaReader(reading, text, path, "").read();
     if (done && options.search.missing_is_refused && !reading.problems.empty())
-        done = told_of_all(reading.problems, path);
+        done = told_of_all(reading.problems, path, options.search.way_out);
     if (done) {
         finish(reading);
         for (const Error& problem : reading.problems) Session::current().warning(problem.text());

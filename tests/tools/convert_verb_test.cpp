@@ -47,7 +47,8 @@ TEST_F(ToolTest, convert_refuses_what_would_be_less_than_the_scene) {
     material->maps.push_back(std::move(map));
     scene.materials.push_back(std::move(material));
     save(scene, "hero.vr2");
-    expect_refused({"convert", path("hero.vr2"), path("hero.glb")}, path("hero.vr2"), "skin.png");
+    expect_refused({"convert", path("hero.vr2"), path("hero.glb")}, path("hero.vr2"),
+                   "skin.png; --textures says where textures are, --leave-out-textures goes on without them");
     EXPECT_FALSE(exists("hero.glb"));
     EXPECT_EQ(run({"convert", path("hero.vr2"), path("hero.glb"), "--leave-out-textures"}).exit_code, 0);
     write("skin.png", std::string("\x89PNG\r\n\x1a\n", 8));

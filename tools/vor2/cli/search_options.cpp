@@ -32,6 +32,7 @@ std::string SearchOptions::check() const {
 
 headless::FileSearch SearchOptions::search(bool missing_is_refused) const {
     headless::FileSearch out{project_, {}, missing_is_refused && !allow_missing_};
+    out.way_out = "; --project and --map say where files are, --allow-missing-references goes on without them";
     for (const std::string& map : maps_) {
         const std::size_t equals = map.find('=');
         out.maps.push_back({map.substr(0, equals), map.substr(equals + 1)});

@@ -205,8 +205,10 @@ private:
             takes.push_back({loaded.scenes[i].get(), loaded.names[i]});
         const fs::path buffer = native_path(output).replace_extension(".bin");
         GltfFile file;
-        if (!tell(input, write_gltf(takes, options(loaded, input, output, buffer.filename().string()), file)))
-            return false;
+        Report report = write_gltf(takes, options(loaded, input, output, buffer.filename().string()), file);
+        if (report.lacks_texture)
+            report.problem += "; --textures says where textures are, --leave-out-textures goes on without them";
+        if (!tell(input, report)) return false;
         OutputSet outputs(output);
         if (!outputs.ready() || !write_whole(output, file.bytes)) return false;
         return (file.buffer.empty() || write_whole(buffer.string(), file.buffer)) && outputs.commit();

@@ -202,7 +202,10 @@ private:
         VOR2_EXPORTER_MAYA::mesh_options() = meshes_;
         report.unevaluated = unevaluated_in_export(scene, nodes);
         if (!allow_unevaluated_ && !report.unevaluated.empty()) {
-            for (const headless::Unevaluated& found : report.unevaluated) problem(report.file, told(found));
+            for (const headless::Unevaluated& found : report.unevaluated) {
+                const bool last = &found == &report.unevaluated.back();
+                problem(report.file, told(found) + (last ? "; --allow-unevaluated exports it all the same" : ""));
+            }
             return false;
         }
         const ProblemsDialog dialog(on_problems_, report.file, report.output);
