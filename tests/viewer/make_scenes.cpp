@@ -1,6 +1,7 @@
 // make_scenes FOLDER [big]: writes the scenes that the tests of the page look at: one with every kind of thing that
 // moves, and those that a page must bear; with "big", only the one that its speed is measured by.
 
+#include "format/tracks/constant_track.h"
 #include "format/vor2.h"
 #include "support/text/unicode.h"
 
@@ -91,8 +92,14 @@ OWNED<VOR2_MATERIAL> make_material(const char* name, VOR2_COLOUR colour, const c
     track->add_key(colour, 0);
     material->ambient_colour.reset(track);
     if (picture != nullptr) {
+        auto* rough = new VOR2_BITMAP_MATERIAL_MAP(); // which is no colour
+        rough->map_text = TEXT(u"roughness");
+        rough->bitmap_params.bitmap_name = TEXT(u"rough.png");
+        material->maps.push_back(OWNED<VOR2_MATERIAL_MAP>(rough));
         auto* map = new VOR2_BITMAP_MATERIAL_MAP();
         map->bitmap_params.bitmap_name = TEXT(to_utf16(picture));
+        map->coordinates.uv_track_1 = constant_track<VOR2_ANIMATABLE_VECTOR_2_LINEAR>(VECTOR_2(3, 2));
+        map->coordinates.wrap_mode.v_mode = 2;
         material->maps.push_back(OWNED<VOR2_MATERIAL_MAP>(map));
     }
     return OWNED<VOR2_MATERIAL>(material);

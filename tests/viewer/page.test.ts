@@ -173,7 +173,9 @@ test("every switch changes the picture, and pictures beside the scene are in it"
     const facts = (await page.locator("#facts").textContent())!;
     assert.match(facts, /lost\.png isn't beside the scene/);
     assert.match(facts, /1 triangle with corners/);
-    assert.doesNotMatch(facts, /dot\.png/);
+    assert.doesNotMatch(facts, /(dot|rough)\.png/);
+    const placed = await page.evaluate(() => vor2.scene.document.materials.map((m: { placement?: number[] }) => m.placement));
+    assert.deepEqual(placed.find((numbers: number[] | undefined) => numbers), [0, 0, 3, 2, 0, 1, 2]);
     // What the page draws by the graphics card and what it works out itself are one thing.
     await page.evaluate(() => vor2.stage.switches.get("skeleton").value = false);
     const onCard = await picture(page);

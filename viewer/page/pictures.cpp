@@ -63,14 +63,37 @@ std::optional<std::vector<u8>> read_whole(const TEXT& name) {
     return bytes;
 }
 
+/// The first bitmap of a material whose text is one of those, in any case.
+const VOR2_BITMAP_MATERIAL_MAP* first_bitmap(const VOR2_MATERIAL& material,
+                                             std::initializer_list<std::u16string_view> uses) {
+    const auto* standard = dynamic_cast<const VOR2_STANDARD_MATERIAL*>(&material);
+    if (standard == nullptr) return nullptr;
+    for (const auto& map : standard->maps) {
+        const auto* bitmap = dynamic_cast<const VOR2_BITMAP_MATERIAL_MAP*>(map.get());
+        if (bitmap == nullptr) continue;
+        std::u16string use(bitmap->map_text.view());
+        for (char16_t& c : use) c = c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
+        if (std::find(uses.begin(), uses.end(), use) != uses.end()) return bitmap;
+    }
+    return nullptr;
+}
+
 } // namespace
 
+const VOR2_BITMAP_MATERIAL_MAP* Pictures::colour_map(const VOR2_MATERIAL& material) {
+    return first_bitmap(material, {u"", u"colour", u"color", u"diffuse"});
+}
+
+bool Pictures::makes_clear(const VOR2_MATERIAL& material) {
+    const VOR2_BITMAP_MATERIAL_MAP* colour = colour_map(material);
+    const VOR2_BITMAP_MATERIAL_MAP* clear = first_bitmap(material, {u"transparency", u"opacity"});
+    return colour != nullptr && clear != nullptr &&
+           colour->bitmap_params.bitmap_name == clear->bitmap_params.bitmap_name;
+}
+
 int Pictures::of_material(const VOR2_MATERIAL& material) {
-    if (const auto* standard = dynamic_cast<const VOR2_STANDARD_MATERIAL*>(&material)) {
-        for (const auto& map : standard->maps) {
-            const auto* bitmap = dynamic_cast<const VOR2_BITMAP_MATERIAL_MAP*>(map.get());
-            if (bitmap != nullptr) return number_of(bitmap->bitmap_params.bitmap_name);
-        }
+    if (const VOR2_BITMAP_MATERIAL_MAP* map = colour_map(material)) {
+        return number_of(map->bitmap_params.bitmap_name);
     } else if (const auto* shader = dynamic_cast<const VOR2_SHADER_MATERIAL*>(&material)) {
         for (const auto& param : shader->string_params) {
             if (looks_like_a_picture(param.value)) return number_of(param.value);

@@ -22,6 +22,10 @@ public:
 
     /// The number of the picture that a material shows its colour by; -1 where it names none.
     int of_material(const VOR2_LOADER::VOR2_MATERIAL& material);
+    /// The map of that picture, of a material that has maps.
+    static const VOR2_LOADER::VOR2_BITMAP_MATERIAL_MAP* colour_map(const VOR2_LOADER::VOR2_MATERIAL& material);
+    /// Whether the clear points of that picture are holes in the surface: where a map of its transparency is the same.
+    static bool makes_clear(const VOR2_LOADER::VOR2_MATERIAL& material);
     void write_all(inspect::JsonWriter& json) const;
     /// A line for each that isn't in the page: its name and why.
     std::vector<std::string> missing() const;

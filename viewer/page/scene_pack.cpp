@@ -56,6 +56,7 @@ private:
     template<class LIST>
     void write_properties_of(u64 node, const LIST& list);
     void write_materials();
+    void write_placement(const VOR2_MATERIAL& material);
     void write_objects();
     template<class LIST>
     void write_objects_of(std::string_view kind, std::string_view record, const LIST& list);
@@ -202,11 +203,33 @@ void ScenePacker::write_materials() {
         json_.end_array();
         json_.number("transparency", std::int64_t{standard != nullptr ? tracks_.add(standard->transparency) : -1});
         json_.number("picture", std::int64_t{material ? pictures_.of_material(*material) : -1});
+        if (material) write_placement(*material);
         json_.end_object();
     }
     json_.end_array();
     json_.key("pictures");
     pictures_.write_all(json_);
+}
+
+/// Where the picture lies, and what is beyond it: turned counterclockwise about its middle after repeat and offset, V
+/// upward, as the host does it.
+void ScenePacker::write_placement(const VOR2_MATERIAL& material) {
+    const VOR2_BITMAP_MATERIAL_MAP* map = Pictures::colour_map(material);
+    if (map == nullptr) return;
+    const VOR2_BITMAP_MATERIAL_MAP_COORDINATES& place = map->coordinates;
+    VECTOR_2 offset(0.0F, 0.0F), repeat(1.0F, 1.0F);
+    VECTOR_3 angles(0.0F, 0.0F, 0.0F);
+    if (place.uv_track_0) place.uv_track_0->value(offset);
+    if (place.uv_track_1) place.uv_track_1->value(repeat);
+    if (place.uvw_track) place.uvw_track->value(angles);
+    json_.key("placement");
+    json_.begin_array(true);
+    for (const f32 number : {offset.x, offset.y, repeat.x, repeat.y, angles.z})
+        json_.number(std::isfinite(number) ? number : 0.0F);
+    for (const u32 mode : {place.wrap_mode.u_mode, place.wrap_mode.v_mode})
+        json_.number(std::int64_t{mode == 0 || mode == 2 ? mode : 1});
+    json_.end_array();
+    if (Pictures::makes_clear(material)) json_.boolean("clear", true);
 }
 
 void ScenePacker::write_object(std::string_view kind, std::string_view record, u64 index,

@@ -240,7 +240,7 @@ export class Meshes {
         const coloured = !this.tint && (mesh.colours !== undefined || (mesh.kind === "anim" && this.hasColours(mesh)));
         const material = makeSurface({
             colour: (this.tint ?? (picture || coloured ? new Color(1, 1, 1) : this.clay)).clone(), opacity: this.opacity,
-            picture: mesh.uvs ? picture : null, coloured, skin,
+            picture: mesh.uvs ? picture : null, placement: document?.placement, clear: document?.clear, coloured, skin,
         });
         if (document && !this.tint) this.animated.push({ material, number });
         return material;

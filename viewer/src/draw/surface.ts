@@ -78,6 +78,12 @@ const fragmentShader = `${seenPlace}
     #ifdef MAPPED
     varying vec2 vUv;
     uniform sampler2D picture;
+    // Where the picture lies: two rows of a matrix, and 0 for its edge beyond it, 1 repeated, 2 mirrored.
+    uniform vec3 alongU, alongV;
+    uniform vec2 beyond;
+    float within(float x, float mode) {
+        return mode == 0.0 ? clamp(x, 0.0, 1.0) : mode == 2.0 ? abs(x - 2.0 * floor(0.5 * x + 0.5)) : x;
+    }
     #endif
     varying vec3 vNormal;
     void main() {
@@ -87,10 +93,13 @@ const fragmentShader = `${seenPlace}
         base *= vColour;
         #endif
         #ifdef MAPPED
-        vec4 texel = texture2D(picture, vUv);
+        vec3 uv1 = vec3(vUv, 1.0);
+        vec4 texel = texture2D(picture, vec2(within(dot(alongU, uv1), beyond.x), within(dot(alongV, uv1), beyond.y)));
         base *= texel.rgb;
+        #ifdef CLEAR
         alpha *= texel.a;
         if (alpha < 0.02) discard;
+        #endif
         #endif
         #ifdef UNLIT
         gl_FragColor = vec4(base, alpha);
@@ -117,10 +126,24 @@ export interface SurfaceOptions {
     colour: Color;
     opacity: number;
     picture: Texture | null;
+    /** Offset, repeat, rotation and what is beyond the picture, as the document has them. */
+    placement?: number[];
+    /** Whether the picture's clear points are holes. */
+    clear?: boolean;
     coloured: boolean;
     /** Of a skinned mesh. */
     skin: { palette: DataTexture; many: boolean; scaled: boolean } | null;
     wire?: boolean;
+}
+
+/** A picture's place as the shader takes it: repeated and shifted, then turned about the middle. */
+function placed([offsetU, offsetV, repeatU, repeatV, turn, beyondU, beyondV]: number[]): Record<string, { value: number[] }> {
+    const c = Math.cos(turn), s = Math.sin(turn), u = offsetU - 0.5, v = offsetV - 0.5;
+    return {
+        alongU: { value: [c * repeatU, -s * repeatV, c * u - s * v + 0.5] },
+        alongV: { value: [s * repeatU, c * repeatV, s * u + c * v + 0.5] },
+        beyond: { value: [beyondU, beyondV] },
+    };
 }
 
 export function makeSurface(options: SurfaceOptions): ShaderMaterial {
@@ -128,6 +151,7 @@ export function makeSurface(options: SurfaceOptions): ShaderMaterial {
     const defines: Record<string, number> = {};
     if (options.coloured) defines.COLOURED = 1;
     if (picture) defines.MAPPED = 1;
+    if (options.clear) defines.CLEAR = 1;
     if (options.wire) defines.UNLIT = 1;
     if (skin) defines.SKINNED = 1;
     if (skin?.many) defines.MANY = 1;
@@ -141,6 +165,7 @@ export function makeSurface(options: SurfaceOptions): ShaderMaterial {
             glow: { value: new Color(0) },
             opacity: { value: options.opacity },
             picture: { value: picture },
+            ...placed(options.placement ?? [0, 0, 1, 1, 0, 1, 1]),
             lens,
             palette: { value: skin?.palette ?? null },
             paletteSize: { value: skin ? [skin.palette.image.width, skin.palette.image.height] : [1, 1] },

@@ -66,6 +66,10 @@ export interface MaterialDocument {
     transparency: number;
     /** Index of a picture, -1 for none. */
     picture: number;
+    /** Of its place: offset and repeat along U and V, rotation, and beyond it 0 its edge, 1 repeated, 2 mirrored. */
+    placement?: number[];
+    /** Its clear points are holes in the surface. */
+    clear?: boolean;
 }
 
 export interface PictureDocument {
