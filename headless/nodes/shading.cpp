@@ -55,7 +55,11 @@ NodeKind placed(NodeTypes& types, const char* name, MFn::Type api_type) {
     kind.compound("offset", "of").number("offsetU", "ofu").number("offsetV", "ofv").end()
         .compound("repeatUV", "re").number("repeatU", "reu", 1.0).number("repeatV", "rev", 1.0).end()
         .boolean("wrapU", "wu", true).boolean("wrapV", "wv", true)
-        .boolean("mirrorU", "mu").boolean("mirrorV", "mv");
+        .boolean("mirrorU", "mu").boolean("mirrorV", "mv").boolean("stagger", "s")
+        .compound("coverage", "c").number("coverageU", "cu", 1.0).number("coverageV", "cv", 1.0).end()
+        .compound("translateFrame", "tf").number("translateFrameU", "tfu").number("translateFrameV", "tfv").end()
+        .compound("noiseUV", "n").number("noiseU", "nu").number("noiseV", "nv").end()
+        .angle("rotateFrame", "rf");
     // clang-format on
     return kind;
 }

@@ -46,15 +46,38 @@ OWNED<VOR2_ANIMATABLE_VECTOR_2> pair_track(const MObject& node, const char* u, c
         VECTOR_2(static_cast<f32>(number(node, u).value_or(0)), static_cast<f32>(number(node, v).value_or(0))));
 }
 
-/// What feeds a plug, or one of its parts.
-MObject texture_at(const MPlug& plug) {
-    if (plug.isNull()) return MObject();
+/// What feeds a plug, or the first of its parts that is fed.
+MPlug first_source_of(const MPlug& plug) {
     MPlug source = source_of(plug);
-    for (unsigned int i = 0; source.isNull() && i < plug.numChildren(); ++i) source = source_of(plug.child(i));
+    for (unsigned int i = 0; source.isNull() && !plug.isNull() && i < plug.numChildren(); ++i)
+        source = source_of(plug.child(i));
+    return source;
+}
+
+MObject texture_at(const MPlug& plug) {
+    const MPlug source = first_source_of(plug);
     return source.isNull() ? MObject() : source.node();
 }
 
+/// Warns of what a bitmap's placement has no field for.
+void tell_of_frame(const MObject& file) {
+    for (const auto& [name, usual] : {std::pair("coverageU", 1.0),
+                                      {"coverageV", 1.0},
+                                      {"translateFrameU", 0.0},
+                                      {"translateFrameV", 0.0},
+                                      {"rotateFrame", 0.0},
+                                      {"stagger", 0.0},
+                                      {"noiseU", 0.0},
+                                      {"noiseV", 0.0}}) {
+        if (number(file, name).value_or(usual) == usual) continue;
+        MGlobal::displayWarning(MString("A picture goes along with its repeat, offset, rotation and wrapping, but not "
+                                        "with ") +
+                                find_plug(file, name).name());
+    }
+}
+
 OWNED<VOR2_BITMAP_MATERIAL_MAP> bitmap_of(const MObject& file, const char* use) {
+    tell_of_frame(file);
     auto map = make_owned<VOR2_BITMAP_MATERIAL_MAP>();
     map->name = name_for_file(MFnDependencyNode(file).name());
     map->map_text = to_text(use);
@@ -112,6 +135,17 @@ private:
         return false;
     }
 
+    /// A picture of how clear the surface is: of its opacity where the plug is called so, or where the picture's
+    /// inverse feeds one of transparency.
+    bool add_clearness_map(const char* name) {
+        const bool asks_for_opacity = std::string_view(name) == "opacity";
+        MPlug source = first_source_of(find_plug(my_shader, name));
+        if (!source.isNull() && source.isChild()) source = source.parent();
+        const bool is_inverse = !source.isNull() && source.partialName(false, false, false, false, false, true) ==
+                                                        MString("outTransparency");
+        return add_map(name, asks_for_opacity != is_inverse ? "opacity" : "transparency");
+    }
+
     /// What turns the surface's normals: a picture of heights or of normals.
     void bump() {
         const MPlug plug = find_plug(my_shader, "normalCamera");
@@ -150,7 +184,7 @@ private:
         my_material.colour_track_1 = colour_track(painted("color", "colour", {0.5, 0.5, 0.5}));
         my_material.colour_track_3 = colour_track(painted("incandescence", "emission", {}));
         my_material.float_track_3 = float_track(1.0);
-        const bool cut_out = add_map("transparency", "transparency");
+        const bool cut_out = add_clearness_map("transparency");
         transparency(cut_out ? 0.0 : mean(colour(my_shader, "transparency").value_or(RGB{})));
         if (type == "blinn" || type == "phong") {
             my_material.colour_track_2 = colour_track(painted("specularColor", "specular", {0.5, 0.5, 0.5}));
@@ -179,7 +213,7 @@ private:
         my_material.float_track_1 = float_track(1.0 - roughness);
         my_material.float_track_2 = float_track(number(my_shader, "specular").value_or(1.0));
         my_material.float_track_3 = float_track(number(my_shader, "emission").value_or(0.0));
-        const bool cut_out = add_map("opacity", "opacity");
+        const bool cut_out = add_clearness_map("opacity");
         transparency(cut_out ? 0.0 : 1.0 - mean(colour(my_shader, "opacity").value_or(RGB{1, 1, 1})));
         bump();
         const bool is_metal_by_picture = add_map("metalness", "metallic");

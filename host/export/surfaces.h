@@ -32,7 +32,8 @@ using namespace VOR2_LOADER;
 /// A file texture on any of these, behind a bump node too, is a bitmap map named like its node, with the picture's name
 /// as the host has it, what it is for (`map_text`), offset and repeat of its placement (`uv_track_0`, `uv_track_1`),
 /// its rotation about w in radians (`uvw_track`), and 1 where it wraps, 2 where it mirrors, 0 where neither. A colour
-/// that has a picture is white.
+/// that has a picture is white. A picture of how clear the surface is says whether it is one of opacity or of
+/// transparency. A placement's frame, stagger and noise have no field: they are named in a warning.
 ///
 /// A shader of any other kind becomes a material with its name, its kind, its numbers and its textures, with a warning.
 class SURFACES {

@@ -162,13 +162,17 @@ TEST_F(MESH_TEST, gives_materials_what_their_shaders_say_and_the_pictures_on_the
         "createNode bump2d -n b; setAttr b.bi 1; connectAttr g.oa b.bv; connectAttr b.o shiny.n;"
         "createNode aiStandardSurface -n metal; setAttr metal.metalness 1; setAttr metal.base 0.5;"
         "setAttr metal.base_color 1 0.5 0; setAttr metal.specular_roughness 0.75; setAttr metal.opacity 0.5 0.5 0.5;"
-        "setAttr m.iog[0].og[0].gcl -type componentList 1 \"f[0:1]\";");
+        "createNode file -n h; setAttr h.ftn -type string \"leaf.png\"; setAttr h.s 1; createNode lambert -n leaf;"
+        "connectAttr h.ot leaf.it; connectAttr h.oa leaf.cr;"
+        "setAttr m.iog[0].og[0].gcl -type componentList 1 \"f[0:1]\";"
+        "setAttr m.iog[0].og[1].gcl -type componentList 1 \"f[2]\";");
     shade("m.iog[0]", "shinySG", "shiny");
     shade("m.iog[0].og[0]", "metalSG", "metal");
+    shade("m.iog[0].og[1]", "leafSG", "leaf");
     select({"t"});
     mesh_options().meshes = true;
     VOR2 root = exported();
-    ASSERT_EQ(root.materials.size(), 2U);
+    ASSERT_EQ(root.materials.size(), 3U);
     const auto& shiny = dynamic_cast<const VOR2_STANDARD_MATERIAL&>(*root.materials[0]);
     EXPECT_EQ(shiny.colour_track_1->key_values()[0], VOR2_COLOUR(1, 1, 1, 1)); // the picture's own
     EXPECT_EQ(shiny.colour_track_3->key_values()[0], VOR2_COLOUR(0, 0.5F, 0, 1));
@@ -190,6 +194,10 @@ TEST_F(MESH_TEST, gives_materials_what_their_shaders_say_and_the_pictures_on_the
     EXPECT_FLOAT_EQ(metal.transparency->key_values()[0], 0.5F);
     EXPECT_EQ(metal.extended_properties.float_properties[0].name, TEXT(u"metallic"));
     EXPECT_FLOAT_EQ(metal.extended_properties.float_properties[1].track->key_values()[0], 0.75F);
+    const auto& leaf = dynamic_cast<const VOR2_STANDARD_MATERIAL&>(*root.materials[2]);
+    ASSERT_EQ(leaf.maps.size(), 2U);
+    EXPECT_EQ(leaf.maps[1]->map_text, TEXT(u"opacity")); // what feeds the transparency is its inverse
+    EXPECT_TRUE(said("W: A picture goes along with its repeat, offset, rotation and wrapping, but not with h.stagger"));
 }
 
 /// Where the file has a vertex in the world, against where the host has it: (x, y, -z) in metres.
