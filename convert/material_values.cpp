@@ -1,6 +1,7 @@
 #include "convert/material_values.h"
 
 #include "convert/properties.h"
+#include "format/tracks/constant_track.h"
 
 #include <algorithm>
 #include <cmath>
@@ -49,8 +50,11 @@ std::optional<TextureUse>* place_for(MaterialValues& values, std::string use, bo
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     if (use == "normal" || (use.empty() && is_normal)) return &values.normal;
     if (use.empty() || use == "colour" || use == "color" || use == "diffuse") return &values.colour;
-    if (use == "transparency" || use == "opacity") return &values.transparency;
+    if (use == "transparency") return &values.transparency;
+    if (use == "opacity") return &values.opacity_map;
     if (use == "emission") return &values.emission_map;
+    if (use == "metallic") return &values.metallic_map;
+    if (use == "roughness") return &values.roughness_map;
     if (use == "metallic_roughness") return &values.metallic_roughness;
     if (use == "occlusion") return &values.occlusion;
     return nullptr;
@@ -65,6 +69,46 @@ const VOR2_BITMAP_MATERIAL_MAP* bitmap_of(const VOR2_MATERIAL_MAP* map) {
     return static_cast<const VOR2_BITMAP_MATERIAL_MAP*>(map);
 }
 
+TextureWrap wrap_of(u32 mode) {
+    return mode == 0 ? TextureWrap::edge : mode == 2 ? TextureWrap::mirrored : TextureWrap::repeated;
+}
+
+u32 mode_of(TextureWrap wrap) {
+    return wrap == TextureWrap::edge ? 0 : wrap == TextureWrap::mirrored ? 2 : 1;
+}
+
+std::array<double, 2> pair_of(const OWNED<VOR2_ANIMATABLE_VECTOR_2>& track, const std::array<double, 2>& nothing) {
+    VECTOR_2 pair;
+    if (track) track->value(pair);
+    if (!track || !std::isfinite(pair.x) || !std::isfinite(pair.y)) return nothing;
+    return {pair.x, pair.y};
+}
+
+TexturePlacement placement_of(const VOR2_BITMAP_MATERIAL_MAP_COORDINATES& coordinates) {
+    TexturePlacement out;
+    out.offset = pair_of(coordinates.uv_track_0, out.offset);
+    out.repeat = pair_of(coordinates.uv_track_1, out.repeat);
+    VECTOR_3 angles(0.0F, 0.0F, 0.0F);
+    if (coordinates.uvw_track) coordinates.uvw_track->value(angles);
+    if (std::isfinite(angles.z)) out.rotation = static_cast<double>(angles.z);
+    out.wrap_u = wrap_of(coordinates.wrap_mode.u_mode);
+    out.wrap_v = wrap_of(coordinates.wrap_mode.v_mode);
+    return out;
+}
+
+void place(VOR2_BITMAP_MATERIAL_MAP_COORDINATES& coordinates, const TexturePlacement& placement) {
+    const auto pair = [](const std::array<double, 2>& values) {
+        return constant_track<VOR2_ANIMATABLE_VECTOR_2_LINEAR>(
+            VECTOR_2(static_cast<f32>(values[0]), static_cast<f32>(values[1])));
+    };
+    coordinates.uv_track_0 = pair(placement.offset);
+    coordinates.uv_track_1 = pair(placement.repeat);
+    coordinates.uvw_track =
+        constant_track<VOR2_ANIMATABLE_VECTOR_3_LINEAR>(VECTOR_3(0.0F, 0.0F, static_cast<f32>(placement.rotation)));
+    coordinates.wrap_mode.u_mode = mode_of(placement.wrap_u);
+    coordinates.wrap_mode.v_mode = mode_of(placement.wrap_v);
+}
+
 void read_maps(const VOR2_STANDARD_MATERIAL& material, MaterialValues& values) {
     for (const OWNED<VOR2_MATERIAL_MAP>& map : material.maps) {
         const VOR2_BITMAP_MATERIAL_MAP* bitmap = bitmap_of(map.get());
@@ -73,6 +117,7 @@ void read_maps(const VOR2_STANDARD_MATERIAL& material, MaterialValues& values) {
         use.name = utf8_of(bitmap->bitmap_params.bitmap_name);
         use.strength = number_of(map->map_value).value_or(1);
         use.uv_set = bitmap->coordinates.coordinate_word_1;
+        use.placement = placement_of(bitmap->coordinates);
         std::optional<TextureUse>* place =
             place_for(values, utf8_of(map->map_text), map->kind() == VOR2_NORMAL_MATERIAL_MAP::KIND);
         if (place != nullptr && !*place) {
@@ -90,7 +135,7 @@ void read_standard(const VOR2_STANDARD_MATERIAL& material, MaterialValues& value
     if (values.colour) values.base_colour = {1, 1, 1};
     if (ambient && *ambient != std::array{0.0, 0.0, 0.0} && !values.colour) values.base_colour = *ambient;
     if (diffuse) values.base_colour = *diffuse;
-    const bool says_opaque = !diffuse && !values.transparency;
+    const bool says_opaque = !diffuse && !values.transparency && !values.opacity_map;
     if (!says_opaque) values.opacity = 1 - clamped(number_of(material.transparency).value_or(0));
     const double strength = number_of(material.float_track_3).value_or(1);
     if (const auto emission = colour_of(material.colour_track_3)) {
@@ -104,6 +149,7 @@ void add_map(VOR2_STANDARD_MATERIAL& material, std::string_view use, const std::
     auto bitmap = make_owned<VOR2_BITMAP_MATERIAL_MAP>();
     bitmap->bitmap_params.bitmap_name = text_of(texture->name);
     bitmap->coordinates.coordinate_word_1 = static_cast<u32>(texture->uv_set);
+    place(bitmap->coordinates, texture->placement);
     if (use != "normal") {
         bitmap->name = text_of(use);
         bitmap->map_text = text_of(use);
@@ -145,9 +191,12 @@ OWNED<VOR2_MATERIAL> make_material(const MaterialValues& values) {
     material->float_track_1 = constant(1 - values.roughness);
     add_map(*material, "colour", values.colour);
     add_map(*material, "transparency", values.transparency);
+    add_map(*material, "opacity", values.opacity_map);
     add_map(*material, "normal", values.normal);
     add_map(*material, "emission", values.emission_map);
     add_map(*material, "metallic_roughness", values.metallic_roughness);
+    add_map(*material, "metallic", values.metallic_map);
+    add_map(*material, "roughness", values.roughness_map);
     add_map(*material, "occlusion", values.occlusion);
     VOR2_EXTENDED_PROPERTIES& more = material->extended_properties;
     add_float(more, "metallic", values.metallic);

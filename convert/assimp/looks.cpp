@@ -89,16 +89,39 @@ double number_of(const aiMaterial& material, const char* key, unsigned type, uns
                : nothing;
 }
 
+TextureWrap wrap_of(aiTextureMapMode mode) {
+    return mode == aiTextureMapMode_Mirror ? TextureWrap::mirrored
+           : mode == aiTextureMapMode_Wrap ? TextureWrap::repeated
+                                           : TextureWrap::edge;
+}
+
+TexturePlacement placement_of(const aiMaterial& material, aiTextureType type, const aiTextureMapMode (&modes)[2]) {
+    TexturePlacement out;
+    aiUVTransform transform;
+    if (material.Get(AI_MATKEY_UVTRANSFORM(type, 0), transform) == aiReturn_SUCCESS) {
+        out.offset = {transform.mTranslation.x, transform.mTranslation.y};
+        out.repeat = {transform.mScaling.x, transform.mScaling.y};
+        out.rotation = static_cast<double>(transform.mRotation);
+    }
+    out.wrap_u = wrap_of(modes[0]);
+    out.wrap_v = wrap_of(modes[1]);
+    return out;
+}
+
 /// A texture that lies in the file becomes a picture.
 std::optional<TextureUse> texture_of(AssimpReading& reading, const aiMaterial& material, const std::string& name,
                                      std::initializer_list<aiTextureType> types) {
     for (const aiTextureType type : types) {
         aiString path;
         unsigned set = 0;
-        if (material.GetTexture(type, 0, &path, nullptr, &set) != aiReturn_SUCCESS || path.length == 0) continue;
+        aiTextureMapMode modes[2] = {aiTextureMapMode_Wrap, aiTextureMapMode_Wrap};
+        if (material.GetTexture(type, 0, &path, nullptr, &set, nullptr, nullptr, modes) != aiReturn_SUCCESS ||
+            path.length == 0)
+            continue;
         TextureUse use;
         use.name = text_of(path);
         use.uv_set = std::min(set, 7U);
+        use.placement = placement_of(material, type, modes);
         const auto [inside, number] = reading.source.GetEmbeddedTextureAndIndex(path.C_Str());
         if (inside == nullptr || inside->mHeight != 0) return use;
         const std::string hint(inside->achFormatHint);
@@ -138,6 +161,9 @@ void read_materials(AssimpReading& reading, const std::string& name) {
         out.normal = texture_of(reading, source, name, {aiTextureType_NORMALS, aiTextureType_NORMAL_CAMERA});
         out.emission_map = texture_of(reading, source, name, {aiTextureType_EMISSIVE});
         out.transparency = texture_of(reading, source, name, {aiTextureType_OPACITY});
+        out.metallic_map = texture_of(reading, source, name, {aiTextureType_METALNESS});
+        out.roughness_map = texture_of(reading, source, name, {aiTextureType_DIFFUSE_ROUGHNESS});
+        out.occlusion = texture_of(reading, source, name, {aiTextureType_AMBIENT_OCCLUSION});
         reading.out.scene.materials.push_back(std::move(out));
     }
 }

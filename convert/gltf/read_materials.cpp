@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 
 namespace vor2::convert {
 namespace {
@@ -48,6 +49,37 @@ std::vector<std::string> read_pictures(GltfReading& reading, const std::string& 
     return names;
 }
 
+TextureWrap wrap_of(int mode) {
+    return mode == TINYGLTF_TEXTURE_WRAP_CLAMP_TO_EDGE     ? TextureWrap::edge
+           : mode == TINYGLTF_TEXTURE_WRAP_MIRRORED_REPEAT ? TextureWrap::mirrored
+                                                           : TextureWrap::repeated;
+}
+
+double number_in(const tinygltf::Value& object, const char* name, double nothing) {
+    const tinygltf::Value& value = object.Get(name);
+    return value.IsNumber() ? value.GetNumberAsDouble() : nothing;
+}
+
+std::array<double, 2> pair_in(const tinygltf::Value& object, const char* name, const std::array<double, 2>& nothing) {
+    const tinygltf::Value& value = object.Get(name);
+    if (!value.IsArray() || value.ArrayLen() != 2 || !value.Get(0).IsNumber() || !value.Get(1).IsNumber())
+        return nothing;
+    return {value.Get(0).GetNumberAsDouble(), value.Get(1).GetNumberAsDouble()};
+}
+
+/// What `transform_of` of the writer makes, back.
+void read_transform(const tinygltf::Value& transform, TextureUse& use) {
+    TexturePlacement& out = use.placement;
+    const std::array<double, 2> offset = pair_in(transform, "offset", {0, 0});
+    out.repeat = pair_in(transform, "scale", {1, 1});
+    out.rotation = number_in(transform, "rotation", 0);
+    const double u = offset[0] - 0.5, v = 0.5 - offset[1];
+    const double sine = std::sin(out.rotation), cosine = std::cos(out.rotation);
+    out.offset = {cosine * u + sine * v + 0.5, cosine * v - sine * u + 0.5 - out.repeat[1]};
+    use.uv_set = static_cast<std::size_t>(
+        std::clamp(number_in(transform, "texCoord", static_cast<double>(use.uv_set)), 0.0, 7.0));
+}
+
 class MaterialReader {
 public:
     MaterialReader(GltfReading& reading, const std::vector<std::string>& pictures)
@@ -69,23 +101,31 @@ public:
                                                        : AlphaMode::opaque;
         out.alpha_cutoff = source.alphaCutoff;
         out.double_sided = source.doubleSided;
-        out.colour = texture(pbr.baseColorTexture, 1);
-        out.metallic_roughness = texture(pbr.metallicRoughnessTexture, 1);
-        out.normal = texture(source.normalTexture, source.normalTexture.scale);
-        out.occlusion = texture(source.occlusionTexture, source.occlusionTexture.strength);
-        out.emission_map = texture(source.emissiveTexture, 1);
+        out.colour = use_of(pbr.baseColorTexture, 1);
+        out.metallic_roughness = use_of(pbr.metallicRoughnessTexture, 1);
+        out.normal = use_of(source.normalTexture, source.normalTexture.scale);
+        out.occlusion = use_of(source.occlusionTexture, source.occlusionTexture.strength);
+        out.emission_map = use_of(source.emissiveTexture, 1);
         return out;
     }
 
 private:
-    std::optional<TextureUse> texture(const auto& info, double strength) {
+    std::optional<TextureUse> use_of(const auto& info, double strength) {
         if (info.index < 0) return {};
-        const int image = element(reading_.model.textures, info.index, "texture").source;
+        const tinygltf::Texture& texture = element(reading_.model.textures, info.index, "texture");
+        const int image = texture.source;
         if (image < 0) return {};
         TextureUse use;
         use.name = element(pictures_, image, "picture");
         use.strength = strength;
         use.uv_set = static_cast<std::size_t>(std::clamp(info.texCoord, 0, 7));
+        if (texture.sampler >= 0) {
+            const tinygltf::Sampler& sampler = element(reading_.model.samplers, texture.sampler, "sampler");
+            use.placement.wrap_u = wrap_of(sampler.wrapS);
+            use.placement.wrap_v = wrap_of(sampler.wrapT);
+        }
+        const auto transform = info.extensions.find("KHR_texture_transform");
+        if (transform != info.extensions.end()) read_transform(transform->second, use);
         return use;
     }
 

@@ -5,10 +5,17 @@
 #include "convert/axes.h"
 #include "convert/gltf/buffers.h"
 #include "convert/gltf_writer.h"
+#include "convert/picture.h"
 
 #include <map>
 
 namespace vor2::convert {
+
+/// An image of the file; -1 where a picture isn't there.
+struct GltfImage {
+    int index = -1;
+    PictureAlpha alpha = PictureAlpha::none; ///< of one that was made of two pictures
+};
 
 struct GltfWork {
     explicit GltfWork(const GltfOptions& given_options, Report& given_report)
@@ -18,7 +25,7 @@ struct GltfWork {
     Report& report;
     tinygltf::Model model;
     GltfBuffers buffers;
-    std::map<std::string, int> textures; ///< by the name that the scene has for the picture; -1 where it isn't there
+    std::map<std::string, GltfImage> images; ///< by the name that the scene has for the picture
 
     int add_node(tinygltf::Node node) {
         model.nodes.push_back(std::move(node));
