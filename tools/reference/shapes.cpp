@@ -271,7 +271,7 @@ Shapes collect_shapes(const std::string& folder) {
     collector.add_instance_chunk<VOR2_GEOM_INSTANCE_DIFFERING_SUB_OBJECTS>();
     std::sort(shapes.chunks.begin(), shapes.chunks.end(), [](const Chunk& a, const Chunk& b) { return a.id < b.id; });
     std::sort(shapes.instance_kinds.begin(), shapes.instance_kinds.end());
-    return std::move(shapes);
+    return std::move(collector.shapes);
 }
 
 std::vector<Field> Shapes::flat_fields(const std::string& class_name) const {
