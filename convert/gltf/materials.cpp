@@ -159,6 +159,9 @@ void tell_apart(GltfWork& work, const MaterialValues& values, const TextureUse& 
 PictureAlpha write_colour(GltfWork& work, const MaterialValues& values, tinygltf::TextureInfo& info) {
     const bool tells_transparency = values.transparency.has_value();
     const std::optional<TextureUse>& clear = tells_transparency ? values.transparency : values.opacity_map;
+    if (tells_transparency && values.opacity_map)
+        work.report.note("material " + values.name + ": its map of transparency hides that of opacity, " +
+                         values.opacity_map->name);
     if (!clear) {
         set_texture(work, info, values.colour);
         return PictureAlpha::none; // A picture's alpha counts only where the scene says that it makes surfaces clear.
