@@ -21,6 +21,9 @@ install_packages() {
         "${missing[@]}" >/dev/null
 }
 
+# Where npm's registry can't be reached, that is found in seconds instead of minutes.
+export npm_config_fetch_retry_mintimeout=1000 npm_config_fetch_retry_maxtimeout=5000
+
 # What the tests and pictures of the page need: node, with modules from npm, and a browser.
 install_page_tools() {
     command -v node >/dev/null && command -v npm >/dev/null || install_packages nodejs npm || return 1
