@@ -133,8 +133,8 @@ TEST_F(Globals, results_of_lines_come_as_the_type_asked_for) {
     session.set_mel([](headless::Session&, const std::string& line) -> headless::Result<headless::CommandResult> {
         headless::CommandResult out;
         out.kind = headless::CommandResult::Kind::numbers;
-        if (line == "one") out.numbers = {7.25};
-        if (line == "many") out.numbers = {-1.5, 2.75, 3};
+        if (line == "one") out.numbers = std::vector{7.25};
+        if (line == "many") out.numbers = std::vector{-1.5, 2.75, 3.0};
         return out;
     });
     int whole = 0;
