@@ -198,7 +198,8 @@ void build_scene(const ImportedScene& source, VOR2& scene, Report& report) {
             add_float(mesh->extended_properties, "first_time", static_cast<double>(times.first));
     }
     scene.prepare_weighted_meshes();
-    scene.set_time(times.first);
+    // Where a load leaves the clock, so that a file is what it is after another save.
+    scene.set_time(scene.environment.time_range.start);
 }
 
 } // namespace vor2::convert

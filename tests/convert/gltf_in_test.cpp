@@ -81,6 +81,7 @@ TEST(GltfIn, a_skin_bound_in_another_pose_keeps_every_pose) {
     Report report;
     build_scene(file.scene, posed, report);
     EXPECT_LT(posed.environment.time_range.start, 1.0F);
+    EXPECT_EQ(posed.matrix_hierarchy.nodes[1].rotation_track->current_time(), posed.environment.time_range.start);
     posed.set_time(1.0F);
     const std::vector<Point> expected = bound.vertices(bound.node("skin"), 2.4);
     EXPECT_LT(distance(expected, vertex_points(*posed.weighted_meshes[0], posed, true)), 1e-4 * size_of(expected));
